@@ -1,0 +1,29 @@
+dnl The PHP extension. Sources come from sources.list, which CMake reads too.
+
+PHP_ARG_ENABLE(sepa, whether to enable SEPA support,
+[  --enable-sepa           Enable SEPA payment support], yes)
+
+PHP_ARG_ENABLE(sepa-developer, whether to treat warnings of the SEPA sources as errors,
+[  --enable-sepa-developer Treat warnings of the SEPA sources as errors], no, no)
+
+if test "$PHP_SEPA" != "no"; then
+  PHP_REQUIRE_CXX()
+
+  sepa_sources=`grep '^@<:@a-z@:>@' $srcdir/sources.list`
+  sepa_cxxflags="-std=c++17 -D_GNU_SOURCE -fno-exceptions -fno-rtti -fvisibility=hidden -pthread"
+  sepa_cxxflags="$sepa_cxxflags -Wall -Wextra -Wpedantic -Wconversion -Wshadow"
+  if test "$PHP_SEPA_DEVELOPER" = "yes"; then
+    sepa_cxxflags="$sepa_cxxflags -Werror"
+  fi
+
+  PHP_ADD_LIBRARY(stdc++, 1, SEPA_SHARED_LIBADD)
+  SEPA_SHARED_LIBADD="$SEPA_SHARED_LIBADD -pthread"
+  PHP_SUBST(SEPA_SHARED_LIBADD)
+  PHP_NEW_EXTENSION(sepa, $sepa_sources, $ext_shared,, $sepa_cxxflags, cxx)
+
+  for sepa_dir in `echo "$sepa_sources" | sed 's,/@<:@^/@:>@*$,,' | sort -u`; do
+    PHP_ADD_BUILD_DIR($ext_builddir/$sepa_dir)
+  done
+  PHP_ADD_INCLUDE($ext_srcdir)
+  PHP_ADD_MAKEFILE_FRAGMENT
+fi

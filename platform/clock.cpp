@@ -1,0 +1,17 @@
+#include "platform/clock.h"
+
+#include <unistd.h>
+
+time_t clock_now() { return time(nullptr); }
+
+void clock_local(time_t seconds, struct tm* out) {
+    *out = {};
+    if (!localtime_r(&seconds, out)) *out = {};
+}
+
+void clock_utc(time_t seconds, struct tm* out) {
+    *out = {};
+    if (!gmtime_r(&seconds, out)) *out = {};
+}
+
+unsigned process_id() { return static_cast<unsigned>(getpid()); }

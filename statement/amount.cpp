@@ -1,0 +1,78 @@
+#include <cerrno>
+#include <cstdint>
+
+#include "statement/mt940.h"
+
+// Mantissa digits that count; they fit two 32-bit integers of nine digits each.
+static constexpr long max_digits = 18;
+static constexpr long low_digits = 9;
+static constexpr long max_exponent = 511;
+static constexpr long exponent_ceiling = 1L << 40;  // keeps sums of exponents within a long
+
+static bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+static bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+static double power_of_ten(long exponent) {
+    static const double powers[] = {1e1, 1e2, 1e4, 1e8, 1e16, 1e32, 1e64, 1e128, 1e256};
+    double result = 1.0;
+    for (const double* power = powers; exponent; exponent >>= 1, ++power)
+        if (exponent & 1) result *= *power;
+    return result;
+}
+
+double parse_amount(const char* text, const char** end) {
+    const char* at = text;
+    while (is_space(*at)) ++at;
+    bool negative = *at == '-';
+    if (*at == '-' || *at == '+') ++at;
+
+    uint32_t high = 0, low = 0;
+    long digits = 0, digits_before_point = -1;
+    // First count, since where `high` ends depends on how many digits there are.
+    const char* mantissa = at;
+    for (;; ++at) {
+        if (is_digit(*at)) {
+            ++digits;
+        } else if (*at == '.' && digits_before_point < 0) {
+            digits_before_point = digits;
+        } else {
+            break;
+        }
+    }
+    if (!digits) {
+        if (end) *end = text;
+        return negative ? -0.0 : 0.0;
+    }
+    if (digits_before_point < 0) digits_before_point = digits;
+
+    long used = digits < max_digits ? digits : max_digits;
+    long remaining = used;
+    for (const char* p = mantissa; remaining; ++p) {
+        if (*p == '.') continue;
+        uint32_t& part = remaining > low_digits ? high : low;
+        part = part * 10 + static_cast<uint32_t>(*p - '0');
+        --remaining;
+    }
+    double value = high * 1.0e9 + low;
+
+    long exponent = digits_before_point - used;
+    if (*at == 'E' || *at == 'e') {
+        ++at;
+        bool below = *at == '-';
+        if (*at == '-' || *at == '+') ++at;
+        long written = 0;
+        for (; is_digit(*at); ++at)
+            if (written < exponent_ceiling) written = written * 10 + (*at - '0');
+        exponent += below ? -written : written;
+    }
+    long magnitude = exponent < 0 ? -exponent : exponent;
+    if (magnitude > max_exponent) {
+        magnitude = max_exponent;
+        errno = ERANGE;
+    }
+    double power = power_of_ten(magnitude);
+    value = exponent < 0 ? value / power : value * power;
+
+    if (end) *end = at;
+    return negative ? -value : value;
+}
