@@ -12,13 +12,35 @@
 static constexpr const char* schema_namespace = "urn:iso:std:iso:20022:tech:xsd:";
 static constexpr const char* instance_namespace = "http://www.w3.org/2001/XMLSchema-instance";
 
+// Calendar numbers within the width that the texts below give them.
+struct calendar_t {
+    unsigned year, month, day, hour, minute, second;
+};
+
+static calendar_t calendar_of(const struct tm& time) {
+    auto number = [](int value, unsigned limit) { return static_cast<unsigned>(value) % limit; };
+    return {number(time.tm_year + 1900, 10000), number(time.tm_mon + 1, 100), number(time.tm_mday, 100),
+            number(time.tm_hour, 100),          number(time.tm_min, 100),     number(time.tm_sec, 100)};
+}
+
+static calendar_t local_calendar(time_t now) {
+    struct tm local;
+    clock_local(now, &local);
+    return calendar_of(local);
+}
+
+static calendar_t utc_calendar(time_t now) {
+    struct tm utc;
+    clock_utc(now, &utc);
+    return calendar_of(utc);
+}
+
 static int ensure_date(sepa_t* handle) {
     if (handle->date) return 1;
-    struct tm today;
-    clock_local(clock_now(), &today);
     auto date = static_cast<char*>(malloc(date_length + 1));
     if (!date) return fail(handle, "malloc() failed");
-    snprintf(date, date_length + 1, "%04d-%02d-%02d", today.tm_year + 1900, today.tm_mon + 1, today.tm_mday);
+    calendar_t today = local_calendar(clock_now());
+    snprintf(date, date_length + 1, "%04u-%02u-%02u", today.year, today.month, today.day);
     handle->date = date;
     return 1;
 }
@@ -44,12 +66,11 @@ char* sepa_toXML(sepa_t* handle) {
 int ensure_message_id(document_t* document) {
     sepa_t* handle = document->handle;
     if (handle->msgid) return 1;
-    struct tm local;
-    clock_local(document->now, &local);
     uint32_t tail = (process_id() * 100U + message_counter.fetch_add(1)) % 10000000U;
     char id[36];
-    snprintf(id, sizeof id, "SEPA-%04i%02i%02i%02i%02i%02i-%07" PRIu32, local.tm_year + 1900, local.tm_mon + 1,
-             local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, tail);
+    calendar_t local = local_calendar(document->now);
+    snprintf(id, sizeof id, "SEPA-%04u%02u%02u%02u%02u%02u-%07" PRIu32, local.year, local.month, local.day, local.hour,
+             local.minute, local.second, tail);
     handle->msgid = strdup(id);
     return handle->msgid ? 1 : fail(handle, document->kind->no_msgid_memory);
 }
@@ -74,11 +95,10 @@ static void write_head(xml_writer_t* xml, const char* schema, bool with_location
 static void write_group_header(document_t* document) {
     xml_writer_t* xml = &document->xml;
     sepa_t* handle = document->handle;
-    struct tm utc;
-    clock_utc(document->now, &utc);
-    char created[80];
-    snprintf(created, sizeof created, "%04i-%02i-%02iT%02i:%02i:%02iZ", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
-             utc.tm_hour, utc.tm_min, utc.tm_sec);
+    calendar_t utc = utc_calendar(document->now);
+    char created[sizeof "0000-00-00T00:00:00Z"];
+    snprintf(created, sizeof created, "%04u-%02u-%02uT%02u:%02u:%02uZ", utc.year, utc.month, utc.day, utc.hour,
+             utc.minute, utc.second);
     xml_open(xml, 2, "GrpHdr");
     xml_text(xml, 3, "MsgId", handle->msgid);
     xml_fixed(xml, 3, "CreDtTm", created);

@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
 #include "iban/iban.h"
 #include "message/handle.h"
