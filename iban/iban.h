@@ -4,6 +4,7 @@
 
 #include <regex.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -16,7 +17,10 @@ struct iban_country_t {
     regex_t regex;        // `pattern` compiled, from the first IBAN_check on
 };
 
-extern iban_country_t iban_countries[];
+constexpr size_t IBAN_COUNTRY_COUNT = 37;
+
+// All countries and an end row.
+extern std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries;
 
 // Tests an IBAN in its electronic form (no blanks). Returns 1 if it is valid.
 // Otherwise returns 0 and, unless `errmsg` is null, points it at a constant
