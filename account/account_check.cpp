@@ -21,6 +21,14 @@ static constexpr slot slots[] = {
     SLOT(40), SLOT(41), SLOT(42), SLOT(43), SLOT(44), SLOT(45), SLOT(46), SLOT(47), SLOT(48), SLOT(49),
     SLOT(50), SLOT(51), SLOT(55), SLOT(56), SLOT(57), SLOT(58), SLOT(59),
     SLOT(60), SLOT(61), SLOT(63), SLOT(64), SLOT(65), SLOT(66), SLOT(67), SLOT(68),
+    SLOT(71), SLOT(73), SLOT(74), SLOT(75), SLOT(76), SLOT(78),
+    SLOT(81), SLOT(84), SLOT(85), SLOT(87), SLOT(88),
+    SLOT(90), SLOT(91), SLOT(92), SLOT(93), SLOT(94), SLOT(95), SLOT(96), SLOT(98), SLOT(99),
+    SLOT(A1), SLOT(A2), SLOT(A3), SLOT(A4), SLOT(A5), SLOT(A6), SLOT(A7), SLOT(A8), SLOT(A9),
+    SLOT(B1), SLOT(B2), SLOT(B3), SLOT(B5), SLOT(B7), SLOT(B8), SLOT(B9),
+    SLOT(C1), SLOT(C2), SLOT(C3), SLOT(C4), SLOT(C5), SLOT(C6), SLOT(C7), SLOT(C8), SLOT(C9),
+    SLOT(D0), SLOT(D1), SLOT(D2), SLOT(D3), SLOT(D4), SLOT(D5), SLOT(D6), SLOT(D7), SLOT(D8), SLOT(D9),
+    SLOT(E0), SLOT(E1), SLOT(E2), SLOT(E3), SLOT(E4),
 };
 #undef SLOT
 // clang-format on
@@ -36,7 +44,7 @@ static constexpr bool slots_ascend() {
         if (slots[i - 1].code >= slots[i].code) return false;
     return true;
 }
-static_assert(std::size(slots) == 60 && slots_ascend());
+static_assert(std::size(slots) == 120 && slots_ascend());
 
 constexpr std::array<method_fn, 256> method_table = fill_slots();
 
@@ -72,8 +80,7 @@ static int method_B6(const char* form, const char* bank_code) {
 }
 
 static int method_C0(const char* form, const char* bank_code) {
-    bool eight_digits = digits_zero(form, 1, 2) && digit(form, 3) != 0;
-    if (eight_digits && method_52(form, bank_code) == 1) return 1;
+    if (eight_digits(form) && method_52(form, bank_code) == 1) return 1;
     return method_20(form);
 }
 

@@ -60,3 +60,14 @@ int method_53(const char* form, const char* bank_code);
 
 check_method method_55, method_56, method_57, method_58, method_59, method_60, method_61, method_63, method_64,
     method_65, method_66, method_67, method_68;
+
+check_method method_71, method_73, method_74, method_75, method_76, method_78, method_81, method_84, method_85,
+    method_87, method_88, method_90, method_91, method_92, method_93, method_94, method_95, method_96, method_98,
+    method_99;
+
+check_method method_A1, method_A2, method_A3, method_A4, method_A5, method_A6, method_A7, method_A8, method_A9,
+    method_B1, method_B2, method_B3, method_B5, method_B7, method_B8, method_B9;
+
+check_method method_C1, method_C2, method_C3, method_C4, method_C5, method_C6, method_C7, method_C8, method_C9,
+    method_D0, method_D1, method_D2, method_D3, method_D4, method_D5, method_D6, method_D7, method_D8, method_D9,
+    method_E0, method_E1, method_E2, method_E3, method_E4;

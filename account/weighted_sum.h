@@ -25,6 +25,11 @@ static inline uint64_t value(const char* form) {
     return number;
 }
 
+// Numbers of exactly eight digits.
+static inline bool eight_digits(const char* form) { return digits_zero(form, 1, 2) && digit(form, 3) != 0; }
+
+static inline bool nines_at_3_and_4(const char* form) { return digit(form, 3) == 9 && digit(form, 4) == 9; }
+
 static inline bool in_range(uint64_t number, uint64_t first, uint64_t last) {
     return number >= first && number <= last;
 }
