@@ -28,8 +28,11 @@ extern std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries;
 // number. Safe to call from any number of threads.
 int IBAN_check(const char* iban, const char** errmsg);
 
+// Room for a BIC and its NUL.
+constexpr size_t BIC_BUFFER_SIZE = 12;
+
 // Finds the BIC for an IBAN of Germany, Austria, Switzerland or Liechtenstein
-// by the bank id inside it. `bic` has room for at least 12 bytes and is cleared
+// by the bank id inside it. `bic` has BIC_BUFFER_SIZE bytes and is cleared
 // first. Returns 1, with `bic` empty if the directory has none for the bank;
 // 0 for any other country, small letters included; -1 if the IBAN's length is
 // wrong; -3 if the bank is unknown. Check digits and account are not judged.
