@@ -160,6 +160,8 @@ TEST(BankLookup, AustriaSwitzerlandLiechtenstein) {
     EXPECT_EQ(bank("CH", "00100"), swiss);
     EXPECT_EQ(bank("CH", "100"), swiss);
     EXPECT_EQ(bank("LI", "100"), swiss);
+    EXPECT_EQ(bank("CH", "0"), "(null)|FROZCHZZ000|Bank Null|8000|Zürich| flag=0 method=00 rule=0 bank_flags=0");
+    EXPECT_EQ(bank("CH", ""), "none") << "padded, it would be a bank id";
     EXPECT_EQ(bank("AT", "0100"),
               "(null)|FROZATWWXXX|Gefrorene Nationalbank|1010|Wien|AT flag=0 method=00 rule=0 bank_flags=0");
     EXPECT_EQ(bank("LI", "08800"),
