@@ -28,6 +28,7 @@ enum sepa_rulebook : int {
     RULEBOOK_DE_3_5 = 8,
     RULEBOOK_DE_3_7 = 9,
 };
+constexpr int RULEBOOK_COUNT = 10;
 
 // Local instrument of a direct debit message.
 enum sepa_ddtype : int { SEPA_DDTYPE_CORE = 0, SEPA_DDTYPE_COR1 = 1, SEPA_DDTYPE_B2B = 2 };
@@ -46,17 +47,21 @@ struct kv_pair_t {
     const char* value;
 };
 
-// The postal address of a transaction's other party. Texts are owned, or null.
-// One credit transfer. Texts are private malloc copies, or null.
-struct cti_tx_t {
-    char* id;    // end-to-end id
-    char* name;  // creditor
+// What both kinds of transaction hold of the other party. Texts are private
+// malloc copies, or null.
+struct sepa_party_t {
+    char* id;  // end-to-end id
+    char* name;
     char* iban;
     char* bic;     // in capitals
     char* addrCC;  // country of the address, two capitals
     char *addrLine1, *addrLine2;
     char *addrDept, *addrSubDept, *addrStreet, *addrNum, *addrBldg, *addrFloor, *addrPoBox;
     char *addrRoom, *addrCode, *addrTown, *addrLoc, *addrDstrct, *addrCtrySub;
+};
+
+// One credit transfer; the other party is the creditor.
+struct cti_tx_t : sepa_party_t {
     char* ref;      // unstructured remittance information
     char* purp;     // purpose code
     double amount;  // euro, rounded to cents; 0 means not given
@@ -67,16 +72,8 @@ struct cti_tx_t {
 // Sequence types of a direct debit.
 enum sepa_seq : int32_t { SEQ_FRST = 1, SEQ_RCUR = 2, SEQ_OOFF = 3, SEQ_FNAL = 4 };
 
-// One direct debit. Texts are private malloc copies, or null.
-struct ddi_tx_t {
-    char* id;    // end-to-end id
-    char* name;  // debtor
-    char* iban;
-    char* bic;     // in capitals
-    char* addrCC;  // country of the address, two capitals
-    char *addrLine1, *addrLine2;
-    char *addrDept, *addrSubDept, *addrStreet, *addrNum, *addrBldg, *addrFloor, *addrPoBox;
-    char *addrRoom, *addrCode, *addrTown, *addrLoc, *addrDstrct, *addrCtrySub;
+// One direct debit; the other party is the debtor.
+struct ddi_tx_t : sepa_party_t {
     int32_t seq;     // a sepa_seq; 0 means not given
     double amount;   // euro, rounded to cents; 0 means not given
     char* date;      // requested collection date, yyyy-mm-dd
@@ -160,8 +157,15 @@ void sepa_format_amount(char* out, double value);
 // reason in last_error and the message's transactions unchanged.
 int cti_add(sepa_t* handle, const kv_pair_t* list);
 
+int ddi_add(sepa_t* handle, const kv_pair_t* list);
+
 // Wipes and releases one record.
 void cti_free(cti_tx_t* record);
+void ddi_free(ddi_tx_t* record);
+
+// Tells by its country code whether a bank lies in the SEPA area outside the
+// EEA: 1 or 0; -1 for a text of fewer than 8 bytes.
+int is_non_eea_bic(const char* bic);
 
 // --- Documents
 
@@ -173,3 +177,6 @@ char* sepa_toXML(sepa_t* handle);
 // Writes a credit transfer message as pain.001 into `buffer`, which holds the
 // XML head line. Returns 1, or 0 with the reason in last_error.
 int cti_toXML(sepa_t* handle, xmlbuf_t* buffer);
+
+// The same for a direct debit message, as pain.008.
+int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer);

@@ -1,0 +1,86 @@
+#include "binding/key_list.h"
+
+#include <cstdlib>
+
+static bool reserve(key_list_t* list, uint32_t count) {
+    if (count <= SMALL_LIST) {
+        list->pairs = list->small_pairs;
+        list->values = list->small_values;
+        list->number_keys = list->small_number_keys;
+        return true;
+    }
+    list->pairs = static_cast<kv_pair_t*>(malloc((size_t{count} + 1) * sizeof(kv_pair_t)));
+    list->values = static_cast<zend_string**>(malloc(count * sizeof(zend_string*)));
+    list->number_keys = static_cast<char(*)[NUMBER_KEY_SIZE]>(malloc(count * size_t{NUMBER_KEY_SIZE}));
+    return list->pairs && list->values && list->number_keys;
+}
+
+static void free_storage(key_list_t* list) {
+    if (list->pairs == list->small_pairs) return;
+    free(list->pairs);
+    free(list->values);
+    free(list->number_keys);
+}
+
+// Whether turning the values into text can run script code: a __toString, or
+// an error handler that is told of an array.
+static bool can_run_script(zend_array* array) {
+    zval* value;
+    ZEND_HASH_FOREACH_VAL_IND(array, value) {
+        ZVAL_DEREF(value);
+        if (Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY) return true;
+    }
+    ZEND_HASH_FOREACH_END();
+    return false;
+}
+
+static void fill(key_list_t* list, zend_array* array) {
+    zend_ulong number;
+    zend_string* key;
+    zval* value;
+    ZEND_HASH_FOREACH_KEY_VAL_IND(array, number, key, value) {
+        kv_pair_t* pair = &list->pairs[list->count];
+        zend_string* text = zval_get_string(value);
+        list->values[list->count] = text;
+        if (key) {
+            pair->key = ZSTR_VAL(key);
+        } else {
+            char* slot = list->number_keys[list->count];
+            ap_php_snprintf(slot, NUMBER_KEY_SIZE - 1, "%ld", static_cast<long>(number));
+            pair->key = slot;
+        }
+        pair->value = ZSTR_VAL(text);
+        list->count += 1;
+    }
+    ZEND_HASH_FOREACH_END();
+    list->pairs[list->count] = {nullptr, nullptr};
+}
+
+bool key_list_from_array(key_list_t* list, zend_array* array) {
+    list->count = 0;
+    // A script that runs in mid-walk could change the array under the walk.
+    list->owned_array = can_run_script(array) ? zend_array_dup(array) : nullptr;
+    zend_array* const source = list->owned_array ? list->owned_array : array;
+    if (!reserve(list, zend_hash_num_elements(source))) {
+        key_list_free(list);
+        return false;
+    }
+    if (list->pairs == list->small_pairs) {
+        fill(list, source);
+        return true;
+    }
+    // The engine leaves a request by longjmp; it knows nothing of malloc.
+    zend_try { fill(list, source); }
+    zend_catch {
+        free_storage(list);
+        zend_bailout();
+    }
+    zend_end_try();
+    return true;
+}
+
+void key_list_free(key_list_t* list) {
+    for (uint32_t i = 0; i < list->count; ++i) zend_string_release(list->values[i]);
+    free_storage(list);
+    if (list->owned_array) zend_array_destroy(list->owned_array);
+}

@@ -1,0 +1,26 @@
+// Turns a script array into the key list that the library takes.
+#pragma once
+
+#include "binding/sepa_module.h"
+
+constexpr uint32_t SMALL_LIST = 32;     // entries that need no allocation
+constexpr size_t NUMBER_KEY_SIZE = 10;  // a number key as text, cut to 8 characters
+
+// The list, and what its texts live in. Plain storage on the caller's frame.
+struct key_list_t {
+    kv_pair_t* pairs;      // ends with two nulls; keys point into the array or `number_keys`
+    zend_string** values;  // texts of the values, one reference each
+    uint32_t count;
+    char (*number_keys)[NUMBER_KEY_SIZE];
+    zend_array* owned_array;  // the copy that was walked, or null
+    kv_pair_t small_pairs[SMALL_LIST + 1];
+    zend_string* small_values[SMALL_LIST];
+    char small_number_keys[SMALL_LIST][NUMBER_KEY_SIZE];
+};
+
+// Fills `list` from `array`, in the array's order, by the engine's rules of
+// conversion, which can run script code and leave EG(exception) set. Returns
+// false, with nothing to free, if memory ran out. Otherwise release with
+// key_list_free.
+bool key_list_from_array(key_list_t* list, zend_array* array);
+void key_list_free(key_list_t* list);

@@ -1,0 +1,179 @@
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+#include "binding/key_list.h"
+#include "binding/sepa_methods.h"
+
+sepa_t** sepa_handle_slot(zend_object* object) {
+    auto start = reinterpret_cast<char*>(object) - offsetof(sepa_object_t, std);
+    return &reinterpret_cast<sepa_object_t*>(start)->handle;
+}
+
+void sepa_throw(const char* message, zend_long code) {
+    zend_throw_exception(sepa_exception_ce, message ? message : "", code);
+}
+
+void sepa_return_text(zval* return_value, const char* text, void* block) {
+    zend_try { RETVAL_STRING(text); }
+    zend_catch {
+        free(block);
+        zend_bailout();
+    }
+    zend_end_try();
+    free(block);
+}
+
+zend_object* sepa_object_create(zend_class_entry* ce) {
+    auto object = static_cast<sepa_object_t*>(ecalloc(1, sizeof(sepa_object_t) + zend_object_properties_size(ce)));
+    zend_object_std_init(&object->std, ce);
+    object_properties_init(&object->std, ce);
+    object->std.handlers = &sepa_object_handlers;
+    return &object->std;
+}
+
+void sepa_object_dtor(zend_object* object) { zend_objects_destroy_object(object); }
+
+void sepa_object_free(zend_object* object) {
+    sepa_t** slot = sepa_handle_slot(object);
+    sepa_free(*slot);
+    *slot = nullptr;
+    zend_object_std_dtor(object);
+}
+
+// The handle of `$this`; null, with the exception raised, if it has none.
+static sepa_t* handle_of(zval* self) {
+    sepa_t* handle = *sepa_handle_slot(Z_OBJ_P(self));
+    if (!handle) sepa_throw("Invalid sepa_t handle (NULL)", 0);
+    return handle;
+}
+
+// true on success, else the exception with the library's reason.
+static void return_result(zval* return_value, sepa_t* handle, int result) {
+    if (result == 1)
+        ZVAL_TRUE(return_value);
+    else
+        sepa_throw(handle->last_error, 0);
+}
+
+static void refuse(sepa_t* handle, const char* reason) {
+    handle->last_error = reason;
+    sepa_throw(reason, 0);
+}
+
+ZEND_METHOD(SEPA, __construct) {
+    zend_long msgtype;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "l", &msgtype) == FAILURE) return;
+    if (msgtype != SEPA_MSGTYPE_DDI && msgtype != SEPA_MSGTYPE_CTI) {
+        sepa_throw("invalid/unknown message type", SEPA_CODE_CONSTRUCTOR);
+        return;
+    }
+    sepa_t* handle = sepa_new(msgtype);
+    if (!handle) {
+        sepa_throw("can't create SEPA message object", SEPA_CODE_CONSTRUCTOR);
+        return;
+    }
+    sepa_t** slot = sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
+    sepa_free(*slot);
+    *slot = handle;
+}
+
+// A setter that takes one text.
+static void set_text(INTERNAL_FUNCTION_PARAMETERS, int (*setter)(sepa_t*, const char*)) {
+    char* text;
+    size_t length;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "s", &text, &length) == FAILURE) return;
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (handle) return_result(return_value, handle, setter(handle, text));
+}
+
+ZEND_METHOD(SEPA, setIBAN) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setIBAN); }
+ZEND_METHOD(SEPA, setBIC) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setBIC); }
+ZEND_METHOD(SEPA, setName) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setName); }
+ZEND_METHOD(SEPA, setCreditorIdentifier) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setCreditorIdentifier); }
+ZEND_METHOD(SEPA, setDate) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setDate); }
+
+// COR1 was a local instrument of these rulebooks alone.
+static bool has_cor1(int rulebook) { return rulebook >= RULEBOOK_DE_2_7 && rulebook <= RULEBOOK_DE_2_9; }
+
+ZEND_METHOD(SEPA, setDDType) {
+    zend_long type;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "l", &type) == FAILURE) return;
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (!handle) return;
+    if (handle->msgtype != SEPA_MSGTYPE_DDI) {
+        refuse(handle, "Not a direct debit message");
+        return;
+    }
+    if (type == SEPA_DDTYPE_COR1 && !has_cor1(current_rulebook)) {
+        refuse(handle, "COR1 is not allowed with selected SEPA rulebook");
+        return;
+    }
+    if (type != SEPA_DDTYPE_CORE && type != SEPA_DDTYPE_COR1 && type != SEPA_DDTYPE_B2B) {
+        refuse(handle, "Unknown/unsupported LocalInstrumentCode (setDDType)");
+        return;
+    }
+    handle->dd_type = static_cast<int32_t>(type);
+    RETURN_TRUE;
+}
+
+ZEND_METHOD(SEPA, setBatchBooking) {
+    bool batch_booking;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "b", &batch_booking) == FAILURE) return;
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (!handle) return;
+    handle->batch_booking = batch_booking ? 1 : 0;
+    RETURN_TRUE;
+}
+
+ZEND_METHOD(SEPA, setMessageId) {
+    char* msgid;
+    size_t length;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "s", &msgid, &length) == FAILURE) return;
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (!handle) return;
+    if (!sepa_check_message_id(msgid)) {
+        refuse(handle, "Invalid message id");
+        return;
+    }
+    char* copy = strdup(msgid);
+    if (!copy) {
+        refuse(handle, "Out of memory");
+        return;
+    }
+    free(handle->msgid);
+    handle->msgid = copy;
+    RETURN_TRUE;
+}
+
+ZEND_METHOD(SEPA, add) {
+    zval* tx;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "a", &tx) == FAILURE) return;
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (!handle) return;
+    key_list_t list;
+    if (!key_list_from_array(&list, Z_ARRVAL_P(tx))) {
+        refuse(handle, "Out of memory");
+        return;
+    }
+    if (EG(exception)) {
+        key_list_free(&list);
+        return;
+    }
+    // Converting values can run script code that constructs the object anew.
+    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
+    int added = handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_add(handle, list.pairs) : cti_add(handle, list.pairs);
+    key_list_free(&list);
+    return_result(return_value, handle, added);
+}
+
+ZEND_METHOD(SEPA, toXML) {
+    sepa_t* handle = handle_of(ZEND_THIS);
+    if (!handle) return;
+    char* document = sepa_toXML(handle);
+    if (!document) {
+        sepa_throw(handle->last_error, 0);
+        return;
+    }
+    sepa_return_text(return_value, document, document);
+}

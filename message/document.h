@@ -1,0 +1,65 @@
+// The pieces that both kinds of document are made of.
+#pragma once
+
+#include <ctime>
+
+#include "message/payment_blocks.h"
+#include "message/xml_writer.h"
+
+// The names by which the two kinds of document differ in shared pieces.
+struct document_kind_t {
+    const char* schema_of_rulebook[RULEBOOK_COUNT];
+    const char* root;             // child of Document
+    const char* no_msgid_memory;  // failure text
+};
+
+// A document under way.
+struct document_t {
+    sepa_t* handle;
+    const document_kind_t* kind;
+    int rulebook;
+    time_t now;  // the one clock reading of the document
+    xml_writer_t xml;
+};
+
+// Generates the message id if there is none. Returns 1, or 0 with last_error.
+int ensure_message_id(document_t* document);
+
+// Document, its root and GrpHdr. Returns 0 with last_error for an unknown
+// rulebook.
+int write_document_start(document_t* document);
+void write_document_end(document_t* document);
+
+// A PmtInf from its start to SvcLvl; PmtTpInf stays open.
+void write_block_start(document_t* document, const payment_block_t& block, uint32_t number, const char* method);
+
+// The line with the date of a block.
+void write_date(document_t* document, const char* name, const payment_block_t& block);
+
+// The elements of the message's own party: "Dbtr" or "Cdtr" and those after it.
+struct own_party_names_t {
+    const char *party, *account, *agent;
+};
+
+// Name, account and agent of the message's own party, and who bears the charges.
+void write_own_party(document_t* document, const own_party_names_t& names);
+
+// `EndToEndId` of a transaction, in its PmtId.
+void write_payment_id(document_t* document, const sepa_party_t& party);
+
+// Writes all blocks of a sorted order; `write_block` gets each with its number.
+template <typename WriteBlock>
+void write_blocks(const payment_order_t& order, WriteBlock write_block) {
+    uint32_t number = 0;
+    for (uint32_t first = 0; first < order.count;) {
+        payment_block_t block = payment_block_at(&order, first);
+        write_block(block, ++number);
+        first += block.count;
+    }
+}
+
+// The name of the element that holds a BIC.
+const char* bic_element(const document_t* document);
+
+// PstlAdr, unless the party has none of the fields that call for one.
+void write_postal_address(document_t* document, const sepa_party_t& party);

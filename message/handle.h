@@ -1,0 +1,36 @@
+// What the sources of this folder share: failures, owned texts, ASCII case.
+#pragma once
+
+#include "message/sepa.h"
+
+constexpr const char* out_of_memory = "Out of memory";
+
+// Sets last_error to a constant text. Returns 0.
+int fail(sepa_t* handle, const char* text);
+
+// Composes last_error in error_buffer, cut to fit. Returns 0.
+int fail_with(sepa_t* handle, const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+// Overwrites a text over its length, frees it and clears the pointer. Null is
+// accepted. The one place, with wipe_record, where memory is wiped: compilers
+// delete a memset in front of free.
+void wipe_text(char** text);
+
+// Overwrites and frees a record or handle.
+void wipe_record(void* record, size_t size);
+
+char ascii_upper(char c);
+
+// Compares without regard to the case of ASCII letters.
+bool same_key(const char* a, const char* b);
+
+constexpr size_t max_bic_length = 11;
+
+// Writes `bic` in capitals into `out`. False if it is null or over-long.
+bool bic_in_capitals(const char* bic, char (&out)[max_bic_length + 1]);
+
+// Today's date as clock_local gives it, or any date of ten bytes.
+constexpr size_t date_length = 10;
+
+// Tells whether the rulebook in force is one of DE-3.0, DE-3.1, DE-3.5, DE-3.7.
+bool is_rulebook_de_3(int rulebook);
