@@ -11,10 +11,13 @@
 inline std::string quoted(const char* text) {
     std::string out = "\"";
     for (; *text; ++text) {
-        char byte[8];
         auto c = static_cast<unsigned char>(*text);
-        bool plain = c >= ' ' && c != '\\' && c < 0x7F;
-        snprintf(byte, sizeof byte, plain ? "%c" : c == '\n' ? "\\n" : c == '\r' ? "\\r" : "\\x%02X", c);
+        if (c >= ' ' && c != '\\' && c < 0x7F) {
+            out += *text;
+            continue;
+        }
+        char byte[8];
+        snprintf(byte, sizeof byte, c == '\n' ? "\\n" : c == '\r' ? "\\r" : "\\x%02X", c);
         out += byte;
     }
     return out + "\"";
@@ -67,7 +70,9 @@ private:
     void field(const char* name, const char* value) {
         if (value) text += std::string(" ") + name + " " + quoted(value) + "\n";
     }
-    void field(const char* name, unsigned value) { text += std::string(" ") + name + " " + std::to_string(value) + "\n"; }
+    void field(const char* name, unsigned value) {
+        text += std::string(" ") + name + " " + std::to_string(value) + "\n";
+    }
     void balance(const char* name, double saldo, const char* currency, const struct tm& day) {
         text += std::string(" ") + name + " " + date(day) + " " + quoted(currency) + " " + number(saldo) + "\n";
     }

@@ -191,17 +191,18 @@ private:
     }
 
     void purpose(char* text, char* end, const char*** target, size_t* last) {
-        const std::map<std::string, const char**> slots = {
-            {"EREF+", &tx_->eref}, {"KREF+", &tx_->kref}, {"MREF+", &tx_->mref}, {"CRED+", &tx_->cred},
-            {"DEBT+", &tx_->debt}, {"PURP+", &tx_->purp}, {"COAM+", &tx_->coam}, {"OAMT+", &tx_->oamt},
-            {"SVWZ+", &tx_->svwz}, {"ABWA+", &tx_->abwa}, {"ABWE+", &tx_->abwe}};
+        static const std::map<std::string, const char* sepa_stmt_tx_t::*> slots = {
+            {"EREF+", &sepa_stmt_tx_t::eref}, {"KREF+", &sepa_stmt_tx_t::kref}, {"MREF+", &sepa_stmt_tx_t::mref},
+            {"CRED+", &sepa_stmt_tx_t::cred}, {"DEBT+", &sepa_stmt_tx_t::debt}, {"PURP+", &sepa_stmt_tx_t::purp},
+            {"COAM+", &sepa_stmt_tx_t::coam}, {"OAMT+", &sepa_stmt_tx_t::oamt}, {"SVWZ+", &sepa_stmt_tx_t::svwz},
+            {"ABWA+", &sepa_stmt_tx_t::abwa}, {"ABWE+", &sepa_stmt_tx_t::abwe}};
         std::string fragment(text, end);
         auto slot = slots.find(fragment.substr(0, 5));
         if (slot != slots.end()) {
             *end = 0;
             char* comma = strchr(text + 5, ',');
             if (comma && (slot->first == "COAM+" || slot->first == "OAMT+")) *comma = '.';
-            *target = slot->second;
+            *target = &(tx_->*slot->second);
             **target = text + 5;
             return;
         }

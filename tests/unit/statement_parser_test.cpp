@@ -98,8 +98,7 @@ TEST_P(StatementFile, EveryByteFlipped) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, StatementFile, testing::ValuesIn(cases()), [](const auto& file) {
-    return file.param.substr(file.param.rfind('/') + 1);
-});
+INSTANTIATE_TEST_SUITE_P(All, StatementFile, testing::ValuesIn(cases()),
+                         [](const auto& file) { return file.param.substr(file.param.rfind('/') + 1); });
 
 }  // namespace
