@@ -29,9 +29,7 @@ foreach (read_csv($file) as $line => $row) {
         'date'   => $row['date'],
         'ref'    => in_charset_of($rulebook, $row['reference']),
     ];
-    // The first rulebooks wanted the payee's BIC; the directory knows most.
-    $bic = $row['bic'] !== '' || $rulebook !== 'DE-2.6' ? $row['bic'] : (string) SEPA::IBAN_getBIC($row['iban']);
-    foreach (['bic' => $bic, 'purp' => $row['purpose'], 'id' => $row['id']] as $key => $value) {
+    foreach (['bic' => bic_of($rulebook, $row), 'purp' => $row['purpose'], 'id' => $row['id']] as $key => $value) {
         if ($value !== '') {
             $payment[$key] = $value;
         }

@@ -1,15 +1,17 @@
 // Reads a CSV file for a test: the rows behind the header line, quoted fields
-// unquoted. An unreadable file has no rows.
+// unquoted. A file without rows is a failure of the test.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
 #include <vector>
 
-using csv_row_t = std::vector<std::string>;
+using csv_row = std::vector<std::string>;
 
-inline csv_row_t csv_fields(const std::string& line) {
-    csv_row_t fields(1);
+inline csv_row csv_fields(const std::string& line) {
+    csv_row fields(1);
     bool quoted = false;
     for (size_t i = 0; i < line.size(); i++) {
         if (line[i] == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"') {
@@ -25,11 +27,16 @@ inline csv_row_t csv_fields(const std::string& line) {
     return fields;
 }
 
-inline std::vector<csv_row_t> csv_rows(const std::string& file) {
-    std::ifstream in(file);
-    std::vector<csv_row_t> rows;
+// `columns` is the header line that the test relies on; empty for any.
+inline std::vector<csv_row> csv_rows(const std::string& path, const std::string& columns = "") {
+    std::ifstream file(path);
     std::string line;
-    std::getline(in, line);
-    while (std::getline(in, line)) rows.push_back(csv_fields(line));
+    std::getline(file, line);
+    if (!columns.empty()) {
+        EXPECT_EQ(line, columns) << path;
+    }
+    std::vector<csv_row> rows;
+    while (std::getline(file, line)) rows.push_back(csv_fields(line));
+    EXPECT_FALSE(rows.empty()) << path;
     return rows;
 }

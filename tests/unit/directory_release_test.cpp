@@ -22,13 +22,13 @@ const std::string folder = SEPA_DIRECTORY_DATA;
 // Columns of de.csv.
 enum { VALID_FROM, CODE, FLAG, METHOD, RULE, SUCCESSOR, BIC, NAME, POSTAL_CODE, CITY, COUNTRY };
 
-using german_rows_t = std::map<std::string, csv_row_t>;
+using german_rows_t = std::map<std::string, csv_row>;
 
 // German rows of each period, by bank code.
 const std::map<std::string, german_rows_t>& german_periods() {
     static const std::map<std::string, german_rows_t> periods = [] {
         std::map<std::string, german_rows_t> by_date;
-        for (const csv_row_t& row : csv_rows(folder + "/de.csv")) by_date[row[VALID_FROM]][row[CODE]] = row;
+        for (const csv_row& row : csv_rows(folder + "/de.csv")) by_date[row[VALID_FROM]][row[CODE]] = row;
         return by_date;
     }();
     return periods;
@@ -36,14 +36,14 @@ const std::map<std::string, german_rows_t>& german_periods() {
 
 const german_rows_t& later_period() { return german_periods().rbegin()->second; }
 
-csv_row_t texts(const bank_record_t& r) { return {r.bic, r.name, r.postal_code, r.city, r.country}; }
+csv_row texts(const bank_record_t& r) { return {r.bic, r.name, r.postal_code, r.city, r.country}; }
 
 // Keys in the order that the directory tells.
 std::vector<std::string> expected_keys() {
     std::vector<std::string> keys;
-    for (const csv_row_t& row : csv_rows(folder + "/bic.csv")) keys.push_back(row[0]);
-    for (const csv_row_t& row : csv_rows(folder + "/at.csv")) keys.push_back("_AT" + row[0]);
-    for (const csv_row_t& row : csv_rows(folder + "/ch.csv")) keys.push_back("_CH" + row[0]);
+    for (const csv_row& row : csv_rows(folder + "/bic.csv")) keys.push_back(row[0]);
+    for (const csv_row& row : csv_rows(folder + "/at.csv")) keys.push_back("_AT" + row[0]);
+    for (const csv_row& row : csv_rows(folder + "/ch.csv")) keys.push_back("_CH" + row[0]);
     for (const auto& [code, row] : later_period()) keys.push_back("_DE" + code);
     return keys;
 }
@@ -52,10 +52,10 @@ void expect_german(const german_rows_t& period, time_t now) {
     fixed_now = now;
     for (const auto& [code, later] : later_period()) {
         auto found = period.find(code);
-        const csv_row_t& row = found == period.end() ? later : found->second;
+        const csv_row& row = found == period.end() ? later : found->second;
         bank_record_t record;
         ASSERT_EQ(bank_lookup("DE", code.c_str(), &record), 1) << code;
-        EXPECT_EQ(texts(record), csv_row_t(row.begin() + BIC, row.end())) << code;
+        EXPECT_EQ(texts(record), csv_row(row.begin() + BIC, row.end())) << code;
         EXPECT_EQ(record.successor, row[SUCCESSOR]) << code;
         EXPECT_EQ(record.flag, std::stoul(row[FLAG])) << code;
         EXPECT_EQ(record.method, std::stoul(row[METHOD], nullptr, 16)) << code;
@@ -77,10 +77,10 @@ TEST(Release, EveryGermanRow) {
 
 TEST(Release, EveryAustrianAndSwissRow) {
     for (const char* country : {"AT", "CH"}) {
-        for (const csv_row_t& row : csv_rows(folder + (*country == 'A' ? "/at.csv" : "/ch.csv"))) {
+        for (const csv_row& row : csv_rows(folder + (*country == 'A' ? "/at.csv" : "/ch.csv"))) {
             bank_record_t record;
             ASSERT_EQ(bank_lookup(country, row[0].c_str(), &record), 1) << row[0];
-            EXPECT_EQ(texts(record), csv_row_t(row.begin() + 1, row.end())) << row[0];
+            EXPECT_EQ(texts(record), csv_row(row.begin() + 1, row.end())) << row[0];
             EXPECT_EQ(record.successor, nullptr);
             EXPECT_EQ(record.flag + record.method + record.rule + record.bank_flags, 0) << row[0];
         }
@@ -88,7 +88,7 @@ TEST(Release, EveryAustrianAndSwissRow) {
 }
 
 TEST(Release, EveryBicRow) {
-    for (const csv_row_t& row : csv_rows(folder + "/bic.csv")) {
+    for (const csv_row& row : csv_rows(folder + "/bic.csv")) {
         bank_record_t record;
         ASSERT_EQ(bic_lookup(row[0].c_str(), &record), 1) << row[0];
         EXPECT_EQ(record.bic, row[0]);
