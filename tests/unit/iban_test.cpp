@@ -111,7 +111,7 @@ TEST_F(Iban, NearMisses) {
 TEST_F(Iban, EveryPairOfLettersAndOfCheckDigits) {
     for (char first = 'A'; first <= 'Z'; ++first)
         for (char second = 'A'; second <= 'Z'; ++second)
-            for (size_t length : {2, 15, 18, 20, 22, 24, 27, 31})
+            for (size_t length : {2u, 15u, 18u, 20u, 22u, 24u, 27u, 31u})
                 compare(std::string{first, second} + std::string(length - 2, '0'));
     for (const auto& row : rows) {
         int valid = 0;
