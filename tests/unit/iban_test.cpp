@@ -133,25 +133,23 @@ TEST_F(Iban, EveryPairOfLettersAndOfCheckDigits) {
 TEST_F(Iban, TextsOfItsOwn) {
     const struct {
         const char *iban, *reason;
-    } texts[] = {
-        {"", "Invalid or unknown IBAN country code"},
-        {"D", "Invalid or unknown IBAN country code"},
-        {"DE", "Wrong IBAN length"},
-        {"US64SVBKUS6S3300958879", "Invalid or unknown IBAN country code"},
-        {"AD1200012030200359100100", "Invalid or unknown IBAN country code"},
-        {"de89370400440532013000", "Invalid IBAN format"},
-        {"dE89370400440532013000", "Invalid IBAN format"},
-        {"De89370400440532013000", "Invalid IBAN format"},
-        {"gb81SLDV99858107822382", "Invalid IBAN format"},
-        {"de8937040044053201300", "Wrong IBAN length"},
-        {"DE89 3704 0044 0532 0130 00", "Wrong IBAN length"},
-        {" DE89370400440532013000", "Invalid or unknown IBAN country code"},
-        {"FR087907449913T6dH8LB9JLC14", "Invalid IBAN format"},
-        {"DE98370400440532013000", "Invalid IBAN checksum"},
-        {"D\xC3\x89"
-         "9370400440532013000",
-         "Invalid or unknown IBAN country code"},
-    };
+    } texts[] = {{"", "Invalid or unknown IBAN country code"},
+                 {"D", "Invalid or unknown IBAN country code"},
+                 {"DE", "Wrong IBAN length"},
+                 {"US64SVBKUS6S3300958879", "Invalid or unknown IBAN country code"},
+                 {"AD1200012030200359100100", "Invalid or unknown IBAN country code"},
+                 {"de89370400440532013000", "Invalid IBAN format"},
+                 {"dE89370400440532013000", "Invalid IBAN format"},
+                 {"De89370400440532013000", "Invalid IBAN format"},
+                 {"gb81SLDV99858107822382", "Invalid IBAN format"},
+                 {"de8937040044053201300", "Wrong IBAN length"},
+                 {"DE89 3704 0044 0532 0130 00", "Wrong IBAN length"},
+                 {" DE89370400440532013000", "Invalid or unknown IBAN country code"},
+                 {"FR087907449913T6dH8LB9JLC14", "Invalid IBAN format"},
+                 {"DE98370400440532013000", "Invalid IBAN checksum"},
+                 {"D\xC3\x89"
+                  "9370400440532013000",
+                  "Invalid or unknown IBAN country code"}};
     for (const auto& text : texts) EXPECT_EQ(check(text.iban), text.reason) << text.iban;
     const char* reason = nullptr;
     EXPECT_EQ(IBAN_check(nullptr, &reason), 0);
