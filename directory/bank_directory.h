@@ -9,6 +9,14 @@
 // Room for the text of one entry, its NUL included.
 constexpr size_t BANK_TEXT_SIZE = 168;
 
+// SEPA schemes that an institution takes part in.
+enum sepa_scl : uint8_t {
+    SEPA_SCL_SCT = 1,   // credit transfer
+    SEPA_SCL_SDD = 2,   // direct debit, core
+    SEPA_SCL_COR1 = 4,  // direct debit, COR1
+    SEPA_SCL_B2B = 8,   // direct debit, business to business
+};
+
 // One decoded entry. Storage is the caller's; all text pointers point into
 // `text` of the same record, so a plain copy of a record points into the
 // original.

@@ -1,0 +1,50 @@
+# The library around one set of bank lists. Everything but the lookups of the
+# directory is compiled once, as objects; a library is these objects and the
+# lookups, compiled against tables that the generator makes from the lists.
+
+set(SEPA_DIRECTORY "2025-03" CACHE STRING "Release of the bank lists to compile in: a folder of directory/data")
+set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/directory/data/${SEPA_DIRECTORY})
+if(NOT SEPA_DIRECTORY OR NOT EXISTS ${SEPA_DIRECTORY_DATA}/de.csv)
+  message(FATAL_ERROR "SEPA_DIRECTORY: directory/data has no release \"${SEPA_DIRECTORY}\"")
+endif()
+
+add_executable(gen_directory tools/gen_directory.cpp)
+target_compile_options(gen_directory PRIVATE ${warnings})
+
+set(directory_lookups ${PROJECT_SOURCE_DIR}/directory/bank_directory.cpp)
+
+function(sepa_compile_settings target)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(${target} PRIVATE _GNU_SOURCE)
+  target_compile_options(${target} PRIVATE ${warnings} -fno-exceptions -fno-rtti -fvisibility=hidden)
+  target_link_libraries(${target} PUBLIC Threads::Threads)
+endfunction()
+
+# sepa_library(NAME DATA_DIR OUTPUT_DIR [OPTION...])
+# The static library NAME with the lists of DATA_DIR. Its tables are made in
+# OUTPUT_DIR/generated. OPTIONs go to the generator.
+function(sepa_library name data_dir output_dir)
+  set(tables ${output_dir}/generated/directory_tables.inc)
+  # Not every make sees that a command has changed; all see that a file has.
+  set(choice ${output_dir}/generated/directory_choice.txt)
+  file(CONFIGURE OUTPUT ${choice} CONTENT "${data_dir} ${ARGN}\n")
+  add_custom_command(
+    OUTPUT ${tables}
+    COMMAND gen_directory ${ARGN} ${data_dir} ${tables}
+    DEPENDS gen_directory ${choice} ${data_dir}/de.csv ${data_dir}/at.csv ${data_dir}/ch.csv ${data_dir}/bic.csv
+    COMMENT "Bank directory of ${name}"
+    VERBATIM)
+  add_library(${name} STATIC $<TARGET_OBJECTS:sepa_objects> ${directory_lookups} ${tables})
+  # First of all: an in-tree phpize build leaves tables in the source folder.
+  target_include_directories(${name} BEFORE PRIVATE ${output_dir})
+  sepa_compile_settings(${name})
+endfunction()
+
+# sepa_frozen_library(NAME DATA_DIR)
+# For tests: a copy of the whole library whose directory is made of the four
+# hand-written lists in DATA_DIR, which no release touches. A test links it
+# instead of sepa_core (see library_of_... in tests/unit/CMakeLists.txt). A
+# successor that is missing or leads in a circle is allowed here.
+function(sepa_frozen_library name data_dir)
+  sepa_library(${name} ${data_dir} ${PROJECT_BINARY_DIR}/frozen/${name} --allow-bad-successors)
+endfunction()

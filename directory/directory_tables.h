@@ -1,0 +1,41 @@
+// The generated tables of the directory, for its lookups and their tests. The
+// tables themselves are in generated/directory_tables.inc, which
+// bank_directory.cpp alone includes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+extern const int32_t directory_count;  // entries; all four kinds, in the order of the next lines
+extern const int32_t directory_bic_count;
+extern const int32_t directory_at_count;
+extern const int32_t directory_ch_count;
+extern const int32_t directory_de_count;
+extern const int32_t directory_cells;  // cells of directory_g
+
+// From this second of the epoch on the second of two sub-records counts; 0 if
+// the directory knows one period alone.
+extern const int64_t directory_switch_time;
+
+// Shape of a key: characters '0' to 'z', at most 15 of them.
+constexpr uint32_t DIRECTORY_POSITIONS = 15;
+constexpr uint32_t DIRECTORY_CHARACTERS = 75;
+
+// The hash: a row of DIRECTORY_CHARACTERS random numbers for each position of
+// a key, three times, and what is added up where they lead.
+extern const uint32_t directory_t1[];
+extern const uint32_t directory_t2[];
+extern const uint32_t directory_t3[];
+extern const int32_t directory_g[];  // -1 where no key leads
+
+extern const uint32_t directory_offsets[];
+extern const char directory_text[];
+
+// The entries, by index; each ends where the next one begins, and the one at
+// directory_count is the end of the last. One run of bytes and 32-bit offsets into it instead
+// of an array of pointers: those would have to be relocated, ten thousand of
+// them, whenever a process loads the module.
+struct directory_entries_t {
+    const char* operator[](int32_t index) const { return directory_text + directory_offsets[index]; }
+};
+constexpr directory_entries_t directory_entries;
