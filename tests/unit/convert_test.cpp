@@ -71,7 +71,7 @@ conversion convert(const std::string& account, const std::string& bank) {
 }
 
 TEST(Convert, Rows) {
-    for (const csv_row& row : csv_rows("conversions.csv", "account,bank,result,status,iban")) {
+    for (const csv_row& row : csv_rows(TEST_DATA "/conversions.csv", "account,bank,result,status,iban")) {
         conversion c = convert(row[0], row[1]);
         EXPECT_EQ(std::to_string(c.result), row[2]) << row[0] << " " << row[1];
         EXPECT_EQ(std::to_string(c.status), row[3]) << row[0] << " " << row[1];
@@ -143,7 +143,7 @@ TEST(Convert, EveryRuleOnManyAccounts) {
     auto digit = [&random] { return static_cast<char>('0' + random() % 10); };
     std::vector<std::string> accounts;
     for (const csv_row& row :
-         csv_rows("iban_rules.csv",
+         csv_rows(TEST_DATA "/iban_rules.csv",
                   "rule,bank,account,method,check,result,new_bank,new_account,new_check,status,iban_bank,what"))
         accounts.push_back(row[2]);
     for (int i = 0; i < 2000; ++i) {

@@ -1,28 +1,42 @@
-// Rows of a data file of tests/data, without its line of column names.
+// Reads a CSV file for a test: the rows behind the header line, quoted fields
+// unquoted. A file without rows is a failure of the test.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 using csv_row = std::vector<std::string>;
 
-// No quoting; a line that ends in a comma has an empty last field.
-inline std::vector<csv_row> csv_rows(const std::string& name, const std::string& columns) {
-    std::ifstream file(std::string(TEST_DATA) + "/" + name);
+inline csv_row csv_fields(const std::string& line) {
+    csv_row fields(1);
+    bool quoted = false;
+    for (size_t i = 0; i < line.size(); i++) {
+        if (line[i] == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"') {
+            fields.back() += line[i++];
+        } else if (line[i] == '"') {
+            quoted = !quoted;
+        } else if (line[i] == ',' && !quoted) {
+            fields.emplace_back();
+        } else {
+            fields.back() += line[i];
+        }
+    }
+    return fields;
+}
+
+// `columns` is the header line that the test relies on; empty for any.
+inline std::vector<csv_row> csv_rows(const std::string& path, const std::string& columns = "") {
+    std::ifstream file(path);
     std::string line;
     std::getline(file, line);
-    EXPECT_EQ(line, columns) << name;
-    std::vector<csv_row> rows;
-    while (std::getline(file, line)) {
-        std::istringstream fields(line + ",");
-        csv_row row;
-        for (std::string field; std::getline(fields, field, ',');) row.push_back(field);
-        rows.push_back(row);
+    if (!columns.empty()) {
+        EXPECT_EQ(line, columns) << path;
     }
-    EXPECT_FALSE(rows.empty()) << name;
+    std::vector<csv_row> rows;
+    while (std::getline(file, line)) rows.push_back(csv_fields(line));
+    EXPECT_FALSE(rows.empty()) << path;
     return rows;
 }

@@ -46,8 +46,9 @@ int number(const std::string& text) { return static_cast<int>(strtol(text.c_str(
 uint8_t method_code(const std::string& text) { return static_cast<uint8_t>(strtoul(text.c_str(), nullptr, 16)); }
 
 const std::vector<csv_row>& rows() {
-    static const std::vector<csv_row> rows = csv_rows(
-        "iban_rules.csv", "rule,bank,account,method,check,result,new_bank,new_account,new_check,status,iban_bank,what");
+    static const std::vector<csv_row> rows =
+        csv_rows(TEST_DATA "/iban_rules.csv",
+                 "rule,bank,account,method,check,result,new_bank,new_account,new_check,status,iban_bank,what");
     return rows;
 }
 
