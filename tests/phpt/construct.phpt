@@ -45,7 +45,7 @@ class Mine extends SEPA
     public function list() { return count($this->list); }
 }
 $mine = new Mine();
-$mine->added = 'dynamic';
+@$mine->added = 'dynamic';  // deprecated from 8.2 on
 var_dump($mine->setName('Name'), $mine->note, $mine->list(), $mine instanceof SEPA);
 unset($mine);
 
@@ -82,7 +82,6 @@ SEPAException 0: Invalid sepa_t handle (NULL)
 SEPAException 0: Invalid sepa_t handle (NULL)
 SEPAException 0: Invalid sepa_t handle (NULL)
 -- subclasses keep their properties and the handle
-%A
 bool(true)
 string(4) "kept"
 int(3)
