@@ -43,8 +43,9 @@ struct weights {
 // belongs to `position`, the next to the position left of it. Positions that
 // the list does not reach have weight 0.
 //
-// This and the sums are inlined and unrolled by force: the compiler then folds
-// a method's weights into its code, which makes it twice as fast.
+// This and the sums are inlined and unrolled by force, so that the compiler
+// folds a method's weights into its code. With g++ a method of several sums
+// takes half the time then.
 template <int count>
 [[gnu::always_inline]] static constexpr weights from(int position, const int (&list)[count]) {
     weights result{};
@@ -60,8 +61,8 @@ template <int count>
     return sum;
 }
 
-// The sum of a number's two decimal digits.
-static inline int cross_sum(int product) { return product - 9 * (product / 10); }
+// The sum of a number's two decimal digits. Unsigned, for the cheaper division.
+static inline int cross_sum(int product) { return product - 9 * static_cast<int>(static_cast<unsigned>(product) / 10); }
 
 // The sum of the cross sums of digit times weight, for weights up to 2.
 [[gnu::always_inline]] static inline int sum_of_cross_sums(const char* form, const weights& w) {
@@ -76,7 +77,11 @@ static inline int cross_sum(int product) { return product - 9 * (product / 10); 
 // digit is, and mod11_zero takes a zero in its place.
 enum modulus_rule { mod7, mod9, mod10, mod11_reject, mod11_zero };
 
-static inline int distance(int sum, int modulus) { return (modulus - sum % modulus) % modulus; }
+// Unsigned for the same reason; no sum is negative.
+static inline int distance(int sum, int modulus) {
+    unsigned m = static_cast<unsigned>(modulus);
+    return static_cast<int>((m - static_cast<unsigned>(sum) % m) % m);
+}
 
 [[gnu::always_inline]] static inline int check_value(modulus_rule rule, int sum) {
     switch (rule) {

@@ -39,9 +39,6 @@ constexpr size_t CHARACTERS = 75;
 constexpr char FIRST_CHARACTER = '0';
 constexpr size_t MAX_DRAWS = 100000;
 
-// The tables may be read a word at a time, so the last text has NULs behind it.
-constexpr size_t PADDING = 8;
-
 [[noreturn]] void stop(const std::string& reason) {
     fprintf(stderr, "gen_directory: %s\n", reason.c_str());
     exit(1);
@@ -180,6 +177,7 @@ void write_tables(FILE* out, const directory_t& directory, const hash_t& hash) {
         offsets.push_back(size);
         size += entry.key.size() + entry.body.size();
     }
+    offsets.push_back(size);
     fprintf(out, "// Made by tools/gen_directory.cpp from the bank lists. Do not edit.\n\n");
     fprintf(out, "constexpr int32_t directory_format = %d;\n", FORMAT);
     fprintf(out, "constexpr int32_t directory_count = %zu;\n", directory.entries.size());
@@ -194,9 +192,8 @@ void write_tables(FILE* out, const directory_t& directory, const hash_t& hash) {
     write_numbers(out, "uint32_t", "directory_t3", hash.t[2]);
     write_numbers(out, "int32_t", "directory_g", hash.g);
     write_numbers(out, "uint32_t", "directory_offsets", offsets);
-    fprintf(out, "const char directory_text[%zu] =\n", size + PADDING + 1);
+    fprintf(out, "const char directory_text[%zu] =\n", size + 1);
     for (const entry_t& entry : directory.entries) write_literal(out, entry.key + entry.body);
-    write_literal(out, std::string(PADDING, '\0'));
     fprintf(out, "    ;\n");
 }
 
