@@ -20,7 +20,7 @@ struct failing_memory_t {
     long fail_at = 0;  // counting from 1
     long calls = 0;    // since it was armed
     bool failed = false;
-    long live = 0;         // blocks in hand, always counted
+    long live = 0;          // blocks in hand, always counted
     long points_tried = 0;  // failures so far
 
     // Counts one allocation. True if it has to fail.
@@ -93,18 +93,20 @@ auto run_failing(fault_mode_t mode, long nth, Operation operation) {
     return result;
 }
 
-// Calls `attempt(mode, n)` for n = 1, 2, ... in both modes, until one of them
-// has not met a failure, and looks for blocks that an attempt has left behind.
+// Calls `attempt(mode, n)` in both modes for n = 1, 2, ... until `attempt` has
+// met no failure, and looks for blocks that an attempt has left behind.
 template <typename Attempt>
 void for_every_allocation(Attempt attempt) {
-    for (fault_mode_t mode : {ONE_FAILS, ALL_FAIL_FROM_THERE}) {
-        long nth = 0;
-        do {
-            SCOPED_TRACE(testing::Message() << "allocation " << ++nth << (mode == ONE_FAILS ? " alone" : " and all after"));
+    for (long nth = 1; !testing::Test::HasFailure(); ++nth) {
+        for (fault_mode_t mode : {ALL_FAIL_FROM_THERE, ONE_FAILS}) {
+            SCOPED_TRACE(testing::Message()
+                         << "allocation " << nth << (mode == ONE_FAILS ? " alone" : " and all after"));
             long live = memory.live;
             attempt(mode, nth);
             EXPECT_EQ(memory.live, live);
-        } while (memory.failed && !testing::Test::HasFailure());
-        EXPECT_GT(nth, 1) << "the operation allocates nothing";
+            if (memory.failed) continue;
+            EXPECT_GT(nth, 1) << "nothing was allocated";
+            return;
+        }
     }
 }
