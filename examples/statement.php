@@ -35,12 +35,16 @@ function purpose(array $tx): string
     return $tx['svwz'] ?? $tx['purpose'] ?? $tx['txtext'] ?? '';
 }
 
+function print_balance(string $which, string $date, float $saldo, string $currency): void
+{
+    echo "  $date  ", column("$which balance", 24), ' ', money($saldo), ' ', column($currency, 3), "\n";
+}
+
 function print_statement(array $statement): void
 {
     echo 'Account ', column($statement['account'] ?? '(none)', 30), ' No. ', $statement['number'] ?? '-',
         isset($statement['page']) ? "/{$statement['page']}" : '', "\n";
-    $line = '  %s  %-25s' . '%s %s' . "\n";
-    printf($line, $statement['openDate'], 'opening balance', money($statement['openSaldo']), $statement['openCurrency']);
+    print_balance('opening', $statement['openDate'], $statement['openSaldo'], $statement['openCurrency']);
     $sum = $statement['openSaldo'];
     foreach ($statement['tx'] as $tx) {
         $sum += $tx['amount'];
@@ -48,7 +52,7 @@ function print_statement(array $statement): void
         echo '  ', $tx['booked'] ?? $tx['valuta'], '  ', column($who, 24), ' ', money($tx['amount']), '  ',
             rtrim(column(purpose($tx), 48)), "\n";
     }
-    printf($line, $statement['closeDate'], 'closing balance', money($statement['closeSaldo']), $statement['closeCurrency']);
+    print_balance('closing', $statement['closeDate'], $statement['closeSaldo'], $statement['closeCurrency']);
     if (abs($sum - $statement['closeSaldo']) >= 0.005) {
         echo "  The bookings do not lead from the opening to the closing balance.\n";
     }
@@ -76,8 +80,12 @@ if ($as_json) {
             $value = utf8($value);
         }
     });
-    echo json_encode($statements, JSON_PRETTY_PRINT | JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES
-        | JSON_PRESERVE_ZERO_FRACTION), "\n";
+    $json = json_encode($statements, JSON_PRETTY_PRINT | JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES
+        | JSON_PRESERVE_ZERO_FRACTION);
+    if ($json === false) {  // an amount beyond all numbers
+        stop("$file: " . json_last_error_msg());
+    }
+    echo $json, "\n";
     exit;
 }
 if (!$statements) {
