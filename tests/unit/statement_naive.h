@@ -180,13 +180,38 @@ private:
         }
     }
 
+    // Bytes of the UTF-8 character at `at`; 1 where there is none.
+    static size_t character(const std::string& text, size_t at) {
+        static const unsigned lowest[] = {0, 0, 0x80, 0x800, 0x10000};
+        auto byte = [&](size_t i) { return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0u; };
+        unsigned lead = byte(0);
+        if (lead < 0xC0 || lead > 0xF7) return 1;
+        size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+        unsigned code = lead & (0x7Fu >> length);
+        for (size_t i = 1; i < length; ++i) {
+            if ((byte(i) & 0xC0) != 0x80) return 1;
+            code = code << 6 | (byte(i) & 0x3F);
+        }
+        bool valid = code >= lowest[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+        return valid ? length : 1;
+    }
+
+    // Cuts the text to the field, in front of a character that would be torn.
+    template <size_t N>
+    static void put(char (&field)[N], const std::string& text) {
+        size_t length = text.size() < N ? text.size() : N - 1;
+        for (size_t back = 1; back <= 3 && back <= length; ++back)
+            if (character(text, length - back) > back) length -= back;
+        snprintf(field, N, "%s", text.substr(0, length).c_str());
+    }
+
     void short_field(int number, const std::string& text) {
         std::string name = tx_->name;
         if (number == 33) name += (name.size() < 27 ? " " : "") + text;
-        if (number == 30) snprintf(tx_->bank, sizeof tx_->bank, "%s", text.c_str());
-        if (number == 31) snprintf(tx_->account, sizeof tx_->account, "%s", text.c_str());
+        if (number == 30) put(tx_->bank, text);
+        if (number == 31) put(tx_->account, text);
         if (number == 32) name = text;
-        if (number == 32 || number == 33) snprintf(tx_->name, sizeof tx_->name, "%s", name.c_str());
+        if (number == 32 || number == 33) put(tx_->name, name);
         if (number == 34) sscanf(text.c_str(), "%03d", &tx_->extcode);
     }
 
