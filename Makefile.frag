@@ -11,9 +11,10 @@ directory/bank_directory.lo: generated/directory_tables.inc
 generated/directory_tables.inc: generated/gen_directory generated/directory_choice.txt $(sepa_lists)
 	generated/gen_directory $(srcdir)/directory/data/$(SEPA_DIRECTORY) $@
 
-generated/gen_directory: $(srcdir)/tools/gen_directory.cpp
+sepa_generator := $(srcdir)/tools/gen_directory.cpp $(srcdir)/tools/bank_lists.cpp
+generated/gen_directory: $(sepa_generator) $(srcdir)/tools/bank_lists.h
 	@mkdir -p generated
-	$(CXX) -std=c++17 -O1 $(srcdir)/tools/gen_directory.cpp -o $@
+	$(CXX) -std=c++17 -O1 -I$(srcdir) $(sepa_generator) -o $@
 
 generated/directory_choice.txt: sepa_always
 	@mkdir -p generated

@@ -23,7 +23,8 @@ static_assert(sizeof directory_offsets == sizeof(uint32_t) * (directory_count + 
 
 static constexpr size_t MIN_KEY_LENGTH = 6;
 static constexpr size_t BIC_LENGTH = 11;
-static constexpr size_t PREFIX_LENGTH = 3;    // "_DE" and its like before a bank id
+static constexpr size_t PREFIX_LENGTH = 3;  // "_DE" and its like before a bank id
+static constexpr size_t BANK_CODE_LENGTH = 8;
 static constexpr size_t SUB_RECORD_HEAD = 4;  // flag, method and rule before its text
 
 // Hash of the `length` characters at `key`, at most DIRECTORY_POSITIONS of them.
@@ -165,6 +166,34 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
         if (clock_now() < directory_switch_time) break;
     }
     return 1;
+}
+
+// Whether a German entry's text from `text` to `end` has a bar behind its last
+// field, which is to say a further sub-record. Counts by words.
+static bool has_further_sub_record(const char* text, const char* end) {
+    constexpr uint64_t fields = fields_end - german_fields;
+    uint64_t bars = 0;
+    while (text < end) {
+        char bytes[sizeof(uint64_t)] = {};
+        auto left = static_cast<size_t>(end - text);
+        memcpy(bytes, text, left < sizeof bytes ? left : sizeof bytes);
+        uint64_t found = zero_bytes(load_word(bytes) ^ every_byte('|')) >> 7;
+        bars += (found * every_byte(1)) >> 56;
+        text += sizeof bytes;
+    }
+    return bars >= fields;
+}
+
+int bank_check_method(const char* bank_code) {
+    char key[PREFIX_LENGTH + BANK_CODE_LENGTH] = {'_', 'D', 'E'};
+    memcpy(key + PREFIX_LENGTH, bank_code, BANK_CODE_LENGTH);
+    int32_t index = find_entry<sizeof key>(key);
+    if (index < 0) return -1;
+    const char* from = directory_entries[index] + sizeof key;
+    if (!has_further_sub_record(from + SUB_RECORD_HEAD, directory_entries[index + 1]))
+        return static_cast<uint8_t>(from[1]);
+    bank_record_t record;
+    return bank_lookup("DE", bank_code, &record) ? record.method : -1;
 }
 
 int bic_lookup(const char* bic, bank_record_t* record) {

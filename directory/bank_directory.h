@@ -54,6 +54,10 @@ int32_t directory_hash(const char* key);
 // leaves it untouched.
 int bank_lookup(const char* country, const char* bank_id, bank_record_t* record);
 
+// The account check method of a German bank code of 8 characters, as
+// bank_lookup gives it, without decoding the texts; -1 if the code is unknown.
+int bank_check_method(const char* bank_code);
+
 // Finds a bank by its BIC of 8 or 11 characters, in either case of letters.
 // Returns 1 and fills `record`, or 0 and leaves it untouched.
 int bic_lookup(const char* bic, bank_record_t* record);

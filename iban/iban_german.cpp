@@ -12,11 +12,12 @@ const char* iban_german_fault(const char* iban) {
     const char* digits = iban + 4;
     char bank_code[bank_code_length + 1] = {};
     memcpy(bank_code, digits, bank_code_length);
-    bank_record_t bank;
-    if (bank_lookup("DE", bank_code, &bank) != 1) return "Invalid bank ID (BLZ) in IBAN";
+    int method = bank_check_method(bank_code);
+    if (method < 0) return "Invalid bank ID (BLZ) in IBAN";
     char account[account_length + 1] = {};
     memcpy(account, digits + bank_code_length, account_length);
     // 0, no verdict, and 2, passed in a second reading, are good.
-    if (account_check_bank(account, bank_code, bank.method) == -1) return "Invalid account number in IBAN";
+    if (account_check_bank(account, bank_code, static_cast<uint8_t>(method)) == -1)
+        return "Invalid account number in IBAN";
     return nullptr;
 }

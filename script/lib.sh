@@ -1,6 +1,7 @@
 # What the commands of this folder share. Everything that is built goes to out/.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
+[ -e "$root/sources.list" ] || { echo "run this from script/" >&2 && exit 1; }
 out=${SEPA_OUT:-$root/out}
 PHP=${PHP:-php}
 PHPIZE=${PHPIZE:-phpize}

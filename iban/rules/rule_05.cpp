@@ -13,8 +13,9 @@ static bool is_closed(const iban_work_t* work) {
     return in_range(digits_value(work->account + 1, 9), closed_range) && closed_banks.find(digits_value(work->bank, 8));
 }
 
-// Customers leave out the sub-account 00, the last two digits of the account
-// form that method 13 checks first.
+// An account ends in two digits for the sub-account, which people leave out
+// where it is 00. Whether that has happened is told by the check digit, and for
+// numbers of six or seven digits the completed reading goes first.
 static int by_method_13(char* iban_buf, iban_work_t* work) {
     account_text_t shifted = shifted_form(work);
     bool shifted_passes = digits_zero(work, 1, 2) && method_13_passes(shifted.text);

@@ -3,8 +3,6 @@
 // rule reads as compose(step(work)).
 #pragma once
 
-#include <initializer_list>
-
 #include "iban/iban.h"
 #include "iban/rules/rule_list.h"
 

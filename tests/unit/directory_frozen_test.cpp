@@ -57,9 +57,13 @@ std::string bank(const char* country, const char* bank_id) {
     return found ? shown(record) : "none";
 }
 
-std::string bank_at(time_t now, const char* bank_id) {
+// What bank_lookup finds at a time; bank_check_method has to agree.
+std::string bank_at(time_t now, const char* bank_code) {
     fixed_now = now;
-    return bank("DE", bank_id);
+    bank_record_t record;
+    int method = bank_lookup("DE", bank_code, &record) == 1 ? record.method : -1;
+    EXPECT_EQ(bank_check_method(bank_code), method) << bank_code;
+    return bank("DE", bank_code);
 }
 
 std::string bank_of_bic(const char* bic) {
@@ -160,6 +164,8 @@ TEST(BankLookup, AustriaSwitzerlandLiechtenstein) {
     EXPECT_EQ(bank("CH", "00100"), swiss);
     EXPECT_EQ(bank("CH", "100"), swiss);
     EXPECT_EQ(bank("LI", "100"), swiss);
+    EXPECT_EQ(bank("CH", "0"), "(null)|FROZCHZZ000|Bank Null|8000|Zürich| flag=0 method=00 rule=0 bank_flags=0");
+    EXPECT_EQ(bank("CH", ""), "none") << "padded, it would be a bank id";
     EXPECT_EQ(bank("AT", "0100"),
               "(null)|FROZATWWXXX|Gefrorene Nationalbank|1010|Wien|AT flag=0 method=00 rule=0 bank_flags=0");
     EXPECT_EQ(bank("LI", "08800"),

@@ -57,11 +57,10 @@ TEST_P(Document, MessageIdIsMadeOfLocalTimeProcessAndCounter) {
     const struct {
         unsigned process_id, counter;
         const char* tail;
-    } rows[] = {
-        {1234, 5, "0123405"},     {1234, 105, "0123505"},      {0, 0, "0000000"},           {99999, 100, "0000000"},
-        {100000, 7, "0000007"},   {4194304, 0, "9430400"},     {42949672, 95, "4967295"},   {42949672, 96, "0000000"},
-        {42949673, 0, "0000004"}, {0, 0xFFFFFFFFu, "4967295"}, {1, 0xFFFFFFFFu, "0000099"},
-    };
+    } rows[] = {{1234, 5, "0123405"},        {1234, 105, "0123505"},     {0, 0, "0000000"},
+                {99999, 100, "0000000"},     {100000, 7, "0000007"},     {4194304, 0, "9430400"},
+                {42949672, 95, "4967295"},   {42949672, 96, "0000000"},  {42949673, 0, "0000004"},
+                {0, 0xFFFFFFFFu, "4967295"}, {1, 0xFFFFFFFFu, "0000099"}};
     for (const auto& row : rows) {
         fixed_process_id = row.process_id;
         message_counter = row.counter;
@@ -97,12 +96,10 @@ TEST_P(Document, TodayIsTheLocalDay) {
         time_t now;
         long offset;
         const char *date, *created;
-    } rows[] = {
-        {1709247599, 0, "2024-02-29", "2024-02-29T22:59:59Z"},
-        {1709247600, 3600, "2024-03-01", "2024-02-29T23:00:00Z"},
-        {1704067200, -1, "2023-12-31", "2024-01-01T00:00:00Z"},
-        {253402300799, 0, "9999-12-31", "9999-12-31T23:59:59Z"},
-    };
+    } rows[] = {{1709247599, 0, "2024-02-29", "2024-02-29T22:59:59Z"},
+                {1709247600, 3600, "2024-03-01", "2024-02-29T23:00:00Z"},
+                {1704067200, -1, "2023-12-31", "2024-01-01T00:00:00Z"},
+                {253402300799, 0, "9999-12-31", "9999-12-31T23:59:59Z"}};
     for (const auto& row : rows) {
         fixed_now = row.now;
         fixed_local_offset = row.offset;
@@ -205,12 +202,10 @@ TEST_F(DebitOutput, MandateData) {
     const struct {
         keys_t first, second;
         const char* error;
-    } rows[] = {
-        {{}, {{"mdate", "2024-01-01"}}, "Mandate reference missing"},
-        {{{"mref", "M"}}, {}, "Mandate signature date missing"},
-        {{{"mref", "M"}, {"mdate", "2024-01-01"}}, {{"mdate", "2024-01-01"}}, "Mandate reference missing"},
-        {{{"mref", "M"}, {"mdate", "2024-01-01"}}, {{"mref", "M"}}, "Mandate signature date missing"},
-    };
+    } rows[] = {{{}, {{"mdate", "2024-01-01"}}, "Mandate reference missing"},
+                {{{"mref", "M"}}, {}, "Mandate signature date missing"},
+                {{{"mref", "M"}, {"mdate", "2024-01-01"}}, {{"mdate", "2024-01-01"}}, "Mandate reference missing"},
+                {{{"mref", "M"}, {"mdate", "2024-01-01"}}, {{"mref", "M"}}, "Mandate signature date missing"}};
     for (const auto& row : rows) {
         use_rulebook("DE-2.9");
         message = new_message(SEPA_MSGTYPE_DDI);

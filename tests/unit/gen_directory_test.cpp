@@ -163,6 +163,9 @@ const refusal_t refusals[] = {
      "successor 20000000 leads in a circle"},
     {"circle", "de.csv", "2025-03-03,20000000,1,09,0,30000000,,a,,,DE\n2025-03-03,30000000,1,09,0,20000000,,a,,,DE\n",
      3, "successor 30000000 leads in a circle"},
+    {"circle of the later period", "de.csv",
+     "2024-12-09,20000000,1,09,0,,,a,,,DE\n2025-03-03,20000000,1,09,0,20000000,,a,,,DE\n", 4,
+     "successor 20000000 leads in a circle"},
     {"circle of the earlier period", "de.csv",
      "2025-03-03,20000000,1,09,0,20000000,,a,,,DE\n2025-06-09,20000000,1,09,0,,,a,,,DE\n", 3,
      "successor 20000000 leads in a circle"},
@@ -268,9 +271,10 @@ TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
 TEST_F(Generator, SameListsSameBytes) {
     run("--allow-bad-successors " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
+    EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
     uint64_t hash = 0xCBF29CE484222325;
     for (char c : read_whole(output)) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-    EXPECT_EQ(hash, UINT64_C(16733465021324657650));
+    EXPECT_EQ(hash, UINT64_C(6694531572275297067));
 }
 
 }  // namespace

@@ -182,13 +182,11 @@ TEST_P(Memory, NoMemoryForASetter) {
         int (*set)(sepa_t*, const char*);
         char* sepa_t::*field;
         const char *value, *error;
-    } rows[] = {
-        {sepa_setIBAN, &sepa_t::iban, german_iban, "strdup() failed"},
-        {sepa_setBIC, &sepa_t::bic, "DEUTDEFF", "sepa_setBIC: strdup() failed"},
-        {sepa_setName, &sepa_t::name, "Name", "sepa_setName: strdup() failed"},
-        {sepa_setCreditorIdentifier, &sepa_t::creditor_id, "DE98ZZZ09999999999", "strdup() failed"},
-        {sepa_setDate, &sepa_t::date, "2024-01-01", "strdup() failed"},
-    };
+    } rows[] = {{sepa_setIBAN, &sepa_t::iban, german_iban, "strdup() failed"},
+                {sepa_setBIC, &sepa_t::bic, "DEUTDEFF", "sepa_setBIC: strdup() failed"},
+                {sepa_setName, &sepa_t::name, "Name", "sepa_setName: strdup() failed"},
+                {sepa_setCreditorIdentifier, &sepa_t::creditor_id, "DE98ZZZ09999999999", "strdup() failed"},
+                {sepa_setDate, &sepa_t::date, "2024-01-01", "strdup() failed"}};
     start();
     for (const auto& row : rows) {
         ASSERT_EQ(row.set(message.get(), row.value), 1);

@@ -172,13 +172,12 @@ TEST(RuleTables, AccountsOfOneBank) {
 // Both ends of every branch number, against the published lists.
 TEST(RuleTables, Branches) {
     for (int branch = 0; branch < 1000; ++branch) {
-        char text[8];
-        snprintf(text, sizeof text, "%03d", branch);
+        const std::string text = std::to_string(1000 + branch).substr(1);
         std::string bank = "10020030";
         for (const auto& list : branch_lists)
-            if (strstr(list.branches, text)) bank = list.bank;
+            if (strstr(list.branches, text.c_str())) bank = list.bank;
         for (const char* rest : {"0000000", "9999999"}) {
-            std::string account = std::string(text) + rest;
+            std::string account = text + rest;
             if (branch >= 80 && branch <= 89) continue;  // closed
             EXPECT_EQ(run(32, "10020030", account, 0x09, 0).iban, "DE00" + bank + account);
         }
