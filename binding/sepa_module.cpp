@@ -3,7 +3,9 @@
 #include <cstddef>
 
 #include "binding/sepa_methods.h"
+#include "binding/statement_class.h"
 #include "directory/bank_directory.h"
+#include "statement/mt940.h"
 
 zend_class_entry* sepa_ce;
 zend_class_entry* sepa_exception_ce;
@@ -66,6 +68,8 @@ static module_result_t sepa_module_startup(int, int module_number) {
     sepa_exception_ce = zend_register_internal_class_ex(&ce, zend_ce_exception);
 
     for (const auto& constant : constants) register_constant(constant.name, constant.value, module_number);
+    statement_class_register();
+    register_constant("SEPA_STMT_FORMAT_MT940", SEPA_STMT_FORMAT_MT940, module_number);
     return SUCCESS;
 }
 

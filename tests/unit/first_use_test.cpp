@@ -4,6 +4,7 @@
 #include <regex.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 #include <vector>
 
@@ -18,6 +19,8 @@ extern "C" int __real_regcomp(regex_t* out, const char* pattern, int flags);
 extern "C" int __wrap_regcomp(regex_t* out, const char* pattern, int flags);
 extern "C" int __wrap_regcomp(regex_t* out, const char* pattern, int flags) {
     EXPECT_EQ(flags, REG_EXTENDED);
+    // Long enough for other threads to come in between.
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
     return ++compilations == fail_at ? REG_ESPACE : __real_regcomp(out, pattern, flags);
 }
 

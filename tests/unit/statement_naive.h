@@ -3,6 +3,7 @@
 // needs no care at its end, since the buffer goes on with NULs.
 #pragma once
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -180,13 +181,36 @@ private:
         }
     }
 
+    // Bytes of the valid UTF-8 character at `p`, or 0.
+    static size_t character_at(const std::string& s, size_t p) {
+        unsigned value = static_cast<unsigned char>(s[p]);
+        size_t length = value < 0xC0 || value > 0xF7 ? 0 : value < 0xE0 ? 2 : value < 0xF0 ? 3 : 4;
+        if (!length || p + length > s.size()) return 0;
+        value &= 0x7Fu >> length;
+        for (size_t i = 1; i < length; ++i) {
+            unsigned next = static_cast<unsigned char>(s[p + i]);
+            if (next < 0x80 || next > 0xBF) return 0;
+            value = value << 6 | (next & 0x3F);
+        }
+        const unsigned least[] = {0, 0, 0x80, 0x800, 0x10000};
+        bool valid = value >= least[length] && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
+        return valid ? length : 0;
+    }
+
+    template <size_t N>
+    static void store(char (&field)[N], const std::string& text) {
+        size_t length = std::min(text.size(), N - 1);
+        for (size_t p = length > 3 ? length - 3 : 0; p < length; ++p)
+            if (p + character_at(text, p) > length) length = p;
+        snprintf(field, N, "%.*s", static_cast<int>(length), text.c_str());
+    }
+
     void short_field(int number, const std::string& text) {
         std::string name = tx_->name;
-        if (number == 33) name += (name.size() < 27 ? " " : "") + text;
-        if (number == 30) snprintf(tx_->bank, sizeof tx_->bank, "%s", text.c_str());
-        if (number == 31) snprintf(tx_->account, sizeof tx_->account, "%s", text.c_str());
-        if (number == 32) name = text;
-        if (number == 32 || number == 33) snprintf(tx_->name, sizeof tx_->name, "%s", name.c_str());
+        if (number == 33) store(tx_->name, name + (name.size() < 27 ? " " : "") + text);
+        if (number == 30) store(tx_->bank, text);
+        if (number == 31) store(tx_->account, text);
+        if (number == 32) store(tx_->name, text);
         if (number == 34) sscanf(text.c_str(), "%03d", &tx_->extcode);
     }
 
