@@ -130,7 +130,7 @@ TEST_F(Setters, CreditorIdentifier) {
         refuses(sepa_setCreditorIdentifier, &sepa_t::creditor_id, value, error);
     };
     for (const char* id : {"DE98ZZZ09999999999", "DE98\xFF<\n09999999999", "AT88a-!00000000001", "ES97000B12345678",
-                           "DE36ZZZ", "NL81ZZZXXXXXXXXXXXXXXXXXXXXXXXXXXXX"})
+                           "DE36ZZZ", "AZ91ZZZAZ09ZA", "NL81ZZZXXXXXXXXXXXXXXXXXXXXXXXXXXXX"})
         good(id);
     bad(nullptr, "Creditor Identifier too short");
     bad("DE36ZZ", "Creditor Identifier too short");

@@ -167,6 +167,8 @@ TEST_F(Iban, TextsOfItsOwn) {
                  {" DE89370400440532013000", "Invalid or unknown IBAN country code"},
                  {"FR087907449913T6dH8LB9JLC14", "Invalid IBAN format"},
                  {"DE98370400440532013000", "Invalid IBAN checksum"},
+                 {"DE09000000000000000001", "Invalid bank ID (BLZ) in IBAN"},
+                 {"DE24370400440532013200", "Invalid account number in IBAN"},
                  {"D\xC3\x89"
                   "9370400440532013000",
                   "Invalid or unknown IBAN country code"}};

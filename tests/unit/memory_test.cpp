@@ -1,10 +1,8 @@
-// What happens to memory: everything that held a payment is overwritten before
-// it is freed, and every allocation may fail. The library's calls to the
-// allocator come by here.
+// Everything that held a payment is overwritten before it is freed. The
+// library's calls to the allocator come by here.
 #include <cstring>
 #include <map>
 
-#include "statement/mt940.h"
 #include "tests/unit/message_helpers.h"
 
 namespace {
@@ -17,11 +15,7 @@ blocks_t& held() {
     return blocks;
 }
 
-constexpr unsigned never = ~0U;
-unsigned good_allocations = never;  // so many succeed, then all fail
 unsigned freed, freed_unwiped;
-
-bool may_allocate() { return good_allocations == never || (good_allocations && good_allocations--); }
 
 void* remember(void* block, size_t size) {
     if (block) held()[block] = size;
@@ -49,22 +43,16 @@ void* __wrap_realloc(void* block, size_t size);
 char* __wrap_strdup(const char* text);
 void __wrap_free(void* block);
 
-void* __wrap_malloc(size_t size) { return may_allocate() ? remember(__real_malloc(size), size) : nullptr; }
+void* __wrap_malloc(size_t size) { return remember(__real_malloc(size), size); }
 
-void* __wrap_calloc(size_t count, size_t size) {
-    return may_allocate() ? remember(__real_calloc(count, size), count * size) : nullptr;
-}
+void* __wrap_calloc(size_t count, size_t size) { return remember(__real_calloc(count, size), count * size); }
 
 void* __wrap_realloc(void* block, size_t size) {
-    if (!may_allocate()) return nullptr;
     held().erase(block);
     return remember(__real_realloc(block, size), size);
 }
 
-char* __wrap_strdup(const char* text) {
-    if (!may_allocate()) return nullptr;
-    return static_cast<char*>(remember(__real_strdup(text), strlen(text) + 1));
-}
+char* __wrap_strdup(const char* text) { return static_cast<char*>(remember(__real_strdup(text), strlen(text) + 1)); }
 
 void __wrap_free(void* block) {
     auto found = held().find(block);
@@ -83,14 +71,6 @@ struct Memory : testing::TestWithParam<long> {
     message_t message;
 
     bool is_debit() const { return GetParam() == SEPA_MSGTYPE_DDI; }
-
-    void SetUp() override {
-        sepa_check_field(0, "");  // compiles its pattern now
-        use_rulebook("DE-3.5");
-        freed = freed_unwiped = 0;
-    }
-
-    void TearDown() override { good_allocations = never; }
 
     void start() {
         use_rulebook("DE-3.5");
@@ -168,92 +148,6 @@ TEST_P(Memory, AFailedAddIsWiped) {
     ASSERT_EQ(add(message, all_keys("DE-3.5", {{"NAME", "later"}, {"Iban", german_iban}})), 1);
     message.reset();
     EXPECT_EQ(freed_unwiped, 0u);
-}
-
-TEST_P(Memory, NoMemoryForAHandle) {
-    good_allocations = 0;
-    current_rulebook = RULEBOOK_NONE;
-    EXPECT_EQ(sepa_new(GetParam()), nullptr);
-    EXPECT_EQ(current_rulebook, RULEBOOK_DE_3_7);
-}
-
-TEST_P(Memory, NoMemoryForASetter) {
-    const struct {
-        int (*set)(sepa_t*, const char*);
-        char* sepa_t::*field;
-        const char *value, *error;
-    } rows[] = {{sepa_setIBAN, &sepa_t::iban, german_iban, "strdup() failed"},
-                {sepa_setBIC, &sepa_t::bic, "DEUTDEFF", "sepa_setBIC: strdup() failed"},
-                {sepa_setName, &sepa_t::name, "Name", "sepa_setName: strdup() failed"},
-                {sepa_setCreditorIdentifier, &sepa_t::creditor_id, "DE98ZZZ09999999999", "strdup() failed"},
-                {sepa_setDate, &sepa_t::date, "2024-01-01", "strdup() failed"}};
-    start();
-    for (const auto& row : rows) {
-        ASSERT_EQ(row.set(message.get(), row.value), 1);
-        good_allocations = 0;
-        EXPECT_EQ(row.set(message.get(), row.value), 0);
-        EXPECT_STREQ(message->last_error, row.error);
-        EXPECT_EQ(message.get()->*row.field, nullptr);
-        good_allocations = never;
-    }
-}
-
-TEST_P(Memory, NoMemoryForAnAdd) {
-    start();
-    for (const char* rulebook : {"DE-3.5", "DE-3.7"}) {
-        blocks_t before = held();
-        sepa_t fields = *message;
-        keys_t keys = all_keys(rulebook);
-        for (unsigned good = 0; good < texts_of(keys) + 1; ++good) {
-            good_allocations = good;
-            ASSERT_EQ(add(message, keys), 0) << good;
-            good_allocations = never;
-            EXPECT_STREQ(message->last_error, "Out of memory");
-            EXPECT_EQ(message->tx_count, fields.tx_count);
-            EXPECT_EQ(message->ctrl_sum, fields.ctrl_sum);
-            EXPECT_EQ(message->tx_tail, fields.tx_tail);
-            EXPECT_EQ(held(), before);
-        }
-        EXPECT_EQ(add(message, keys), 1);
-    }
-}
-
-// Fails the output at each of its allocations in turn. The reasons come in the
-// order of the work, and what is left behind writes the right document later.
-TEST_P(Memory, NoMemoryForADocument) {
-    const char* strdup_error = is_debit() ? "ddi_toXML: strdup() failed" : "cti_toXML: strdup() failed";
-    const std::vector<std::string> expected = {"earlier", "malloc() failed", "Out of memory", strdup_error,
-                                               "Out of memory"};
-    auto fill = [&] {
-        start();
-        for (const char* date : {"2024-01-03", "2024-01-02", "2024-01-03"})
-            for (const char* rulebook : {"DE-3.5", "DE-3.7"})
-                ASSERT_EQ(add(message, all_keys(rulebook, {{"Date", date}})), 1);
-        message->last_error = "earlier";
-        message_counter = 5;
-    };
-    fill();
-    const std::string reference = document_of(message);
-    std::vector<std::string> reasons;
-    std::string written;
-    for (unsigned good = 0; written.empty(); ++good) {
-        fill();
-        size_t blocks = held().size();
-        good_allocations = good;
-        char* text = sepa_toXML(message.get());
-        good_allocations = never;
-        if (text) {
-            written = text;
-            free(text);
-            continue;
-        }
-        if (reasons.empty() || reasons.back() != message->last_error) reasons.push_back(message->last_error);
-        EXPECT_EQ(held().size(), blocks + (message->date ? 1 : 0) + (message->msgid ? 1 : 0)) << "nothing leaks";
-        message_counter = 5;
-        EXPECT_EQ(document_of(message), reference);
-    }
-    EXPECT_EQ(written, reference);
-    EXPECT_EQ(reasons, expected);
 }
 
 }  // namespace
