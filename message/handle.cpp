@@ -33,7 +33,7 @@ void wipe_record(void* record, size_t size) {
 
 char ascii_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool same_key(const char* a, const char* b) {
+bool same_text(const char* a, const char* b) {
     for (; ascii_upper(*a) == ascii_upper(*b); ++a, ++b)
         if (!*a) return true;
     return false;

@@ -21,8 +21,14 @@ void wipe_record(void* record, size_t size);
 
 char ascii_upper(char c);
 
-// Compares without regard to the case of ASCII letters.
-bool same_key(const char* a, const char* b);
+// Compares two texts without regard to the case of ASCII letters.
+bool same_text(const char* a, const char* b);
+
+// The same for a key of a list, most of which differ in their first letter.
+inline bool same_key(const char* a, const char* b) {
+    constexpr int but_case = ~0x20;
+    return ((a[0] ^ b[0]) & but_case) == 0 && same_text(a, b);
+}
 
 constexpr size_t max_bic_length = 11;
 

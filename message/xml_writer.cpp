@@ -5,47 +5,81 @@
 
 #include "message/sepa.h"
 
-static constexpr std::string_view tab_text = "\t\t\t\t\t\t\t\t\t\t";
+static constexpr size_t max_tabs = 16;  // more than any document has
+static constexpr char tab_text[max_tabs + 1] = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
 
-// Room for `n` bytes and a NUL. The buffer itself grows by what it needs; a
-// document asks for half of what it has, so that its cost stays linear.
-static bool make_room(xml_writer_t* xml, size_t n) {
+// Room for `n` bytes and a NUL, or null. The buffer itself grows by what it
+// needs; a document asks for half of what it has, so that its cost stays
+// linear.
+static char* make_room(xml_writer_t* xml, size_t n) {
     xmlbuf_t* buffer = xml->buffer;
-    if (!xml->good || buffer->capacity - buffer->used > n) return xml->good;
-    size_t generous = n + 1 > buffer->used / 2 ? n + 1 : buffer->used / 2;
-    xml->good = xmlbuf_reserve(buffer, generous) || xmlbuf_reserve(buffer, n + 1);
-    return xml->good;
+    if (!xml->good) return nullptr;
+    if (buffer->capacity - buffer->used <= n) {
+        size_t generous = n + 1 > buffer->used / 2 ? n + 1 : buffer->used / 2;
+        xml->good = xmlbuf_reserve(buffer, generous) || xmlbuf_reserve(buffer, n + 1);
+        if (!xml->good) return nullptr;
+    }
+    return buffer->text + (buffer->used ? buffer->used - 1 : 0);
+}
+
+// Ends the text at `end`.
+static void finish(xml_writer_t* xml, char* end) {
+    *end = '\0';
+    xml->buffer->used = static_cast<size_t>(end - xml->buffer->text) + 1;
+}
+
+static char* put(char* at, std::string_view text) {
+    memcpy(at, text.data(), text.size());
+    return at + text.size();
+}
+
+// Needs room for max_tabs bytes, which one copy of a fixed size fills.
+static char* put_tabs(char* at, unsigned tabs) {
+    memcpy(at, tab_text, max_tabs);
+    return at + tabs;
 }
 
 void xml_plain(xml_writer_t* xml, std::string_view text) {
-    if (!make_room(xml, text.size())) return;
-    xmlbuf_t* buffer = xml->buffer;
-    if (!buffer->used) buffer->used = 1;
-    char* at = buffer->text + buffer->used - 1;
-    memcpy(at, text.data(), text.size());
-    at[text.size()] = '\0';
-    buffer->used += text.size();
+    if (char* at = make_room(xml, text.size())) finish(xml, put(at, text));
 }
 
-static void start_line(xml_writer_t* xml, unsigned tabs, std::string_view opening, std::string_view name) {
-    xml_plain(xml, tab_text.substr(0, tabs));
-    xml_plain(xml, opening);
+// A line that is one tag.
+static void tag_line(xml_writer_t* xml, unsigned tabs, std::string_view opening, std::string_view name) {
+    char* at = make_room(xml, max_tabs + sizeof "</>\n" + name.size());
+    if (!at) return;
+    at = put(put(put_tabs(at, tabs), opening), name);
+    finish(xml, put(at, ">\n"));
+}
+
+void xml_open(xml_writer_t* xml, unsigned tabs, std::string_view name) { tag_line(xml, tabs, "<", name); }
+
+void xml_close(xml_writer_t* xml, unsigned tabs, std::string_view name) { tag_line(xml, tabs, "</", name); }
+
+// A line with content that needs no escaping; `attribute` belongs to the tag.
+static void content_line(xml_writer_t* xml, unsigned tabs, std::string_view name, std::string_view attribute,
+                         std::string_view value) {
+    char* at = make_room(xml, max_tabs + sizeof "<></>\n" + 2 * name.size() + attribute.size() + value.size());
+    if (!at) return;
+    at = put(put(put_tabs(at, tabs), "<"), name);
+    at = put(put(at, attribute), ">");
+    at = put(put(put(at, value), "</"), name);
+    finish(xml, put(at, ">\n"));
+}
+
+void xml_fixed(xml_writer_t* xml, unsigned tabs, std::string_view name, std::string_view value) {
+    content_line(xml, tabs, name, "", value);
+}
+
+static void start_line(xml_writer_t* xml, unsigned tabs, std::string_view name) {
+    xml_plain(xml, {tab_text, tabs});
+    xml_plain(xml, "<");
     xml_plain(xml, name);
+    xml_plain(xml, ">");
 }
 
 static void end_line(xml_writer_t* xml, std::string_view name) {
     xml_plain(xml, "</");
     xml_plain(xml, name);
-    xml_plain(xml, ">\n");
-}
-
-void xml_open(xml_writer_t* xml, unsigned tabs, std::string_view name) {
-    start_line(xml, tabs, "<", name);
-    xml_plain(xml, ">\n");
-}
-
-void xml_close(xml_writer_t* xml, unsigned tabs, std::string_view name) {
-    start_line(xml, tabs, "</", name);
     xml_plain(xml, ">\n");
 }
 
@@ -55,16 +89,13 @@ static void escaped(xml_writer_t* xml, const char* value) {
 
 void xml_text(xml_writer_t* xml, unsigned tabs, std::string_view name, const char* value) {
     if (!value) return;
-    start_line(xml, tabs, "<", name);
-    xml_plain(xml, ">");
+    size_t clean = strcspn(value, "<>&");
+    if (!value[clean]) {
+        content_line(xml, tabs, name, "", {value, clean});
+        return;
+    }
+    start_line(xml, tabs, name);
     escaped(xml, value);
-    end_line(xml, name);
-}
-
-void xml_fixed(xml_writer_t* xml, unsigned tabs, std::string_view name, std::string_view value) {
-    start_line(xml, tabs, "<", name);
-    xml_plain(xml, ">");
-    xml_plain(xml, value);
     end_line(xml, name);
 }
 
@@ -91,15 +122,11 @@ void xml_amount(xml_writer_t* xml, unsigned tabs, std::string_view name, double 
 void xml_instructed_amount(xml_writer_t* xml, unsigned tabs, double euro) {
     char text[128];
     sepa_format_amount(text, euro);
-    start_line(xml, tabs, "<", "InstdAmt");
-    xml_plain(xml, " Ccy=\"EUR\">");
-    xml_plain(xml, text);
-    end_line(xml, "InstdAmt");
+    content_line(xml, tabs, "InstdAmt", " Ccy=\"EUR\"", text);
 }
 
 void xml_numbered_id(xml_writer_t* xml, unsigned tabs, std::string_view name, const char* value, uint32_t number) {
-    start_line(xml, tabs, "<", name);
-    xml_plain(xml, ">");
+    start_line(xml, tabs, name);
     escaped(xml, value);
     xml_plain(xml, "-P");
     xml_plain(xml, number_text(number).text);

@@ -54,6 +54,7 @@ static const char* entity(char c) {
 
 int xmlbuf_append_escaped(xmlbuf_t* buffer, const char* text) {
     if (!text) return 1;
+    if (!strpbrk(text, "<>&")) return xmlbuf_append(buffer, text);
     size_t length = 0;
     for (const char* p = text; *p; ++p) {
         const char* replacement = entity(*p);

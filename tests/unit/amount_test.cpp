@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
+#include <regex.h>
 
 #include <cerrno>
 #include <cmath>
+#include <random>
 
 #include "statement/mt940.h"
 
@@ -92,6 +94,26 @@ TEST(CheckField, Bic) {
           "DEUT1EFF", "D3UTDEFF", "DEUTDEFF\n", "\nDEUTDEFF", "DEUTDEFF5-0", "DEUTDEFF50a"})
         EXPECT_EQ(sepa_check_field(FIELD_BIC, bad), 0) << bad;
     EXPECT_EQ(sepa_check_field(FIELD_BIC, nullptr), 0);
+}
+
+// Random texts close to a BIC are judged as the pattern judges them.
+TEST(CheckField, BicIsWhatThePatternSays) {
+    regex_t pattern;
+    ASSERT_EQ(regcomp(&pattern, "^[A-Z]{6}[A-Z2-9][A-NP-Z0-9]([A-Z0-9]{3})?$", REG_EXTENDED), 0);
+    const std::string characters = "AZNOPM0129a[@/:\n";
+    std::mt19937 random(1);
+    int matches = 0;
+    for (int i = 0; i < 200000; ++i) {
+        std::string text = random() % 2 ? "DEUTDEFF" : "DEUTDEFF500";
+        for (auto changes = random() % 3; changes; --changes)
+            text[random() % text.size()] = characters[random() % characters.size()];
+        if (random() % 4 == 0) text.resize(random() % 13, 'A');
+        bool expected = regexec(&pattern, text.c_str(), 0, nullptr, 0) == 0;
+        matches += expected;
+        ASSERT_EQ(sepa_check_field(FIELD_BIC, text.c_str()), expected) << text;
+    }
+    EXPECT_GT(matches, 10000);
+    regfree(&pattern);
 }
 
 TEST(CheckField, Lengths) {
