@@ -321,12 +321,12 @@ void check_successors(const std::string& file, const german_banks_t& banks, size
     }
 }
 
-// Reads the German list, leaving the bank codes of the later period. `later`
-// gets that period's beginning, or stays if there is one period alone.
-german_banks_t read_german(const list_text_t& text, bool allow_bad_successors, int64_t* later) {
+// Reads the German list, leaving the bank codes of the later period. Sets what
+// the directory keeps of the periods.
+german_banks_t read_german(const list_text_t& text, bool allow_bad_successors, directory_t* directory) {
     list_t list = read_list(text, "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country");
     std::map<std::string, date_t> dates = find_periods(list);
-    if (dates.size() == 2) *later = german_midnight(dates.rbegin()->second);
+    if (dates.size() == 2) directory->switch_time = german_midnight(dates.rbegin()->second);
     german_banks_t banks;
     for (const row_t& row : list.rows) {
         const std::string& code = row.fields[1];
@@ -341,9 +341,7 @@ german_banks_t read_german(const list_text_t& text, bool allow_bad_successors, i
         bank = bank->second[1].line ? std::next(bank) : banks.erase(bank);
     }
     for (size_t period = 0; period < 2; period++) check_successors(list.file, banks, period, allow_bad_successors);
-    if (banks.size() < all) {
-        printf("%s: bank codes that end with the earlier period: %zu\n", list.file.c_str(), all - banks.size());
-    }
+    directory->ended_de_count = all - banks.size();
     return banks;
 }
 
@@ -361,7 +359,7 @@ std::map<std::string, std::string> german_bodies(const german_banks_t& banks) {
 
 directory_t read_directory(const list_texts_t& lists, bool allow_bad_successors) {
     directory_t directory{};
-    german_banks_t german = read_german(lists.de, allow_bad_successors, &directory.switch_time);
+    german_banks_t german = read_german(lists.de, allow_bad_successors, &directory);
     directory.bic_count = append_sorted(directory.entries, read_bics(lists.bic));
     directory.at_count = append_sorted(directory.entries, read_national(lists.at, "_AT"));
     directory.ch_count = append_sorted(directory.entries, read_national(lists.ch, "_CH"));

@@ -27,7 +27,8 @@ struct entry_t {
 struct directory_t {
     std::vector<entry_t> entries;
     size_t bic_count, at_count, ch_count, de_count;
-    int64_t switch_time;  // beginning of the later of two periods, or 0
+    size_t ended_de_count;  // bank codes that end with the earlier period, which are left out
+    int64_t switch_time;    // beginning of the later of two periods, or 0
 };
 
 // Reports the first fault of a list and does not return. The program that

@@ -222,6 +222,10 @@ int main(int argc, char** argv) {
     auto list = [&](const char* name) { return list_text_t{folder + name, read_file(folder + name)}; };
     directory_t directory =
         read_directory({list("/de.csv"), list("/bic.csv"), list("/at.csv"), list("/ch.csv")}, allow_bad_successors);
+    if (directory.ended_de_count) {
+        printf("%s/de.csv: bank codes that end with the earlier period: %zu\n", folder.c_str(),
+               directory.ended_de_count);
+    }
     if (directory.entries.empty()) stop(folder + ": the lists are empty");
     write_output(argv[argc - 1], directory, make_hash(directory.entries));
     return 0;

@@ -1,0 +1,151 @@
+// A preload that lets the allocations of one module fail by number, and counts
+// the blocks that the module holds. Only calls that the module makes itself
+// count, which their return address tells: the engine, whose memory may not
+// fail, is left alone. A script drives it by its environment:
+//
+//     putenv("FAIL_AT=3")   the third allocation from now on fails
+//     putenv("FAIL_AT=3+")  and all after it
+//     putenv("FAIL_AT=0")   none; sets FAILED to their number, LIVE to the blocks held
+//
+// The name of the module is in FAIL_MODULE. At the end of the process the blocks
+// still held are told on standard error if there are any.
+#include <dlfcn.h>
+#include <link.h>
+#include <locale.h>
+#include <regex.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+extern "C" {
+void* __libc_malloc(size_t size);
+void* __libc_calloc(size_t count, size_t size);
+void* __libc_realloc(void* block, size_t size);
+void __libc_free(void* block);
+}
+
+// The module in memory; from and to are equal until it has been looked for.
+static uintptr_t module_from, module_to;
+static long calls, fail_at, failed, live;
+static bool all_after;
+
+// Blocks of the module, an open hash table that no script of ours fills.
+static constexpr size_t slots = size_t{1} << 22;
+static void* table[slots];
+static char gone_mark;
+static void* const gone = &gone_mark;
+
+static size_t slot_of(void* block) { return (reinterpret_cast<uintptr_t>(block) >> 4) * 0x9E3779B97F4A7C15ULL >> 42; }
+
+static void* remember(void* block) {
+    if (!block) return nullptr;
+    size_t at = slot_of(block);
+    while (table[at] && table[at] != gone) at = (at + 1) % slots;
+    table[at] = block;
+    ++live;
+    return block;
+}
+
+static void forget(void* block) {
+    if (!block || !live) return;
+    for (size_t at = slot_of(block); table[at]; at = (at + 1) % slots) {
+        if (table[at] != block) continue;
+        table[at] = gone;
+        --live;
+        return;
+    }
+}
+
+static bool from_module(void* caller) {
+    auto at = reinterpret_cast<uintptr_t>(caller);
+    return at >= module_from && at < module_to;
+}
+
+static bool fails() {
+    ++calls;
+    if (!fail_at || (all_after ? calls < fail_at : calls != fail_at)) return false;
+    ++failed;
+    errno = ENOMEM;
+    return true;
+}
+
+#define CALLER __builtin_return_address(0)
+
+extern "C" {
+void* malloc(size_t size) {
+    if (!from_module(CALLER)) return __libc_malloc(size);
+    return fails() ? nullptr : remember(__libc_malloc(size));
+}
+
+void* calloc(size_t count, size_t size) {
+    if (!from_module(CALLER)) return __libc_calloc(count, size);
+    return fails() ? nullptr : remember(__libc_calloc(count, size));
+}
+
+void* realloc(void* block, size_t size) {
+    if (!from_module(CALLER)) return __libc_realloc(block, size);
+    if (fails()) return nullptr;
+    forget(block);
+    return remember(__libc_realloc(block, size));
+}
+
+char* strdup(const char* text) {
+    size_t size = strlen(text) + 1;
+    bool counted = from_module(CALLER);
+    if (counted && fails()) return nullptr;
+    void* copy = __libc_malloc(size);
+    if (counted) remember(copy);
+    return copy ? static_cast<char*>(memcpy(copy, text, size)) : nullptr;
+}
+
+void free(void* block) {
+    forget(block);
+    __libc_free(block);
+}
+
+int regcomp(regex_t* out, const char* pattern, int flags) {
+    using regcomp_t = int(regex_t*, const char*, int);
+    static auto* next = reinterpret_cast<regcomp_t*>(dlsym(RTLD_NEXT, "regcomp"));
+    return from_module(CALLER) && fails() ? REG_ESPACE : next(out, pattern, flags);
+}
+
+static int find_module(struct dl_phdr_info* info, size_t, void* name) {
+    if (!strstr(info->dlpi_name, static_cast<const char*>(name))) return 0;
+    for (unsigned i = 0; i < info->dlpi_phnum; ++i) {
+        const auto& part = info->dlpi_phdr[i];
+        if (part.p_type != PT_LOAD || !(part.p_flags & PF_X)) continue;
+        module_from = info->dlpi_addr + part.p_vaddr;
+        module_to = module_from + part.p_memsz;
+    }
+    return 1;
+}
+
+int putenv(char* setting) {
+    using putenv_t = int(char*);
+    static auto* next = reinterpret_cast<putenv_t*>(dlsym(RTLD_NEXT, "putenv"));
+    constexpr const char* control = "FAIL_AT=";
+    if (strncmp(setting, control, strlen(control)) != 0) return next(setting);
+    const char* module = getenv("FAIL_MODULE");
+    if (module_from == module_to && module) dl_iterate_phdr(find_module, const_cast<char*>(module));
+    char number[32];
+    snprintf(number, sizeof number, "%ld", failed);
+    setenv("FAILED", number, 1);
+    snprintf(number, sizeof number, "%ld", module_from == module_to ? -1 : live);
+    setenv("LIVE", number, 1);
+    char* end;
+    fail_at = strtol(setting + strlen(control), &end, 10);
+    all_after = *end == '+';
+    calls = failed = 0;
+    return next(setting);
+}
+}
+
+__attribute__((destructor)) static void tell() {
+    char text[64];
+    int length = snprintf(text, sizeof text, "%ld blocks of the module are still held\n", live);
+    if (live && write(STDERR_FILENO, text, static_cast<size_t>(length)) < 0) _exit(3);
+}
