@@ -6,6 +6,11 @@ PHP_ARG_ENABLE(sepa, whether to enable SEPA support,
 PHP_ARG_ENABLE(sepa-developer, whether to treat warnings of the SEPA sources as errors,
 [  --enable-sepa-developer Treat warnings of the SEPA sources as errors], no, no)
 
+PHP_ARG_WITH(sepa-directory, which release of the bank lists to compile in,
+[  --with-sepa-directory=RELEASE
+                          Release of the bank lists to compile in, a folder of
+                          directory/data @<:@2025-03@:>@], 2025-03, no)
+
 if test "$PHP_SEPA" != "no"; then
   PHP_REQUIRE_CXX()
 
@@ -15,6 +20,12 @@ if test "$PHP_SEPA" != "no"; then
   if test "$PHP_SEPA_DEVELOPER" = "yes"; then
     sepa_cxxflags="$sepa_cxxflags -Werror"
   fi
+
+  if test ! -f "$srcdir/directory/data/$PHP_SEPA_DIRECTORY/de.csv"; then
+    AC_MSG_ERROR([directory/data has no release "$PHP_SEPA_DIRECTORY"])
+  fi
+  SEPA_DIRECTORY=$PHP_SEPA_DIRECTORY
+  PHP_SUBST(SEPA_DIRECTORY)
 
   PHP_ADD_LIBRARY(stdc++, 1, SEPA_SHARED_LIBADD)
   SEPA_SHARED_LIBADD="$SEPA_SHARED_LIBADD -pthread"

@@ -56,6 +56,17 @@ static void fill(key_list_t* list, zend_array* array) {
     list->pairs[list->count] = {nullptr, nullptr};
 }
 
+// The engine leaves a request by longjmp; it knows nothing of malloc. A
+// function of its own, so that no local of the caller lives across the setjmp.
+[[gnu::noinline]] static void fill_or_free(key_list_t* list, zend_array* array) {
+    zend_try { fill(list, array); }
+    zend_catch {
+        free_storage(list);
+        zend_bailout();
+    }
+    zend_end_try();
+}
+
 bool key_list_from_array(key_list_t* list, zend_array* array) {
     list->count = 0;
     // A script that runs in mid-walk could change the array under the walk.
@@ -65,17 +76,10 @@ bool key_list_from_array(key_list_t* list, zend_array* array) {
         key_list_free(list);
         return false;
     }
-    if (list->pairs == list->small_pairs) {
+    if (list->pairs == list->small_pairs)
         fill(list, source);
-        return true;
-    }
-    // The engine leaves a request by longjmp; it knows nothing of malloc.
-    zend_try { fill(list, source); }
-    zend_catch {
-        free_storage(list);
-        zend_bailout();
-    }
-    zend_end_try();
+    else
+        fill_or_free(list, source);
     return true;
 }
 

@@ -14,6 +14,16 @@ void sepa_throw(const char* message, zend_long code) {
     zend_throw_exception(sepa_exception_ce, message ? message : "", code);
 }
 
+void sepa_return_text(zval* return_value, const char* text, void* block) {
+    zend_try { RETVAL_STRING(text); }
+    zend_catch {
+        free(block);
+        zend_bailout();
+    }
+    zend_end_try();
+    free(block);
+}
+
 zend_object* sepa_object_create(zend_class_entry* ce) {
     auto object = static_cast<sepa_object_t*>(ecalloc(1, sizeof(sepa_object_t) + zend_object_properties_size(ce)));
     zend_object_std_init(&object->std, ce);
@@ -165,12 +175,5 @@ ZEND_METHOD(SEPA, toXML) {
         sepa_throw(handle->last_error, 0);
         return;
     }
-    // A request that hits its memory limit here is left by longjmp.
-    zend_try { RETVAL_STRING(document); }
-    zend_catch {
-        free(document);
-        zend_bailout();
-    }
-    zend_end_try();
-    free(document);
+    sepa_return_text(return_value, document, document);
 }

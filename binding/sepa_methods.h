@@ -52,6 +52,15 @@ ZEND_ARG_INFO(0, option)
 ZEND_ARG_INFO(0, value)
 ZEND_END_ARG_INFO()
 
+// All four count as required; that the status may be left out is the parameter
+// parser's business.
+ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_iban_convert, 0, 0, 4)
+ZEND_ARG_INFO(0, country)
+ZEND_ARG_INFO(0, account)
+ZEND_ARG_INFO(0, bank_id)
+ZEND_ARG_INFO(1, status)
+ZEND_END_ARG_INFO()
+
 ZEND_METHOD(SEPA, __construct);
 ZEND_METHOD(SEPA, setIBAN);
 ZEND_METHOD(SEPA, setBIC);
@@ -64,4 +73,8 @@ ZEND_METHOD(SEPA, setMessageId);
 ZEND_METHOD(SEPA, add);
 ZEND_METHOD(SEPA, toXML);
 ZEND_METHOD(SEPA, init);
+ZEND_METHOD(SEPA, IBAN_convert);
+ZEND_METHOD(SEPA, IBAN_getBIC);
 ZEND_METHOD(SEPA, IBAN_check);
+ZEND_METHOD(SEPA, BIC_getBankName);
+ZEND_METHOD(SEPA, BIC_getBankFlags);

@@ -3,6 +3,9 @@
 #include <cstddef>
 
 #include "binding/sepa_methods.h"
+#include "binding/statement_class.h"
+#include "directory/bank_directory.h"
+#include "statement/mt940.h"
 
 zend_class_entry* sepa_ce;
 zend_class_entry* sepa_exception_ce;
@@ -21,7 +24,11 @@ const zend_function_entry sepa_methods[] = {
     ZEND_ME(SEPA, add, arginfo_sepa_add, ZEND_ACC_PUBLIC)
     ZEND_ME(SEPA, toXML, arginfo_sepa_none, ZEND_ACC_PUBLIC)
     ZEND_ME(SEPA, init, arginfo_sepa_init, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, IBAN_convert, arginfo_sepa_iban_convert, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, IBAN_getBIC, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
     ZEND_ME(SEPA, IBAN_check, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, BIC_getBankName, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, BIC_getBankFlags, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
     ZEND_FE_END
 };
 
@@ -35,10 +42,10 @@ static const struct {
     {"SEPA_MSGTYPE_CTI", SEPA_MSGTYPE_CTI},
     {"SEPA_MSGTYPE_DDI", SEPA_MSGTYPE_DDI},
     {"SEPA_INIT_RULEBOOK", SEPA_INIT_RULEBOOK},
-    {"SEPA_SCL_SCT", 1},
-    {"SEPA_SCL_SDD", 2},
-    {"SEPA_SCL_COR1", 4},
-    {"SEPA_SCL_B2B", 8},
+    {"SEPA_SCL_SCT", SEPA_SCL_SCT},
+    {"SEPA_SCL_SDD", SEPA_SCL_SDD},
+    {"SEPA_SCL_COR1", SEPA_SCL_COR1},
+    {"SEPA_SCL_B2B", SEPA_SCL_B2B},
 };
 
 static void register_constant(const char* name, zend_long value, int module_number) {
@@ -61,6 +68,8 @@ static module_result_t sepa_module_startup(int, int module_number) {
     sepa_exception_ce = zend_register_internal_class_ex(&ce, zend_ce_exception);
 
     for (const auto& constant : constants) register_constant(constant.name, constant.value, module_number);
+    statement_class_register();
+    register_constant("SEPA_STMT_FORMAT_MT940", SEPA_STMT_FORMAT_MT940, module_number);
     return SUCCESS;
 }
 

@@ -1,5 +1,16 @@
+#include <cstdlib>
+
 #include "binding/sepa_methods.h"
+#include "directory/bank_directory.h"
 #include "iban/iban.h"
+
+// The one text argument of most static methods; null, with the engine's own
+// diagnostic, if there is none.
+static const char* text_argument(uint32_t argument_count) {
+    char* text;
+    size_t length;
+    return zend_parse_parameters(argument_count, "s", &text, &length) == SUCCESS ? text : nullptr;
+}
 
 ZEND_METHOD(SEPA, init) {
     zend_long option;
@@ -9,9 +20,43 @@ ZEND_METHOD(SEPA, init) {
     RETURN_BOOL(sepa_init(option, value));
 }
 
+ZEND_METHOD(SEPA, IBAN_convert) {
+    char *country, *account, *bank_id;
+    size_t country_length, account_length, bank_id_length;
+    zval* status = nullptr;
+    if (zend_parse_parameters(ZEND_NUM_ARGS(), "sss|z", &country, &country_length, &account, &account_length, &bank_id,
+                              &bank_id_length, &status) == FAILURE)
+        return;
+    char iban[IBAN_BUFFER_SIZE];
+    int8_t code;
+    int result = IBAN_convert(country, account, bank_id, iban, &code);
+    if (status) SEPA_ASSIGN_LONG(status, code);
+    // The assignment can run a destructor or meet a typed property.
+    if (result == 1 && !EG(exception)) RETURN_STRING(iban);
+}
+
+ZEND_METHOD(SEPA, IBAN_getBIC) {
+    const char* iban = text_argument(ZEND_NUM_ARGS());
+    char bic[BIC_BUFFER_SIZE];
+    if (iban && IBAN_getBIC(iban, bic) == 1) RETURN_STRING(bic);
+}
+
 ZEND_METHOD(SEPA, IBAN_check) {
-    char* iban;
-    size_t length;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "s", &iban, &length) == FAILURE) return;
-    RETURN_BOOL(IBAN_check(iban, nullptr));
+    const char* iban = text_argument(ZEND_NUM_ARGS());
+    if (iban) RETURN_BOOL(IBAN_check(iban, nullptr));
+}
+
+ZEND_METHOD(SEPA, BIC_getBankName) {
+    const char* bic = text_argument(ZEND_NUM_ARGS());
+    bank_info_t* info;
+    if (!bic || bank_info_get(bic, &info) != 1) return;
+    sepa_return_text(return_value, info->name, info);
+}
+
+ZEND_METHOD(SEPA, BIC_getBankFlags) {
+    const char* bic = text_argument(ZEND_NUM_ARGS());
+    bank_info_t* info;
+    if (!bic || bank_info_get(bic, &info) != 1) return;
+    RETVAL_LONG(info->flags);
+    free(info);
 }

@@ -1,5 +1,6 @@
 #include "directory/bank_directory.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -18,77 +19,113 @@ static_assert(directory_cells == (directory_count * 123 + 99) / 100);
 static_assert(sizeof directory_t1 == sizeof(uint32_t) * DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
 static_assert(sizeof directory_t2 == sizeof directory_t1 && sizeof directory_t3 == sizeof directory_t1);
 static_assert(sizeof directory_g == sizeof(int32_t) * directory_cells);
-static_assert(sizeof directory_offsets == sizeof(uint32_t) * directory_count);
+static_assert(sizeof directory_offsets == sizeof(uint32_t) * (directory_count + 1));
 
+static constexpr size_t MIN_KEY_LENGTH = 6;
 static constexpr size_t BIC_LENGTH = 11;
-static constexpr uint32_t MIN_KEY_LENGTH = 6;
+static constexpr size_t PREFIX_LENGTH = 3;  // "_DE" and its like before a bank id
+static constexpr size_t BANK_CODE_LENGTH = 8;
+static constexpr size_t SUB_RECORD_HEAD = 4;  // flag, method and rule before its text
 
-int32_t directory_hash(const char* key) {
+// Hash of the `length` characters at `key`, at most DIRECTORY_POSITIONS of them.
+// Where the length is a constant the compiler unrolls it.
+static inline int32_t hash_of(const char* key, size_t length) {
     uint32_t s1 = 0, s2 = 0, s3 = 0;
-    uint32_t length = 0;
-    for (; key[length]; length++) {
-        auto character = static_cast<uint32_t>(static_cast<unsigned char>(key[length])) - '0';
-        if (character >= DIRECTORY_CHARACTERS || length >= DIRECTORY_POSITIONS) return -1;
-        uint32_t at = DIRECTORY_CHARACTERS * length + character;
+    for (size_t i = 0; i < length; i++) {
+        size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - '0';
+        if (character >= DIRECTORY_CHARACTERS) return -1;
+        size_t at = DIRECTORY_CHARACTERS * i + character;
         s1 += directory_t1[at];
         s2 += directory_t2[at];
         s3 += directory_t3[at];
     }
-    if (length < MIN_KEY_LENGTH) return -1;
     constexpr uint32_t cells = directory_cells;
     return (directory_g[s1 % cells] + directory_g[s2 % cells] + directory_g[s3 % cells]) % directory_count;
 }
 
-// The entry whose first `length` bytes are `key`, or null.
-static const char* find_entry(const char* key, size_t length) {
-    int32_t index = directory_hash(key);
-    if (index < 0) return nullptr;
-    const char* entry = directory_entries[index];
-    return memcmp(entry, key, length) == 0 ? entry : nullptr;
+int32_t directory_hash(const char* key) {
+    size_t length = strnlen(key, DIRECTORY_POSITIONS + 1);
+    if (length < MIN_KEY_LENGTH || length > DIRECTORY_POSITIONS) return -1;
+    return hash_of(key, length);
 }
 
-// Copies the text at `from` into the record, cuts it at its bars and lets
-// `fields` point at the pieces. Returns the position behind the last field's
-// bar, or 0 if the text ends earlier; fields that it lacks stay as they are.
-static size_t cut_fields(const char* from, bank_record_t* record, const char** fields, size_t count) {
-    size_t field = 0;
-    fields[0] = record->text;
-    for (size_t i = 0; i < BANK_TEXT_SIZE - 1 && from[i]; i++) {
-        if (from[i] != '|') {
-            record->text[i] = from[i];
-            continue;
+// Index of the entry whose first LENGTH bytes are `key`, or a negative number.
+template <size_t LENGTH>
+static int32_t find_entry(const char* key) {
+    int32_t index = hash_of(key, LENGTH);
+    if (index < 0) return index;
+    return memcmp(directory_entries[index], key, LENGTH) == 0 ? index : -1;
+}
+
+using text_field_t = const char* bank_record_t::*;
+
+// The fields of an entry's text in their order; Austrian and Swiss ones lack
+// the first.
+static constexpr text_field_t german_fields[] = {
+    &bank_record_t::successor,   &bank_record_t::bic,  &bank_record_t::name,
+    &bank_record_t::postal_code, &bank_record_t::city, &bank_record_t::country,
+};
+static constexpr const text_field_t* national_fields = german_fields + 1;
+static constexpr const text_field_t* fields_end = german_fields + 6;
+
+// The eight bytes at `from`, the first one lowest.
+static uint64_t load_word(const char* from) {
+    uint64_t word;
+    memcpy(&word, from, sizeof word);
+    return __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__ ? __builtin_bswap64(word) : word;
+}
+
+static constexpr uint64_t every_byte(uint64_t byte) { return byte * 0x0101010101010101; }
+
+// 0x80 in each byte of `word` that is 0, and 0 in all others.
+static constexpr uint64_t zero_bytes(uint64_t word) {
+    return ~(((word & every_byte(0x7F)) + every_byte(0x7F)) | word | every_byte(0x7F));
+}
+static_assert(zero_bytes(0x80017F00FF000001) == 0x0000008000808000);
+
+// Copies the text from `from` to `end` into the record, as much of it as fits,
+// and cuts it there at its bars: the record's fields from `field` on point at
+// the pieces, and fields that the text lacks stay as they are. Returns the
+// position behind the last field's bar, or 0 if there is no such bar. The bars
+// are looked for a word at a time; this is half the time of a lookup.
+static size_t cut_fields(const char* from, const char* end, const text_field_t* field, bank_record_t* record) {
+    size_t size = std::min(static_cast<size_t>(end - from), BANK_TEXT_SIZE);
+    char* text = record->text;
+    memcpy(text, from, size);
+    memset(text + size, 0, BANK_TEXT_SIZE - size);
+    record->*(*field++) = text;
+    for (size_t at = 0; at < size; at += sizeof(uint64_t)) {
+        uint64_t bars = zero_bytes(load_word(text + at) ^ every_byte('|'));
+        for (; bars != 0; bars &= bars - 1) {
+            size_t bar = at + static_cast<size_t>(__builtin_ctzll(bars)) / 8;
+            text[bar] = 0;
+            if (field == fields_end) return bar + 1;
+            record->*(*field++) = text + bar + 1;
         }
-        if (++field == count) return i + 1;
-        fields[field] = record->text + i + 1;
     }
     return 0;
 }
+static_assert(BANK_TEXT_SIZE % sizeof(uint64_t) == 0, "the last word has to end with the text");
 
-static size_t decode_national(const char* from, bank_record_t* record) {
-    const char* fields[5] = {};
-    size_t end = cut_fields(from, record, fields, 5);
-    record->bic = fields[0];
-    record->name = fields[1];
-    record->postal_code = fields[2];
-    record->city = fields[3];
-    record->country = fields[4];
-    return end;
+// Clears all of the record but `text`, which has to be filled to its end.
+static void clear_fields(bank_record_t* record) { memset(record, 0, offsetof(bank_record_t, text)); }
+
+static void decode_national(const char* from, const char* end, bank_record_t* record) {
+    clear_fields(record);
+    cut_fields(from, end, national_fields, record);
 }
 
-static size_t decode_german(const char* from, bank_record_t* record) {
+// Decodes the sub-record at `from` of an entry that ends at `end`. Returns the
+// one behind it, or null if it is the last.
+static const char* decode_german(const char* from, const char* end, bank_record_t* record) {
     auto byte = [from](size_t i) { return static_cast<uint8_t>(from[i]); };
+    clear_fields(record);
     record->flag = byte(0);
     record->method = byte(1);
     record->rule = byte(2) << 8 | byte(3);
-    const char* fields[6] = {};
-    size_t end = cut_fields(from + 4, record, fields, 6);
-    record->successor = fields[0];
-    record->bic = fields[1];
-    record->name = fields[2];
-    record->postal_code = fields[3];
-    record->city = fields[4];
-    record->country = fields[5];
-    return end == 0 ? 0 : end + 4;
+    const char* text = from + SUB_RECORD_HEAD;
+    size_t distance = cut_fields(text, end, german_fields, record);
+    return distance == 0 ? nullptr : text + distance;
 }
 
 struct bank_id_width_t {
@@ -114,23 +151,49 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
 
     bool liechtenstein = country[0] == 'L';  // its banks are in the Swiss list
     char key[12] = {'_', liechtenstein ? 'C' : country[0], liechtenstein ? 'H' : country[1]};
-    memset(key + 3, '0', row->width - length);
-    memcpy(key + 3 + row->width - length, bank_id, length);
-    const char* from = find_entry(key, 3 + row->width);
-    if (!from) return 0;
-    from += 3 + row->width;
+    memset(key + PREFIX_LENGTH, '0', row->width - length);
+    memcpy(key + PREFIX_LENGTH + row->width - length, bank_id, length);
+    int32_t index = row->width == 8 ? find_entry<PREFIX_LENGTH + 8>(key) : find_entry<PREFIX_LENGTH + 5>(key);
+    if (index < 0) return 0;
 
-    *record = {};
+    const char* from = directory_entries[index] + PREFIX_LENGTH + row->width;
+    const char* end = directory_entries[index + 1];
     if (country[0] != 'D') {
-        decode_national(from, record);
+        decode_national(from, end, record);
         return 1;
     }
-    for (;;) {
-        size_t next = decode_german(from, record);
-        if (next == 0 || clock_now() < directory_switch_time) return 1;
-        from += next;
-        *record = {};
+    while ((from = decode_german(from, end, record))) {
+        if (clock_now() < directory_switch_time) break;
     }
+    return 1;
+}
+
+// Whether a German entry's text from `text` to `end` has a bar behind its last
+// field, which is to say a further sub-record. Counts by words.
+static bool has_further_sub_record(const char* text, const char* end) {
+    constexpr uint64_t fields = fields_end - german_fields;
+    uint64_t bars = 0;
+    while (text < end) {
+        char bytes[sizeof(uint64_t)] = {};
+        auto left = static_cast<size_t>(end - text);
+        memcpy(bytes, text, left < sizeof bytes ? left : sizeof bytes);
+        uint64_t found = zero_bytes(load_word(bytes) ^ every_byte('|')) >> 7;
+        bars += (found * every_byte(1)) >> 56;
+        text += sizeof bytes;
+    }
+    return bars >= fields;
+}
+
+int bank_check_method(const char* bank_code) {
+    char key[PREFIX_LENGTH + BANK_CODE_LENGTH] = {'_', 'D', 'E'};
+    memcpy(key + PREFIX_LENGTH, bank_code, BANK_CODE_LENGTH);
+    int32_t index = find_entry<sizeof key>(key);
+    if (index < 0) return -1;
+    const char* from = directory_entries[index] + sizeof key;
+    if (!has_further_sub_record(from + SUB_RECORD_HEAD, directory_entries[index + 1]))
+        return static_cast<uint8_t>(from[1]);
+    bank_record_t record;
+    return bank_lookup("DE", bank_code, &record) ? record.method : -1;
 }
 
 int bic_lookup(const char* bic, bank_record_t* record) {
@@ -144,19 +207,23 @@ int bic_lookup(const char* bic, bank_record_t* record) {
         if (!(c >= '0' && c <= '9') && !(c >= 'A' && c <= 'Z')) return 0;
         key[i] = c;
     }
-    const char* entry = find_entry(key, BIC_LENGTH);
-    if (!entry) return 0;
+    int32_t index = find_entry<BIC_LENGTH>(key);
+    if (index < 0) return 0;
 
-    *record = {};
-    const char* name = entry + BIC_LENGTH + 1;
-    size_t name_size = strlen(name) + 1;
-    memcpy(record->text, key, sizeof key);
-    memcpy(record->text + sizeof key, name, name_size);
-    memcpy(record->text + sizeof key + name_size, key + 4, 2);
-    record->bic = record->text;
-    record->name = record->text + sizeof key;
-    record->country = record->text + sizeof key + name_size;
-    record->bank_flags = static_cast<uint8_t>(entry[BIC_LENGTH]);
+    const char* flags = directory_entries[index] + BIC_LENGTH;
+    const char* name = flags + 1;
+    size_t name_size = static_cast<size_t>(directory_entries[index + 1] - name);
+    clear_fields(record);
+    char* place = record->text;
+    record->bank_flags = static_cast<uint8_t>(*flags);
+    record->bic = place;
+    memcpy(place, key, sizeof key);
+    record->name = place += sizeof key;
+    memcpy(place, name, name_size);
+    record->country = place += name_size;
+    memcpy(place, key + 4, 2);
+    place += 2;
+    memset(place, 0, static_cast<size_t>(record->text + BANK_TEXT_SIZE - place));
     return 1;
 }
 

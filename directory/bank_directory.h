@@ -9,6 +9,14 @@
 // Room for the text of one entry, its NUL included.
 constexpr size_t BANK_TEXT_SIZE = 168;
 
+// SEPA schemes that an institution takes part in.
+enum sepa_scl : uint8_t {
+    SEPA_SCL_SCT = 1,   // credit transfer
+    SEPA_SCL_SDD = 2,   // direct debit, core
+    SEPA_SCL_COR1 = 4,  // direct debit, COR1
+    SEPA_SCL_B2B = 8,   // direct debit, business to business
+};
+
 // One decoded entry. Storage is the caller's; all text pointers point into
 // `text` of the same record, so a plain copy of a record points into the
 // original.
@@ -45,6 +53,10 @@ int32_t directory_hash(const char* key);
 // that the clock selects is decoded. Returns 1 and fills `record`, or 0 and
 // leaves it untouched.
 int bank_lookup(const char* country, const char* bank_id, bank_record_t* record);
+
+// The account check method of a German bank code of 8 characters, as
+// bank_lookup gives it, without decoding the texts; -1 if the code is unknown.
+int bank_check_method(const char* bank_code);
 
 // Finds a bank by its BIC of 8 or 11 characters, in either case of letters.
 // Returns 1 and fills `record`, or 0 and leaves it untouched.

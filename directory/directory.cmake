@@ -8,7 +8,8 @@ if(NOT SEPA_DIRECTORY OR NOT EXISTS ${SEPA_DIRECTORY_DATA}/de.csv)
   message(FATAL_ERROR "SEPA_DIRECTORY: directory/data has no release \"${SEPA_DIRECTORY}\"")
 endif()
 
-add_executable(gen_directory tools/gen_directory.cpp)
+add_executable(gen_directory tools/gen_directory.cpp tools/bank_lists.cpp)
+target_include_directories(gen_directory PRIVATE ${PROJECT_SOURCE_DIR})
 target_compile_options(gen_directory PRIVATE ${warnings})
 
 set(directory_lookups ${PROJECT_SOURCE_DIR}/directory/bank_directory.cpp)

@@ -31,7 +31,8 @@ extern const int32_t directory_g[];  // -1 where no key leads
 extern const uint32_t directory_offsets[];
 extern const char directory_text[];
 
-// The entries, by index. One run of bytes and 32-bit offsets into it instead
+// The entries, by index; each ends where the next one begins, and the one at
+// directory_count is the end of the last. One run of bytes and 32-bit offsets into it instead
 // of an array of pointers: those would have to be relocated, ten thousand of
 // them, whenever a process loads the module.
 struct directory_entries_t {

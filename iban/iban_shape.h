@@ -5,11 +5,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 struct iban_shape_t {
-    uint8_t length = 0;                 // characters of a matching IBAN
-    std::array<uint8_t, 34> classes{};  // a shape_class for each; 34 is the longest of ISO 13616
+    static constexpr size_t max_length = 34;    // of ISO 13616
+    uint8_t length = 0;                         // characters of a matching IBAN
+    bool only_digits = true;                    // behind the country code
+    std::array<uint8_t, max_length> classes{};  // a shape_class for each character
 };
 
 enum shape_class : uint8_t { SHAPE_DIGIT = 1, SHAPE_LETTER = 2, SHAPE_DIGIT_OR_LETTER = 3 };
@@ -31,6 +34,7 @@ constexpr iban_shape_t shape_of_pattern(const char* pattern) {
             for (++p; *p != '}'; ++p) count = count * 10 + static_cast<unsigned>(*p - '0');
             ++p;
         }
+        shape.only_digits &= kind == SHAPE_DIGIT;
         for (; count; --count) shape.classes[shape.length++] = kind;
     }
     if (p[0] != '$' || p[1]) shape.length = 0;

@@ -1,0 +1,56 @@
+<?php
+/*
+ * Turns a list of payments into a SEPA credit transfer for the bank.
+ *
+ *     php examples/credit_transfer.php [payments.csv [rulebook]] > payments.xml
+ *
+ * The document goes to standard output, a short summary to standard error.
+ * If one row is bad, it is reported and no document is written.
+ */
+
+require __DIR__ . '/support.php';
+
+$file = $argv[1] ?? __DIR__ . '/payments.csv';
+$rulebook = $argv[2] ?? 'DE-3.7';
+select_rulebook($rulebook);
+
+$message = new SEPA(SEPA_MSGTYPE_CTI);
+$message->setName('Zimmerei Sander GmbH');
+$message->setIBAN('DE89370400440532013000');
+$message->setBIC('COBADEFFXXX');
+
+$total = 0.0;
+$dates = [];
+foreach (read_csv($file) as $line => $row) {
+    $payment = [
+        'name'   => in_charset_of($rulebook, $row['name']),
+        'iban'   => $row['iban'],
+        'amount' => $row['amount'],
+        'date'   => $row['date'],
+        'ref'    => in_charset_of($rulebook, $row['reference']),
+    ];
+    foreach (['bic' => bic_of($rulebook, $row), 'purp' => $row['purpose'], 'id' => $row['id']] as $key => $value) {
+        if ($value !== '') {
+            $payment[$key] = $value;
+        }
+    }
+    try {
+        $message->add($payment);
+    } catch (SEPAException $e) {
+        stop("$file, line $line: {$e->getMessage()}");
+    }
+    $total += $row['amount'];
+    $dates[$row['date']] = ($dates[$row['date']] ?? 0) + 1;
+}
+
+try {
+    echo $message->toXML();
+} catch (SEPAException $e) {
+    stop($e->getMessage());
+}
+
+ksort($dates);
+tell(sprintf('%d payments, %.2f EUR, rulebook %s', array_sum($dates), $total, $rulebook));
+foreach ($dates as $date => $count) {
+    tell("  $date: $count");
+}

@@ -1,0 +1,67 @@
+<?php
+/* What the examples share. */
+
+if (!extension_loaded('SEPA')) {
+    stop('The extension is not loaded: php -d extension=/path/to/sepa.so …');
+}
+
+/** Writes one line to standard error. */
+function tell(string $line): void
+{
+    fwrite(STDERR, $line . "\n");
+}
+
+/** Ends the program with a reason. */
+function stop(string $reason): void
+{
+    tell($reason);
+    exit(1);
+}
+
+function select_rulebook(string $rulebook): void
+{
+    if (!SEPA::init(SEPA_INIT_RULEBOOK, $rulebook)) {
+        stop("unknown rulebook: $rulebook");
+    }
+}
+
+/**
+ * The rows of a CSV file with a header line, each an array by column name
+ * under the number of its line.
+ */
+function read_csv(string $file): iterable
+{
+    $handle = @fopen($file, 'r');
+    if (!$handle) {
+        stop("can't read $file");
+    }
+    $columns = fgetcsv($handle, 0, ',', '"', '\\');
+    for ($line = 2; ($fields = fgetcsv($handle, 0, ',', '"', '\\')) !== false; $line++) {
+        if (count($fields) !== count($columns)) {
+            stop("$file, line $line: " . count($columns) . ' columns expected');
+        }
+        yield $line => array_combine($columns, $fields);
+    }
+    fclose($handle);
+}
+
+/** DE-2.6 allowed neither umlauts nor the ampersand. */
+function in_charset_of(string $rulebook, string $text): string
+{
+    if ($rulebook !== 'DE-2.6') {
+        return $text;
+    }
+    return strtr($text, [
+        'Ä' => 'Ae', 'Ö' => 'Oe', 'Ü' => 'Ue', 'ä' => 'ae', 'ö' => 'oe', 'ü' => 'ue', 'ß' => 'ss',
+        '&' => '+', '%' => 'v.H.',
+    ]);
+}
+
+/** The row's BIC. DE-2.6 asks for one in every row; the directory knows most. */
+function bic_of(string $rulebook, array $row): string
+{
+    if ($row['bic'] !== '' || $rulebook !== 'DE-2.6') {
+        return $row['bic'];
+    }
+    return (string) SEPA::IBAN_getBIC($row['iban']);
+}

@@ -1,0 +1,51 @@
+#include "account/account_check.h"
+#include "iban/rules/rule5_tables.h"
+#include "iban/rules/rule_frame.h"
+#include "iban/rules/rules.h"
+
+static constexpr auto closed_banks = sorted(rule5_closed_banks);
+static constexpr auto accounts = sorted(rule5_accounts);
+
+// Of digits 2 to 10; the first digit plays no part.
+static constexpr value_range_t closed_range = {998000000, 999499999};
+
+static bool is_closed(const iban_work_t* work) {
+    return in_range(digits_value(work->account + 1, 9), closed_range) && closed_banks.find(digits_value(work->bank, 8));
+}
+
+// An account ends in two digits for the sub-account, which people leave out
+// where it is 00. Whether that has happened is told by the check digit, and for
+// numbers of six or seven digits the completed reading goes first.
+static int by_method_13(char* iban_buf, iban_work_t* work) {
+    account_text_t shifted = shifted_form(work);
+    bool shifted_passes = digits_zero(work, 1, 2) && method_13_passes(shifted.text);
+    if (shifted_passes && digit(work, 3) == '0' && !digits_zero(work, 4, 5))
+        return compose(iban_buf, accept_account(work, shifted.text));
+    if (method_13_passes(work->account)) return compose(iban_buf, work);
+    if (shifted_passes) return compose(iban_buf, accept_account(work, shifted.text));
+    return -1;
+}
+
+static int by_method_76(char* iban_buf, iban_work_t* work) {
+    int result = account_check(work->account, work->method);
+    if (result == -1) return -1;
+    return compose(iban_buf, result == 2 ? accept_account(work, shifted_form(work).text) : work);
+}
+
+int rule_05(char* iban_buf, iban_work_t* work) {
+    if (bank_is(work, "50040033")) {
+        work->status = IBAN_STATUS_FORBIDDEN;
+        return -1;
+    }
+    if (is_closed(work)) {
+        work->status = IBAN_STATUS_ACCOUNT_REFUSED;
+        return -1;
+    }
+    if (const bank_account_pair_t* row = accounts.find(bank_account_key(work->bank, work->account)))
+        return compose(iban_buf, check_again(set_account(work, row->new_account)));
+    switch (work->method) {
+        case 0x13: return by_method_13(iban_buf, work);
+        case 0x76: return by_method_76(iban_buf, work);
+        default: return compose(iban_buf, work);
+    }
+}

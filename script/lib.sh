@@ -1,0 +1,126 @@
+# What the commands of this folder share. Everything that is built goes to out/.
+set -eu
+root=$(cd "$(dirname "$0")/.." && pwd)
+[ -e "$root/sources.list" ] || { echo "run this from script/" >&2 && exit 1; }
+out=${SEPA_OUT:-$root/out}
+PHP=${PHP:-php}
+PHPIZE=${PHPIZE:-phpize}
+PHP_CONFIG=${PHP_CONFIG:-php-config}
+
+say() { printf '%s\n' "$*" >&2; }
+
+# need PATH PACKAGE...: installs the packages unless PATH is a command or a file.
+wanted=
+need() {
+    path=$1
+    shift
+    command -v "$path" >/dev/null 2>&1 || [ -e "$path" ] || wanted="$wanted $*"
+}
+
+install_wanted() {
+    [ -n "$wanted" ] || return 0
+    say "Installing:$wanted"
+    sudo=
+    [ "$(id -u)" -eq 0 ] || sudo=sudo
+    {
+        $sudo apt-get update
+        # shellcheck disable=SC2086
+        $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $wanted
+    } >"$out/install.log" 2>&1 || {
+        tail -n 20 "$out/install.log" >&2
+        exit 1
+    }
+    wanted=
+}
+
+# quietly LOG COMMAND...: shows the command's output only if it fails.
+quietly() {
+    log=$1
+    shift
+    "$@" >"$log" 2>&1 || {
+        tail -n 60 "$log" >&2
+        say "failed: $*"
+        return 1
+    }
+}
+
+# copy_sources DIR [PATH...]: what the extension and its script tests need.
+copy_sources() {
+    mkdir -p "$1"
+    rm -rf "$1/tests" "$1/examples"
+    to=$1
+    shift
+    tar -C "$root" -cf - config.m4 Makefile.frag sources.list platform directory account iban statement message \
+        binding tools tests/phpt examples "$@" | tar -C "$to" -xf -
+}
+
+# build_extension DIR [CONFIGURE FLAG...]: builds DIR/build/modules/sepa.so out
+# of a copy of the sources in DIR/src, so that the tree stays clean and several
+# engines (PHPIZE, PHP_CONFIG) can be built from it. With SEPA_IN_TREE set the
+# copy itself is built in. Sets $module. Without flags an earlier build's are
+# kept, so that a demo after a test has nothing to do.
+build_extension() {
+    dir=$1
+    shift
+    copy_sources "$dir/src"
+    build=$dir/build
+    [ -z "${SEPA_IN_TREE:-}" ] || build=$dir/src
+    mkdir -p "$build"
+    # shellcheck disable=SC2046
+    [ $# -gt 0 ] || set -- $(cat "$dir/flags" 2>/dev/null)
+    state="$PHPIZE $PHP_CONFIG $*"
+    if [ "$(cat "$dir/state" 2>/dev/null)" != "$state" ] || [ ! -e "$build/Makefile" ] ||
+        [ "$dir/src/config.m4" -nt "$build/Makefile" ] || [ "$dir/src/sources.list" -nt "$build/Makefile" ] ||
+        [ "$dir/src/Makefile.frag" -nt "$build/Makefile" ]; then
+        (cd "$dir/src" && quietly "$dir/phpize.log" "$PHPIZE")
+        (cd "$build" && quietly "$dir/configure.log" ../src/configure --with-php-config="$(command -v "$PHP_CONFIG")" "$@")
+        printf '%s\n' "$state" >"$dir/state"
+        printf '%s\n' "$*" >"$dir/flags"
+    fi
+    quietly "$dir/make.log" make -C "$build" -j2 \
+        LIBTOOL="\$(SHELL) \$(top_builddir)/libtool --silent"
+    module=$build/modules/sepa.so
+}
+
+# run_php ARGUMENT...: PHP with the extension of the default build and nothing else.
+run_php() { "$PHP" -n -d extension="$out/php/build/modules/sepa.so" "$@"; }
+
+# Locales of the script tests' own, in a folder of their own.
+make_locales() {
+    export LOCPATH=$out/locales
+    for locale in de_DE.UTF-8 de_DE.ISO-8859-1 tr_TR.UTF-8; do
+        [ ! -d "$LOCPATH/$locale" ] || continue
+        mkdir -p "$LOCPATH"
+        quietly "$out/localedef.log" localedef -i "${locale%%.*}" -f "${locale#*.}" "$LOCPATH/$locale"
+    done
+}
+
+# run_phpt DIR: runs the script tests on the build in DIR. Sets $good, $bad and
+# $skipped to the numbers of tests, and shows what failed.
+run_phpt() {
+    status=0
+    NO_COLOR=1 NO_INTERACTION=1 REPORT_EXIT_STATUS=1 TEST_PHP_EXECUTABLE=$(command -v "$PHP") \
+        "$PHP" -n "$1/src/run-tests.php" -n -q -d extension="$module" "$1/src/tests/phpt" >"$1/phpt.log" 2>&1 || status=$?
+    good=$(phpt_count passed "$1/phpt.log")
+    bad=$(phpt_count failed "$1/phpt.log")
+    skipped=$(phpt_count skipped "$1/phpt.log")
+    # A run that ends without its own count has failed.
+    [ "$status" -eq 0 ] && [ "$good" -gt 0 ] || [ "$bad" -gt 0 ] || bad=1
+    [ "$bad" -eq 0 ] && return
+    { sed -n '/^FAILED TEST SUMMARY/,$p' "$1/phpt.log" | grep . || tail -n 40 "$1/phpt.log"; } >&2
+    for diff in "$1"/src/tests/phpt/*.diff; do
+        [ -e "$diff" ] || continue
+        printf '%s\n' "--- $diff" "$(head -n 40 "$diff")" >&2
+    done
+}
+
+phpt_count() { sed -n "s/^Tests $1  *: *\([0-9]*\).*/\1/p" "$2" | grep . || echo 0; }
+
+need_php() {
+    need "$PHP" php-cli
+    need "$PHPIZE" php-dev
+    need make make
+    need g++ g++
+}
+
+mkdir -p "$out"

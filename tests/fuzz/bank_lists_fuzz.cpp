@@ -1,0 +1,60 @@
+// The reader of the bank lists. Input: the four lists, a NUL behind each; a
+// list without a header gets its own, since no engine guesses it.
+#include "directory/bank_directory.h"
+#include "tests/fuzz/fuzz.h"
+#include "tools/bank_lists.h"
+
+namespace {
+
+struct fault_t {};
+
+list_text_t list_of(const char* file, const char* header, const std::string& all, size_t number) {
+    size_t from = 0;
+    for (; number && from < all.size(); --number) {
+        size_t end = all.find('\0', from);
+        from = end == std::string::npos ? all.size() : end + 1;
+    }
+    size_t end = all.find('\0', from);
+    std::string text = all.substr(from, end == std::string::npos ? end : end - from);
+    bool rows_alone = text.empty() || (text[0] >= '0' && text[0] <= '9') || (text[0] >= 'A' && text[0] <= 'Z');
+    return {file, rows_alone ? std::string(header) + "\n" + text : text};
+}
+
+// What the lookups rely on, since the tables are read without a test.
+void check_entry(const entry_t& entry) {
+    expect(entry.key.size() == 8 || entry.key.size() == 11, "length of a key");
+    expect(entry.key.find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_") == std::string::npos, "a key");
+    expect(!entry.body.empty() && entry.body.back() == '\0', "an entry ends with its NUL");
+    bool german = entry.key.compare(0, 3, "_DE") == 0;
+    bool bic = entry.key[0] != '_';
+    size_t binary = german ? 4 : bic ? 1 : 0;
+    expect(entry.body.size() > binary, "an entry has its binary bytes");
+    if (!german) expect(entry.body.find('\0', binary) == entry.body.size() - 1, "one NUL");
+    if (bic) expect(entry.body.size() - 2 + 12 + 1 + 3 <= BANK_TEXT_SIZE, "a name that fits");
+}
+
+}  // namespace
+
+void stop(const std::string&, size_t line, const std::string& reason) {
+    expect(line > 0 && !reason.empty(), "a fault has a line and a reason");
+    throw fault_t{};
+}
+
+FUZZ_TARGET(bank_lists) {
+    const std::string all(reinterpret_cast<const char*>(data), size);
+    const char* national = "bank_id,bic,name,postal_code,city,country";
+    list_texts_t lists = {
+        list_of("de.csv", "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country", all, 0),
+        list_of("bic.csv", "bic,sct,sdd,cor1,b2b,name", all, 1),
+        list_of("at.csv", national, all, 2),
+        list_of("ch.csv", national, all, 3),
+    };
+    try {
+        directory_t directory = read_directory(lists, false);
+        expect(directory.entries.size() ==
+                   directory.bic_count + directory.at_count + directory.ch_count + directory.de_count,
+               "the entries are counted");
+        for (const entry_t& entry : directory.entries) check_entry(entry);
+    } catch (const fault_t&) {
+    }
+}

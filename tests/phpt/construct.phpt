@@ -1,0 +1,92 @@
+--TEST--
+Making message objects: types, a second construction, subclasses, no copies
+--FILE--
+<?php
+require __DIR__ . '/support.inc';
+
+echo "-- message types\n";
+foreach ([0, 3, -1, 2 ** 32 + 1, 2 ** 32 + 2, PHP_INT_MIN] as $type) {
+    show(function () use ($type) { return new SEPA($type); });
+}
+show_argument_error(function () { $r = new ReflectionMethod('SEPA', '__construct'); return $r->invoke(credit_transfer(), 'two'); });
+show_argument_error(function () { $r = new ReflectionMethod('SEPA', '__construct'); return $r->invoke(credit_transfer()); });
+
+echo "-- a second construction\n";
+$message = credit_transfer();
+$message->add(payment());
+show(function () use ($message) { $message->__construct(7); });
+echo totals($message), "\n";
+$message->__construct(SEPA_MSGTYPE_CTI);
+echo totals($message), "\n";
+
+echo "-- without a handle\n";
+class Lazy extends SEPA
+{
+    public $a = 1;
+    protected $b = [2];
+    public function __construct() {}
+}
+$calls = [
+    'setIBAN' => ['x'], 'setBIC' => ['x'], 'setName' => ['x'], 'setCreditorIdentifier' => ['x'], 'setDate' => ['x'],
+    'setDDType' => [0], 'setBatchBooking' => [true], 'setMessageId' => ['x'], 'add' => [[]], 'toXML' => [],
+];
+$lazy = new Lazy();
+foreach ($calls as $method => $arguments) {
+    show(function () use ($lazy, $method, $arguments) { return $lazy->$method(...$arguments); });
+}
+show(function () { return (new ReflectionClass('SEPA'))->newInstanceWithoutConstructor()->toXML(); });
+
+echo "-- subclasses keep their properties and the handle\n";
+class Mine extends SEPA
+{
+    public $note = 'kept';
+    private $list = [1, 2, 3];
+    public function __construct() { parent::__construct(SEPA_MSGTYPE_CTI); }
+    public function list() { return count($this->list); }
+}
+$mine = new Mine();
+@$mine->added = 'dynamic';  // deprecated from 8.2 on
+var_dump($mine->setName('Name'), $mine->note, $mine->list(), $mine instanceof SEPA);
+unset($mine);
+
+echo "-- copies\n";
+show(function () { return clone credit_transfer(); });
+foreach (['O:4:"SEPA":0:{}', 'C:4:"SEPA":0:{}'] as $text) {
+    $copy = @unserialize($text);
+    show(function () use ($copy) { return $copy ? $copy->toXML() : 'refused'; });
+}
+--EXPECTF--
+-- message types
+SEPAException 42: invalid/unknown message type
+SEPAException 42: invalid/unknown message type
+SEPAException 42: invalid/unknown message type
+SEPAException 42: invalid/unknown message type
+SEPAException 42: invalid/unknown message type
+SEPAException 42: invalid/unknown message type
+argument error
+argument error
+-- a second construction
+SEPAException 42: invalid/unknown message type
+1 x, 1.00 EUR
+0 x, 0.00 EUR
+-- without a handle
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+SEPAException 0: Invalid sepa_t handle (NULL)
+-- subclasses keep their properties and the handle
+bool(true)
+string(4) "kept"
+int(3)
+bool(true)
+-- copies
+Error 0: Trying to clone an uncloneable object of class SEPA
+%s
+%s

@@ -1,0 +1,111 @@
+<?php
+/*
+ * What a request of the soak test does: case N gives the same text in every
+ * process, so that the command line knows the answer of the web server.
+ */
+
+const RULEBOOKS = ['DE-2.6', 'DE-2.7', 'AT-6', 'NL-6', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7'];
+const IBANS = ['DE89370400440532013000', 'DE62701500000020228888', 'DE12500105170648489890', 'DE86100500000990021440',
+               'AT483200000012345864', 'CH9300762011623852957', 'FR1420041010050500013M02606', 'NL91ABNA0417164300'];
+
+function run_case(int $case): string
+{
+    SEPA::init(SEPA_INIT_RULEBOOK, RULEBOOKS[$case % count(RULEBOOKS)]);
+    $cases = ['transfer_case', 'debit_case', 'iban_case', 'error_case', 'statement_case'];
+    return $cases[intdiv($case, count(RULEBOOKS)) % count($cases)]($case);
+}
+
+function document(SEPA $message): string
+{
+    return preg_replace('~<CreDtTm>[^<]*~', '<CreDtTm>', $message->toXML());
+}
+
+function message(int $type, int $case): SEPA
+{
+    $message = new SEPA($type);
+    $message->setName('Soak');
+    $message->setIBAN(IBANS[$case % 4]);
+    $message->setBIC('COBADEFFXXX');
+    $message->setDate('2026-12-01');
+    $message->setMessageId("SOAK-$case");
+    return $message;
+}
+
+function payments(int $case): iterable
+{
+    for ($i = 0; $i <= $case % 40; $i++) {
+        yield [
+            'iban' => IBANS[($case + $i) % count(IBANS)], 'bic' => 'COBADEFF', 'name' => "Payee $i",
+            'amount' => ($case * 7 + $i) % 99991 / 100 + 0.01, 'date' => sprintf('2026-12-%02d', 1 + ($case + $i) % 28),
+            'ref' => str_repeat("Rechnung $i ", 1 + $i % 8),
+        ];
+    }
+}
+
+function transfer_case(int $case): string
+{
+    $message = message(SEPA_MSGTYPE_CTI, $case);
+    foreach (payments($case) as $payment) {
+        $message->add($payment);
+    }
+    return document($message);
+}
+
+function debit_case(int $case): string
+{
+    $message = message(SEPA_MSGTYPE_DDI, $case);
+    $message->setCreditorIdentifier('DE98ZZZ09999999999');
+    foreach (payments($case) as $i => $payment) {
+        $message->add($payment + ['seq' => ['FRST', 'RCUR', 'OOFF', 'FNAL'][$i % 4], 'mref' => "M$i", 'mdate' => '2020-01-31']
+            + ($i % 5 ? [] : ['old_mref' => 'OLD', 'smnda' => '1']));
+    }
+    return document($message);
+}
+
+function iban_case(int $case): string
+{
+    $lines = [];
+    for ($i = 0; $i < 50; $i++) {
+        $account = (string) (($case * 7919 + $i * 104729) % 1000000000);
+        foreach (['37040044', '10050000', '50050201', '70020270', '20041133', '99999999'] as $bank) {
+            $iban = SEPA::IBAN_convert('DE', $account, $bank, $status);
+            $lines[] = "$account $bank $iban $status " . ($iban ? SEPA::IBAN_getBIC($iban) . (int) SEPA::IBAN_check($iban) : '');
+        }
+    }
+    foreach (['MARKDEFF', 'COBADEFF', 'XXXXXXXX'] as $bic) {
+        $lines[] = SEPA::BIC_getBankName($bic) . ' ' . SEPA::BIC_getBankFlags($bic);
+    }
+    return implode("\n", $lines);
+}
+
+function error_case(int $case): string
+{
+    $texts = [];
+    $message = message(SEPA_MSGTYPE_CTI, $case);
+    $calls = [
+        function () use ($message) { $message->add([]); },
+        function () use ($message, $case) { $message->add(['name' => str_repeat('x', 60 + $case % 20), 'amount' => 'x']); },
+        function () use ($message) { $message->add(array_fill_keys(range(1, 200), 'x')); },
+        function () use ($message) { $message->setIBAN('DE98370400440532013000'); },
+        function () use ($message) { $message->setDDType(SEPA_DDTYPE_CORE); },
+        function () { (new SEPA(SEPA_MSGTYPE_DDI))->toXML(); },
+        function () use ($case) { new SEPA($case % 7); },
+        function () { (new SEPAStatementParser())->load(SEPA_STMT_FORMAT_MT940, '/no/such/file'); },
+    ];
+    foreach ($calls as $call) {
+        try {
+            $call();
+            $texts[] = 'no error';
+        } catch (SEPAException $e) {
+            $texts[] = $e->getCode() . ' ' . $e->getMessage();
+        }
+    }
+    return implode("\n", $texts);
+}
+
+function statement_case(int $case): string
+{
+    $parser = new SEPAStatementParser();
+    $parser->load(SEPA_STMT_FORMAT_MT940, __DIR__ . '/../../examples/statement.sta');
+    return print_r($parser->getStatements(), true) . $case;
+}

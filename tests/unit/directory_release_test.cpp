@@ -1,0 +1,256 @@
+// The compiled-in release against its lists: every row is found and equal, and
+// nothing else is found.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+
+#include "directory/bank_directory.h"
+#include "directory/directory_tables.h"
+#include "iban/iban.h"
+#include "tests/unit/csv_rows.h"
+#include "tests/unit/fixed_clock.h"
+
+namespace {
+
+const std::string folder = SEPA_DIRECTORY_DATA;
+
+// Columns of de.csv.
+enum { VALID_FROM, CODE, FLAG, METHOD, RULE, SUCCESSOR, BIC, NAME, POSTAL_CODE, CITY, COUNTRY };
+
+using german_rows_t = std::map<std::string, csv_row>;
+
+// German rows of each period, by bank code.
+const std::map<std::string, german_rows_t>& german_periods() {
+    static const std::map<std::string, german_rows_t> periods = [] {
+        std::map<std::string, german_rows_t> by_date;
+        for (const csv_row& row : csv_rows(folder + "/de.csv")) by_date[row[VALID_FROM]][row[CODE]] = row;
+        return by_date;
+    }();
+    return periods;
+}
+
+const german_rows_t& later_period() { return german_periods().rbegin()->second; }
+
+csv_row texts(const bank_record_t& r) { return {r.bic, r.name, r.postal_code, r.city, r.country}; }
+
+// Keys in the order that the directory tells.
+std::vector<std::string> expected_keys() {
+    std::vector<std::string> keys;
+    for (const csv_row& row : csv_rows(folder + "/bic.csv")) keys.push_back(row[0]);
+    for (const csv_row& row : csv_rows(folder + "/at.csv")) keys.push_back("_AT" + row[0]);
+    for (const csv_row& row : csv_rows(folder + "/ch.csv")) keys.push_back("_CH" + row[0]);
+    for (const auto& [code, row] : later_period()) keys.push_back("_DE" + code);
+    return keys;
+}
+
+void expect_german(const german_rows_t& period, time_t now) {
+    fixed_now = now;
+    for (const auto& [code, later] : later_period()) {
+        auto found = period.find(code);
+        const csv_row& row = found == period.end() ? later : found->second;
+        bank_record_t record;
+        ASSERT_EQ(bank_lookup("DE", code.c_str(), &record), 1) << code;
+        EXPECT_EQ(texts(record), csv_row(row.begin() + BIC, row.end())) << code;
+        EXPECT_EQ(record.successor, row[SUCCESSOR]) << code;
+        EXPECT_EQ(record.flag, std::stoul(row[FLAG])) << code;
+        EXPECT_EQ(record.method, std::stoul(row[METHOD], nullptr, 16)) << code;
+        EXPECT_EQ(record.rule, std::stol(row[RULE])) << code;
+        EXPECT_EQ(record.bank_flags, 0) << code;
+    }
+}
+
+TEST(Release, EveryGermanRow) {
+    ASSERT_FALSE(german_periods().empty());
+    EXPECT_EQ(directory_switch_time == 0, german_periods().size() == 1);
+    expect_german(german_periods().begin()->second, static_cast<time_t>(directory_switch_time - 1));
+    expect_german(later_period(), static_cast<time_t>(directory_switch_time));
+    for (const auto& [code, row] : german_periods().begin()->second) {
+        bank_record_t record;
+        EXPECT_EQ(bank_lookup("DE", code.c_str(), &record), static_cast<int>(later_period().count(code))) << code;
+    }
+}
+
+TEST(Release, EveryAustrianAndSwissRow) {
+    for (const char* country : {"AT", "CH"}) {
+        for (const csv_row& row : csv_rows(folder + (*country == 'A' ? "/at.csv" : "/ch.csv"))) {
+            bank_record_t record;
+            ASSERT_EQ(bank_lookup(country, row[0].c_str(), &record), 1) << row[0];
+            EXPECT_EQ(texts(record), csv_row(row.begin() + 1, row.end())) << row[0];
+            EXPECT_EQ(record.successor, nullptr);
+            EXPECT_EQ(record.flag + record.method + record.rule + record.bank_flags, 0) << row[0];
+        }
+    }
+}
+
+TEST(Release, EveryBicRow) {
+    for (const csv_row& row : csv_rows(folder + "/bic.csv")) {
+        bank_record_t record;
+        ASSERT_EQ(bic_lookup(row[0].c_str(), &record), 1) << row[0];
+        EXPECT_EQ(record.bic, row[0]);
+        EXPECT_EQ(record.name, row[5]);
+        EXPECT_EQ(record.country, row[0].substr(4, 2));
+        int flags = (row[1] == "1") + 2 * (row[2] == "1") + 4 * (row[3] == "1") + 8 * (row[4] == "1");
+        EXPECT_EQ(record.bank_flags, flags) << row[0];
+    }
+}
+
+TEST(Release, EntriesStandInTheToldOrder) {
+    std::vector<std::string> keys = expected_keys();
+    ASSERT_EQ(static_cast<size_t>(directory_count), keys.size());
+    EXPECT_TRUE(std::is_sorted(keys.end() - directory_de_count, keys.end()));
+    EXPECT_TRUE(std::is_sorted(keys.begin(), keys.begin() + directory_bic_count));
+    std::set<uint32_t> reached;
+    for (size_t index = 0; index < keys.size(); index++) {
+        const std::string& key = keys[index];
+        EXPECT_EQ(directory_hash(key.c_str()), static_cast<int32_t>(index)) << key;
+        EXPECT_EQ(memcmp(directory_entries[static_cast<int32_t>(index)], key.data(), key.size()), 0) << key;
+        for (const uint32_t* table : {directory_t1, directory_t2, directory_t3}) {
+            uint32_t sum = 0;
+            for (size_t i = 0; i < key.size(); i++) sum += table[75 * i + static_cast<size_t>(key[i] - '0')];
+            reached.insert(sum % static_cast<uint32_t>(directory_cells));
+        }
+    }
+    for (uint32_t cell = 0; cell < static_cast<uint32_t>(directory_cells); cell++) {
+        EXPECT_EQ(directory_g[cell] == -1, reached.count(cell) == 0) << cell;
+        EXPECT_LT(directory_g[cell], directory_count);
+    }
+}
+
+// Looks a key of the directory's form up by the function that is meant for it.
+bool is_found(const std::string& key) {
+    bank_record_t record;
+    if (key[0] != '_') return bic_lookup(key.c_str(), &record) == 1;
+    return bank_lookup(key.substr(1, 2).c_str(), key.c_str() + 3, &record) == 1;
+}
+
+TEST(Release, ChangedKeysAreMissed) {
+    std::vector<std::string> keys = expected_keys();
+    std::set<std::string> known(keys.begin(), keys.end());
+    std::mt19937 random(11);
+    for (const std::string& key : keys) {
+        for (size_t i = key[0] == '_' ? 3 : 0; i < key.size(); i++) {
+            std::string changed = key;
+            changed[i] = static_cast<char>(random() % 2 ? '0' + random() % 10 : ' ' + random() % 95);
+            std::string capitals = changed;
+            if (key[0] != '_') std::transform(changed.begin(), changed.end(), capitals.begin(), toupper);
+            if (changed[0] == '_' && key[0] != '_') continue;  // has become the other kind
+            ASSERT_EQ(is_found(changed), known.count(capitals) == 1) << key << " as " << changed;
+        }
+    }
+}
+
+TEST(Release, RandomNonKeysAreMissed) {
+    std::vector<std::string> keys = expected_keys();
+    std::set<std::string> known(keys.begin(), keys.end());
+    std::mt19937 random(13);
+    const char* prefixes[] = {"", "_AT", "_CH", "_DE"};
+    for (int i = 0; i < 1000000; i++) {
+        std::string key = prefixes[i % 4];
+        size_t length = i % 4 == 0 || i % 4 == 3 ? 11 : 8;
+        while (key.size() < length) {
+            key += static_cast<char>(i % 4 == 0 && key.size() < 8 ? 'A' + random() % 26 : '0' + random() % 10);
+        }
+        ASSERT_EQ(is_found(key), known.count(key) == 1) << key;
+    }
+}
+
+// What a bank has at one time: texts of the entry, flag, method, rule.
+struct facts_t {
+    std::string text;
+    int flag, method, rule;
+
+    bool operator==(const facts_t& other) const {
+        return text == other.text && flag == other.flag && method == other.method && rule == other.rule;
+    }
+};
+
+facts_t facts(time_t now, const char* country, const std::string& bank_id) {
+    fixed_now = now;
+    bank_record_t record;
+    if (!bank_lookup(country, bank_id.c_str(), &record)) return {};
+    std::string text = record.successor ? std::string(record.successor) + "|" : "";
+    for (const std::string& field : texts(record)) text += field + "|";
+    text.pop_back();
+    return {text, record.flag, record.method, record.rule};
+}
+
+constexpr time_t SWITCH = 1740956400;
+
+bool is_default_release() { return folder.substr(folder.size() - 7) == "2025-03"; }
+
+TEST(DefaultRelease, Sums) {
+    if (!is_default_release()) GTEST_SKIP() << "another release is compiled in";
+    EXPECT_EQ(directory_bic_count, 4689);
+    EXPECT_EQ(directory_at_count, 870);
+    EXPECT_EQ(directory_ch_count, 1148);
+    EXPECT_EQ(directory_de_count, 3527);
+    EXPECT_EQ(directory_cells, 12588);
+    EXPECT_EQ(directory_switch_time, SWITCH);
+
+    std::vector<facts_t> sub_records;
+    for (const auto& [code, row] : later_period()) {
+        facts_t before = facts(SWITCH - 1, "DE", code), after = facts(SWITCH, "DE", code);
+        sub_records.push_back(after);
+        if (!(before == after)) sub_records.push_back(before);
+    }
+    EXPECT_EQ(sub_records.size(), 3527u + 20u);
+    int successors = 0, other_flags = 0, rule_2002 = 0;
+    std::set<int> rules;
+    for (const facts_t& sub_record : sub_records) {
+        bool successor = sub_record.text[0] != '|';
+        EXPECT_TRUE(!successor || sub_record.flag == 1) << sub_record.text;
+        successors += successor;
+        other_flags += !successor && sub_record.flag == 1;
+        rule_2002 += sub_record.rule == 2002;
+        rules.insert(sub_record.rule / 100);
+    }
+    EXPECT_EQ(successors, 34);
+    EXPECT_EQ(other_flags, 49);
+    EXPECT_EQ(rule_2002, 373);
+    EXPECT_EQ(rules.size(), 43u);
+}
+
+TEST(DefaultRelease, TellingEntries) {
+    if (!is_default_release()) GTEST_SKIP() << "another release is compiled in";
+    const struct {
+        time_t now;
+        const char *country, *bank_id;
+        facts_t facts;
+    } rows[] = {
+        {SWITCH, "DE", "10000000", {"|MARKDEF1100|Bundesbank|10591|Berlin|DE", 0, 0x09, 4201}},
+        {SWITCH, "DE", "50040000", {"|COBADEFFXXX|Commerzbank|60005|Frankfurt am Main|DE", 0, 0x13, 503}},
+        {SWITCH, "DE", "25050299", {"25050180||Sparkasse Hannover -alt-|30056|Hannover|DE", 1, 0xA3, 2800}},
+        {SWITCH - 1,
+         "DE",
+         "10020890",
+         {"|HYVEDEMM488|UniCredit Bank - HypoVereinsbank|10896|Berlin|DE", 0, 0x99, 3200}},
+        {SWITCH, "DE", "10020890", {"|HYVEDEMM488|UniCredit Bank - HypoVereinsbank|10117|Berlin|DE", 0, 0x99, 3200}},
+        {SWITCH, "AT", "11000", {"BKAUATWWXXX|UniCredit Bank Austria AG|1020|Wien|AT", 0, 0, 0}},
+        {SWITCH, "CH", "110", {"SNBZCHZZXXX|Schweizerische Nationalbank|3003|Bern|", 0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        facts_t found = facts(row.now, row.country, row.bank_id);
+        EXPECT_TRUE(found == row.facts) << row.bank_id << ": " << found.text << " " << found.method << " "
+                                        << found.rule;
+    }
+    bank_record_t record;
+    ASSERT_EQ(bic_lookup("aabafi22", &record), 1);
+    EXPECT_STREQ(record.name, "BANK OF ALAND PLC");
+    EXPECT_EQ(record.bank_flags, 3);
+    const char* ibans[][2] = {{"DE89370400440532013000", "COBADEFFXXX"},
+                              {"DE00100400000000000000", "COBADEFFXXX"},
+                              {"DE00200411330000000000", "COBADEHD001"},
+                              {"DE00100800000000000000", "DRESDEFF100"}};
+    for (const auto& [iban, expected] : ibans) {
+        char bic[12];
+        EXPECT_EQ(IBAN_getBIC(iban, bic), 1);
+        EXPECT_STREQ(bic, expected);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,44 @@
+// What the tests of messages share: owned handles, short ways to add and write.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "message/sepa.h"
+
+struct message_deleter {
+    void operator()(sepa_t* message) const { sepa_free(message); }
+};
+using message_t = std::unique_ptr<sepa_t, message_deleter>;
+
+inline message_t new_message(long kind) { return message_t(sepa_new(kind)); }
+
+inline constexpr const char* rulebook_names[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
+                                                 "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};
+
+inline void use_rulebook(const char* name) { ASSERT_EQ(sepa_init(SEPA_INIT_RULEBOOK, name), 1) << name; }
+
+inline constexpr const char* german_iban = "DE89370400440532013000";
+inline constexpr const char* austrian_iban = "AT168064680654652158";
+
+using keys_t = std::vector<kv_pair_t>;
+
+inline int add(const message_t& message, keys_t keys) {
+    keys.push_back({nullptr, nullptr});
+    return (message->msgtype == SEPA_MSGTYPE_DDI ? ddi_add : cti_add)(message.get(), keys.data());
+}
+
+// The document, or "" if there is none.
+inline std::string document_of(const message_t& message) {
+    char* text = sepa_toXML(message.get());
+    std::string document = text ? text : "";
+    free(text);
+    return document;
+}
+
+// A text of `count` letters.
+inline std::string letters(size_t count) { return std::string(count, 'x'); }
