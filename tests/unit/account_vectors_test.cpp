@@ -31,7 +31,7 @@ TEST(AccountVectors, Results) {
         }
         EXPECT_EQ(account_check_bank(account.c_str(), bank_code.c_str(), code), expected) << line;
     }
-    EXPECT_GT(rows, 200);
+    EXPECT_GT(rows, 700);
 }
 
 }  // namespace
