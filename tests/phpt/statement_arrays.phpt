@@ -33,197 +33,34 @@ $first = $parser->getStatements();
 var_dump($first === $parser->getStatements());
 unset($parser);
 
-// What a date that was never read looks like is the system library's affair.
-array_walk_recursive($first, function (&$value) {
-    $value = $value === '1900-01-00' ? 'NONE' : $value;
-});
-var_dump($first);
+/** A record in one line; what a date that was never read looks like is the system library's affair. */
+function line(array $record): string
+{
+    unset($record['tx']);
+    $texts = [];
+    foreach ($record as $key => $value) {
+        $texts[] = "$key " . ($value === '1900-01-00' ? 'NONE' : var_export($value, true));
+    }
+    return implode(', ', $texts);
+}
+
+foreach ($first as $number => $statement) {
+    echo "$number: ", line($statement), ', ', key(array_slice($statement, -1)), ' ', count($statement['tx']), "\n";
+    foreach ($statement['tx'] as $index => $transaction) {
+        echo "  $index: ", line($transaction), "\n";
+    }
+}
 --CLEAN--
 <?php unlink(__DIR__ . '/statement_arrays.sta');
 --EXPECT--
 NULL
 bool(true)
 bool(true)
-array(3) {
-  [0]=>
-  array(11) {
-    ["ref"]=>
-    string(4) "FULL"
-    ["account"]=>
-    string(19) "37040044/0532013000"
-    ["number"]=>
-    int(4294967295)
-    ["page"]=>
-    int(7)
-    ["openSaldo"]=>
-    float(-0)
-    ["openCurrency"]=>
-    string(3) "EUR"
-    ["openDate"]=>
-    string(10) "2023-12-28"
-    ["closeSaldo"]=>
-    float(1234567.89)
-    ["closeCurrency"]=>
-    string(3) "USD"
-    ["closeDate"]=>
-    string(10) "2024-13-45"
-    ["tx"]=>
-    array(2) {
-      [0]=>
-      array(25) {
-        ["valuta"]=>
-        string(10) "2023-12-29"
-        ["booked"]=>
-        string(10) "2024-01-02"
-        ["amount"]=>
-        float(-12.34)
-        ["code"]=>
-        string(3) "TRF"
-        ["ref"]=>
-        string(3) "REF"
-        ["bankref"]=>
-        string(7) "BANKREF"
-        ["gvc"]=>
-        int(177)
-        ["extcode"]=>
-        int(997)
-        ["txtext"]=>
-        string(4) "TEXT"
-        ["primanota"]=>
-        string(4) "9249"
-        ["bank"]=>
-        string(4) "BANK"
-        ["account"]=>
-        string(7) "ACCOUNT"
-        ["name"]=>
-        string(4) "NAME"
-        ["purpose"]=>
-        string(12) "PLAIN
-SECOND"
-        ["eref"]=>
-        string(1) "E"
-        ["kref"]=>
-        string(1) "K"
-        ["mref"]=>
-        string(1) "M"
-        ["cred"]=>
-        string(1) "C"
-        ["debt"]=>
-        string(1) "D"
-        ["purp"]=>
-        string(1) "P"
-        ["coam"]=>
-        string(3) "1.5"
-        ["oamt"]=>
-        string(3) "2.5"
-        ["svwz"]=>
-        string(1) "S"
-        ["abwa"]=>
-        string(1) "A"
-        ["abwe"]=>
-        string(1) "B"
-      }
-      [1]=>
-      array(8) {
-        ["valuta"]=>
-        string(10) "2023-12-29"
-        ["amount"]=>
-        float(0.1)
-        ["code"]=>
-        string(3) "ABC"
-        ["ref"]=>
-        string(0) ""
-        ["gvc"]=>
-        int(0)
-        ["bank"]=>
-        string(0) ""
-        ["account"]=>
-        string(0) ""
-        ["name"]=>
-        string(0) ""
-      }
-    }
-  }
-  [1]=>
-  array(8) {
-    ["ref"]=>
-    string(0) ""
-    ["openSaldo"]=>
-    float(0)
-    ["openCurrency"]=>
-    string(0) ""
-    ["openDate"]=>
-    string(4) "NONE"
-    ["closeSaldo"]=>
-    float(0)
-    ["closeCurrency"]=>
-    string(0) ""
-    ["closeDate"]=>
-    string(4) "NONE"
-    ["tx"]=>
-    array(0) {
-    }
-  }
-  [2]=>
-  array(8) {
-    ["ref"]=>
-    string(4) "POOR"
-    ["openSaldo"]=>
-    float(0)
-    ["openCurrency"]=>
-    string(0) ""
-    ["openDate"]=>
-    string(4) "NONE"
-    ["closeSaldo"]=>
-    float(1)
-    ["closeCurrency"]=>
-    string(3) "EUR"
-    ["closeDate"]=>
-    string(10) "2024-01-02"
-    ["tx"]=>
-    array(2) {
-      [0]=>
-      array(11) {
-        ["valuta"]=>
-        string(10) "2024-01-02"
-        ["amount"]=>
-        float(1)
-        ["code"]=>
-        string(3) "TRF"
-        ["ref"]=>
-        string(0) ""
-        ["gvc"]=>
-        int(4294967295)
-        ["extcode"]=>
-        int(4294967295)
-        ["txtext"]=>
-        string(0) ""
-        ["bank"]=>
-        string(0) ""
-        ["account"]=>
-        string(0) ""
-        ["name"]=>
-        string(0) ""
-        ["purpose"]=>
-        string(0) ""
-      }
-      [1]=>
-      array(7) {
-        ["valuta"]=>
-        string(4) "NONE"
-        ["amount"]=>
-        float(0)
-        ["code"]=>
-        string(0) ""
-        ["gvc"]=>
-        int(0)
-        ["bank"]=>
-        string(0) ""
-        ["account"]=>
-        string(0) ""
-        ["name"]=>
-        string(0) ""
-      }
-    }
-  }
-}
+0: ref 'FULL', account '37040044/0532013000', number 4294967295, page 7, openSaldo -0.0, openCurrency 'EUR', openDate '2023-12-28', closeSaldo 1234567.89, closeCurrency 'USD', closeDate '2024-13-45', tx 2
+  0: valuta '2023-12-29', booked '2024-01-02', amount -12.34, code 'TRF', ref 'REF', bankref 'BANKREF', gvc 177, extcode 997, txtext 'TEXT', primanota '9249', bank 'BANK', account 'ACCOUNT', name 'NAME', purpose 'PLAIN
+SECOND', eref 'E', kref 'K', mref 'M', cred 'C', debt 'D', purp 'P', coam '1.5', oamt '2.5', svwz 'S', abwa 'A', abwe 'B'
+  1: valuta '2023-12-29', amount 0.1, code 'ABC', ref '', gvc 0, bank '', account '', name ''
+1: ref '', openSaldo 0.0, openCurrency '', openDate NONE, closeSaldo 0.0, closeCurrency '', closeDate NONE, tx 0
+2: ref 'POOR', openSaldo 0.0, openCurrency '', openDate NONE, closeSaldo 1.0, closeCurrency 'EUR', closeDate '2024-01-02', tx 2
+  0: valuta '2024-01-02', amount 1.0, code 'TRF', ref '', gvc 4294967295, extcode 4294967295, txtext '', bank '', account '', name '', purpose ''
+  1: valuta NONE, amount 0.0, code '', gvc 0, bank '', account '', name ''
