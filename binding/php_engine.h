@@ -40,3 +40,21 @@ using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_
         zval_ptr_dtor(&sepa_old);           \
     } while (0)
 #endif
+
+// Some engines, Debian's 8.2 among them, let an extension's allocations go
+// beyond the memory limit, end the request when the call returns, and end the
+// whole process at twice the limit. There a large text is asked for in a way
+// that may fail, which gives null and ends the request too, and a loop that
+// builds a large array looks at the limit itself.
+#ifdef femalloc
+#define SEPA_NEW_STRING(text, length) zend_string_finit(text, length, false, true)
+#define SEPA_KEEP_MEMORY_LIMIT()                                                                        \
+    do {                                                                                                \
+        if (PG(memory_limit) > 0 && zend_memory_usage(true) > static_cast<size_t>(PG(memory_limit)))    \
+            zend_error_noreturn(E_ERROR, "Allowed memory size of " ZEND_LONG_FMT " bytes exhausted",    \
+                                PG(memory_limit));                                                      \
+    } while (0)
+#else
+#define SEPA_NEW_STRING(text, length) zend_string_init(text, length, 0)
+#define SEPA_KEEP_MEMORY_LIMIT() do { } while (0)
+#endif

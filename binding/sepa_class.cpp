@@ -15,7 +15,10 @@ void sepa_throw(const char* message, zend_long code) {
 }
 
 void sepa_return_text(zval* return_value, const char* text, void* block) {
-    zend_try { RETVAL_STRING(text); }
+    zend_try {
+        zend_string* copy = SEPA_NEW_STRING(text, strlen(text));
+        if (copy) RETVAL_STR(copy);
+    }
     zend_catch {
         free(block);
         zend_bailout();

@@ -151,6 +151,7 @@ static void make_transactions(zval* list, const sepa_statement_t* statement) {
         zval item;
         make_transaction(&item, tx, before, &last_ref);
         add_next_index_zval(list, &item);
+        SEPA_KEEP_MEMORY_LIMIT();
     }
 }
 
@@ -236,6 +237,7 @@ static ZEND_METHOD(SEPAStatementParser, getStatements) {
         zval item;
         make_statement(&item, statement);
         add_next_index_zval(return_value, &item);
+        SEPA_KEEP_MEMORY_LIMIT();
     }
 }
 

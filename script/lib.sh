@@ -95,21 +95,62 @@ make_locales() {
     done
 }
 
-# run_phpt DIR: runs the script tests on the build in DIR. Sets $good, $bad and
+# The numbers of the tests so far.
+passed=0
+failed=0
+count() { # PASSED FAILED
+    passed=$((passed + $1))
+    failed=$((failed + $2))
+}
+
+# check NAME COMMAND...: one test that a command decides.
+check() {
+    name=$1
+    shift
+    if "$@"; then count 1 0; else
+        count 0 1
+        say "FAILED: $name"
+    fi
+}
+
+# run_unit_tests PRESET: runs and counts all unit tests of a preset's build.
+run_unit_tests() {
+    for program in "$out/$1"/tests/unit/*_test; do
+        log=$out/$1/$(basename "$program").log
+        status=0
+        "$program" --gtest_brief=1 >"$log" 2>&1 || status=$?
+        good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\{0,1\}\..*/\1/p' "$log")
+        bad=$(sed -n 's/^ *\([0-9]*\) FAILED TESTS\{0,1\}$/\1/p' "$log")
+        # A program that ends without its own count has failed.
+        [ "$status" -eq 0 ] || bad=${bad:-1}
+        [ -n "$good$bad" ] || bad=1
+        count "${good:-0}" "${bad:-0}"
+        [ "${bad:-0}" -eq 0 ] || {
+            tail -n 60 "$log" >&2
+            say "FAILED: $(basename "$program")"
+        }
+    done
+}
+
+# run_phpt DIR [ARGUMENT OF run-tests.php...]: runs the script tests on the build
+# in DIR, with the engine $TESTED_PHP if that is set. Sets $good, $bad and
 # $skipped to the numbers of tests, and shows what failed.
 run_phpt() {
+    built=$1
+    shift
     status=0
-    NO_COLOR=1 NO_INTERACTION=1 REPORT_EXIT_STATUS=1 TEST_PHP_EXECUTABLE=$(command -v "$PHP") \
-        "$PHP" -n "$1/src/run-tests.php" -n -q -d extension="$module" "$1/src/tests/phpt" >"$1/phpt.log" 2>&1 || status=$?
-    good=$(phpt_count passed "$1/phpt.log")
-    bad=$(phpt_count failed "$1/phpt.log")
-    skipped=$(phpt_count skipped "$1/phpt.log")
+    NO_COLOR=1 NO_INTERACTION=1 REPORT_EXIT_STATUS=1 TEST_PHP_EXECUTABLE=$(command -v "${TESTED_PHP:-$PHP}") \
+        "$PHP" -n "$built/src/run-tests.php" -n -q "$@" -d extension="$module" "$built/src/tests/phpt" \
+        >"$built/phpt.log" 2>&1 || status=$?
+    good=$(phpt_count passed "$built/phpt.log")
+    bad=$(($(phpt_count failed "$built/phpt.log") + $(phpt_count leaked "$built/phpt.log")))
+    skipped=$(phpt_count skipped "$built/phpt.log")
     # A run that ends without its own count has failed.
     [ "$status" -eq 0 ] && [ "$good" -gt 0 ] || [ "$bad" -gt 0 ] || bad=1
     [ "$bad" -eq 0 ] && return
-    { sed -n '/^FAILED TEST SUMMARY/,$p' "$1/phpt.log" | grep . || tail -n 40 "$1/phpt.log"; } >&2
-    for diff in "$1"/src/tests/phpt/*.diff; do
-        [ -e "$diff" ] || continue
+    { sed -n '/^FAILED TEST SUMMARY/,$p' "$built/phpt.log" | grep . || tail -n 40 "$built/phpt.log"; } >&2
+    for diff in "$built"/src/tests/phpt/*.diff "$built"/src/tests/phpt/*.mem; do
+        [ -s "$diff" ] || continue
         printf '%s\n' "--- $diff" "$(head -n 40 "$diff")" >&2
     done
 }

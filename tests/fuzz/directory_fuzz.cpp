@@ -1,5 +1,8 @@
 // The lookups of the directory: what is found is what was asked for.
-// Input: country and key, one a line; the key is asked of all of them.
+// Input: country and key, one a line; the key is asked of all of them, and of
+// the pattern of a BIC.
+#include <regex.h>
+
 #include "directory/bank_directory.h"
 #include "directory/directory_tables.h"
 #include "iban/iban.h"
@@ -39,6 +42,13 @@ void check_bic(const char* key) {
     free(info);
 }
 
+void check_pattern(const char* key) {
+    static regex_t regex;
+    static bool compiled = regcomp(&regex, "^[A-Z]{6}[A-Z2-9][A-NP-Z0-9]([A-Z0-9]{3})?$", REG_EXTENDED) == 0;
+    expect(compiled && sepa_check_field(FIELD_BIC, key) == (regexec(&regex, key, 0, nullptr, 0) == 0),
+           "the pattern of a BIC");
+}
+
 void check_hash(const char* key) {
     int32_t index = directory_hash(key);
     expect(index < directory_count, "an index behind the last entry");
@@ -55,6 +65,8 @@ FUZZ_TARGET(directory) {
     if (bank_lookup(country.get(), key.get(), &record) == 1) check_record(record);
     check_bic(key.get());
     check_hash(key.get());
+    check_pattern(key.get());
+    check_pattern(exact_text_t(capitals(key.get())).get());
 
     char bic[BIC_BUFFER_SIZE];
     memset(bic, 'x', sizeof bic);
