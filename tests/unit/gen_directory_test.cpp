@@ -4,9 +4,9 @@
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -40,8 +40,6 @@ void write_whole(const std::string& name, const std::string& content) {
     std::ofstream(name, std::ios::binary) << content;
 }
 
-bool exists(const std::string& name) { return access(name.c_str(), F_OK) == 0; }
-
 class Generator : public testing::Test {
 protected:
     void SetUp() override {
@@ -51,12 +49,7 @@ protected:
         output = folder + "/tables.inc";
     }
 
-    void TearDown() override {
-        for (const char* name : {"de.csv", "at.csv", "ch.csv", "bic.csv", "tables.inc", "tables.inc.tmp"}) {
-            unlink((folder + "/" + name).c_str());
-        }
-        rmdir(folder.c_str());
-    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
 
     // Runs the generator and keeps its exit status and what it said.
     void run(const std::string& arguments) {
@@ -118,7 +111,7 @@ TEST_F(Generator, RefusesRows) {
         EXPECT_EQ(status, 1);
         EXPECT_EQ(said, folder + "/" + fault[0] + ":" + fault[2] + ": " + fault[3] + "\n");
         EXPECT_EQ(read_whole(output), "as it was");
-        EXPECT_FALSE(exists(output + ".tmp"));
+        EXPECT_FALSE(std::filesystem::exists(output + ".tmp"));
     }
     // One byte less fits.
     lists_t lists = good_lists();
@@ -146,7 +139,7 @@ TEST_F(Generator, RefusesHeaders) {
             generate(lists);
             EXPECT_EQ(status, 1);
             EXPECT_EQ(said, folder + "/" + list + ":1: wrong header, expected " + header + "\n");
-            EXPECT_FALSE(exists(output));
+            EXPECT_FALSE(std::filesystem::exists(output));
         }
     }
 }
@@ -165,7 +158,7 @@ TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
     mkdir((folder + "/taken").c_str(), 0700);
     run(folder + " " + folder + "/taken");
     EXPECT_EQ(status, 1);
-    EXPECT_FALSE(exists(folder + "/taken.tmp"));
+    EXPECT_FALSE(std::filesystem::exists(folder + "/taken.tmp"));
     rmdir((folder + "/taken").c_str());
     run(folder);
     EXPECT_EQ(status, 1);
