@@ -32,48 +32,32 @@ void in_threads(Work work) {
     pthread_barrier_destroy(&start);
 }
 
-std::string check_ibans() {
+std::string check() {
     std::string answers;
-    for (const char* iban : {german_iban, austrian_iban, "DE88370400440532013000", "US12", ""}) {
+    for (const char* iban : {german_iban, austrian_iban, "DE88370400440532013000", "US12"}) {
         const char* reason = "";
         answers += IBAN_check(iban, &reason) ? "+" : reason;
     }
-    return answers;
-}
-
-std::string check_fields() {
-    std::string answers;
-    for (const char* bic : {"DEUTDEFF", "DEUTDEFFXXX", "deutdeff", "DEUTDEFO", ""})
+    for (const char* bic : {"DEUTDEFF", "DEUTDEFFXXX", "deutdeff"})
         answers += sepa_check_field(FIELD_BIC, bic) ? "+" : "-";
-    return answers + (sepa_check_field(FIELD_TEXT16, "text") ? "+" : "-");
-}
-
-std::string look_up() {
-    std::string answers;
-    bank_record_t record;
-    for (const char* bank : {"37040044", "50010517", "99999999"})
-        if (bank_lookup("DE", bank, &record)) answers += record.name;
-    char bic[BIC_BUFFER_SIZE];
-    if (IBAN_getBIC(german_iban, bic) == 1) answers += bic;
-    bank_info_t* info;
-    if (bank_info_get("COBADEFFXXX", &info) == 1) {
-        answers += info->name + std::to_string(info->flags);
-        free(info);
-    }
     for (int method = 0; method < 256; ++method)
         answers += std::to_string(account_check_bank("532013000", "37040044", static_cast<uint8_t>(method)));
     return answers;
 }
 
-std::string convert() {
+std::string look_up() {
     std::string answers;
-    for (const char* bank : {"37040044", "50010517", "72020700", "76026000", "99999999"})
-        for (const char* account : {"532013000", "1", "5407324931"}) {
-            char iban[IBAN_BUFFER_SIZE];
-            int8_t status;
-            int result = IBAN_convert("DE", account, bank, iban, &status);
-            answers += std::to_string(result) + " " + std::to_string(status) + " " + iban + "\n";
-        }
+    for (const char* bank : {"37040044", "72020700", "99999999"}) {
+        bank_record_t record;
+        if (bank_lookup("DE", bank, &record)) answers += record.name;
+        char iban[IBAN_BUFFER_SIZE];
+        IBAN_convert("DE", "5407324931", bank, iban, nullptr);
+        answers += iban;
+    }
+    bank_info_t* info;
+    if (bank_info_get("COBADEFFXXX", &info) != 1) return "";
+    answers += info->name;
+    free(info);
     return answers;
 }
 
@@ -92,13 +76,13 @@ message_t filled_message(long kind) {
                       {"mdate", "2024-01-01"},
                       {"addrCC", "AT"},
                       {"addrTown", "Wien"}});
+    message->msgid = strdup("ID");
     return message;
 }
 
 template <long kind>
 std::string write_document() {
     message_t message = filled_message(kind);
-    message->msgid = strdup("ID");
     return document_of(message) + message->last_error;
 }
 
@@ -111,12 +95,7 @@ std::string read_statements() {
     return dump.text;
 }
 
-constexpr std::string (*jobs[])() = {check_ibans,
-                                     check_fields,
-                                     look_up,
-                                     convert,
-                                     read_statements,
-                                     write_document<SEPA_MSGTYPE_CTI>,
+constexpr std::string (*jobs[])() = {check, look_up, read_statements, write_document<SEPA_MSGTYPE_CTI>,
                                      write_document<SEPA_MSGTYPE_DDI>};
 constexpr size_t job_count = std::size(jobs);
 
@@ -141,14 +120,14 @@ TEST(Threads, AllAnswerAsOneDoes) {
 
 TEST(Threads, NoMessageIdTwice) {
     constexpr size_t per_thread = 1500;
-    std::array<std::vector<std::string>, thread_count> ids;
+    std::array<std::set<std::string>, thread_count> ids;
     use_rulebook("DE-3.7");
     in_threads([&ids](size_t number) {
         message_t message = new_message(SEPA_MSGTYPE_CTI);
         add(message, {{"iban", austrian_iban}, {"amount", "1"}});
-        while (ids[number].size() < per_thread) {
+        for (size_t i = 0; i < per_thread; ++i) {
             document_of(message);
-            ids[number].push_back(message->msgid);
+            ids[number].insert(message->msgid);
             free(message->msgid);
             message->msgid = nullptr;
         }
@@ -163,10 +142,7 @@ TEST(Threads, NoMessageIdTwice) {
 TEST(Threads, ADocumentIsOfOneRulebook) {
     use_rulebook("DE-3.7");
     std::array<message_t, thread_count> messages;
-    for (message_t& message : messages) {
-        message = filled_message(SEPA_MSGTYPE_CTI);
-        message->msgid = strdup("ID");
-    }
+    for (message_t& message : messages) message = filled_message(SEPA_MSGTYPE_CTI);
     std::set<std::string> possible;
     for (const char* rulebook : {"DE-2.7", "DE-3.7"}) {
         use_rulebook(rulebook);
@@ -175,13 +151,10 @@ TEST(Threads, ADocumentIsOfOneRulebook) {
     ASSERT_EQ(possible.size(), 2u);
     std::atomic<size_t> writers{thread_count - 1};
     in_threads([&](size_t number) {
-        if (number == 0) {
-            while (writers)
-                for (const char* rulebook : {"DE-2.7", "DE-3.7"}) use_rulebook(rulebook);
-            return;
-        }
-        for (int i = 0; i < 200; ++i) EXPECT_TRUE(possible.count(document_of(messages[number])));
-        --writers;
+        while (number == 0 && writers)
+            for (const char* rulebook : {"DE-2.7", "DE-3.7"}) use_rulebook(rulebook);
+        for (int i = 0; number && i < 200; ++i) EXPECT_TRUE(possible.count(document_of(messages[number])));
+        if (number) --writers;
     });
 }
 
