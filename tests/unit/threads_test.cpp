@@ -71,15 +71,12 @@ message_t filled_message(long kind) {
     sepa_setName(message.get(), "Müller & Söhne");
     sepa_setCreditorIdentifier(message.get(), "DE98ZZZ09999999999");
     message->msgid = strdup("ID");
-    for (const char* amount : {"12.34", "not a number", "5"})
-        add(message, {{"iban", austrian_iban},
-                      {"name", "Name"},
-                      {"amount", amount},
-                      {"seq", "RCUR"},
-                      {"mref", "M"},
-                      {"mdate", "2024-01-01"},
-                      {"addrCC", "AT"},
-                      {"addrTown", "Wien"}});
+    keys_t keys = {{"iban", austrian_iban}, {"name", "Name"}, {"seq", "RCUR"}, {"mref", "M"}, {"mdate", "2024-01-01"}};
+    keys.push_back({"amount", "12.34"});
+    for (int i = 0; i < 20; ++i) {
+        keys.back().value = i % 5 ? "12.34" : "not a number";
+        add(message, keys);
+    }
     return message;
 }
 
