@@ -13,9 +13,9 @@ class Box
 
 function convert(&$status) { return SEPA::IBAN_convert('DE', '1234567', '37040044', $status); }
 
-if (!ini_get('zend.assertions') || !PHP_DEBUG) {
-    var_dump(SEPA::IBAN_convert('DE', '532013000', '37040044'));
-}
+// The status may be left out, but a debug engine of 8.x stops at such a call.
+$left_out = PHP_DEBUG && PHP_VERSION_ID >= 80000 ? [null] : [];
+var_dump(SEPA::IBAN_convert('DE', '532013000', '37040044', ...$left_out));
 var_dump(SEPA::IBAN_convert('DE', '532013000', '37040044', $unknown), $unknown);
 $status = new Loud();
 var_dump(convert($status), $status);
