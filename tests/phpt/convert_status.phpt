@@ -10,9 +10,9 @@ class Loud
 function convert(&$status) { return SEPA::IBAN_convert('DE', '1234567', '37040044', $status); }
 function line(...$values) { echo implode(' ', array_map('serialize', $values)), "\n"; }
 
-if (!ini_get('zend.assertions') || !PHP_DEBUG) {
-    line(SEPA::IBAN_convert('DE', '532013000', '37040044'));
-}
+// The status may be left out, but a debug engine of 8.x stops at such a call.
+$left_out = PHP_DEBUG && PHP_VERSION_ID >= 80000 ? [null] : [];
+line(SEPA::IBAN_convert('DE', '532013000', '37040044', ...$left_out));
 line(SEPA::IBAN_convert('DE', '532013000', '37040044', $unknown), $unknown);
 $status = new Loud();
 line(convert($status), $status);

@@ -84,6 +84,9 @@ static void run_script() {
         zend_file_handle file;
         zend_stream_init_filename(&file, script);
         php_execute_script(&file);
+#if PHP_VERSION_ID >= 80100
+        zend_destroy_file_handle(&file);
+#endif
     }
     zend_end_try();
     php_request_shutdown(nullptr);
