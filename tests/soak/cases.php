@@ -22,20 +22,12 @@ function kept_rulebook(): string
     return $schema[1];
 }
 
-function message(int $type, int $case): SEPA
-{
-    $message = new SEPA($type);
-    $message->setName('Soak');
-    $message->setIBAN(IBANS[$case % 4]);
-    $message->setBIC('COBADEFFXXX');
-    $message->setDate('2026-12-01');
-    $message->setMessageId("SOAK-$case");
-    return $message;
-}
-
 /** The document of $message with as many payments as $case wants. */
 function document(SEPA $message, int $case): string
 {
+    $message->setName('Soak');
+    $message->setIBAN(IBANS[$case % 4]);
+    $message->setMessageId("SOAK-$case");
     for ($i = 0; $i <= $case % 40; $i++) {
         $message->add([
             'iban' => IBANS[($case + $i) % count(IBANS)], 'bic' => 'COBADEFF', 'name' => "Payee $i",
@@ -49,12 +41,15 @@ function document(SEPA $message, int $case): string
 
 function transfer_case(int $case): string
 {
-    return document(message(SEPA_MSGTYPE_CTI, $case), $case);
+    $message = new SEPA(SEPA_MSGTYPE_CTI);
+    $message->setBIC('COBADEFFXXX');
+    return document($message, $case);
 }
 
 function debit_case(int $case): string
 {
-    $message = message(SEPA_MSGTYPE_DDI, $case);
+    $message = new SEPA(SEPA_MSGTYPE_DDI);
+    $message->setBIC('COBADEFFXXX');
     $message->setCreditorIdentifier('DE98ZZZ09999999999');
     return document($message, $case);
 }
@@ -77,7 +72,7 @@ function iban_case(int $case): string
 
 function error_case(int $case): string
 {
-    $message = message(SEPA_MSGTYPE_CTI, $case);
+    $message = new SEPA(SEPA_MSGTYPE_CTI);
     $calls = [
         function () use ($message) { $message->add([]); },
         function () use ($message, $case) { $message->add(['name' => str_repeat('x', 60 + $case % 20), 'amount' => 'x']); },
