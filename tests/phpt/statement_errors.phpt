@@ -32,40 +32,30 @@ $parser->__construct();
 var_dump($parser->getStatements());
 $load($parser, $file);
 
-echo "-- arguments\n";
-foreach ([[], [1], ['x', $file], [1, []]] as $arguments) {
-    show_argument_error(function () use ($arguments) { return (new SEPAStatementParser())->load(...$arguments); });
-}
+show_argument_error(function () { return (new SEPAStatementParser())->load('x', 'file'); });
 
 echo "-- a name that constructs the object anew\n";
-class Name
-{
-    public $parser;
-    public function __toString() { $this->parser->__construct(); return $GLOBALS['file']; }
-}
-$name = new Name();
-$name->parser = new SEPAStatementParser();
-$load($name->parser, $name);
+$parser = new SEPAStatementParser();
+$load($parser, new class {
+    public function __toString() { $GLOBALS['parser']->__construct(); return $GLOBALS['file']; }
+});
 
 echo "-- without a handle\n";
-class Lazy extends SEPAStatementParser
-{
+$lazy = new class extends SEPAStatementParser {
     public function __construct() {}
-}
-$lazy = new Lazy();
+};
 $load($lazy, $file);
 $load($lazy, $file, 2);
 show([$lazy, 'getStatements']);
 
 echo "-- subclasses keep their properties and the handle\n";
-class Mine extends SEPAStatementParser
-{
+$mine = new class extends SEPAStatementParser {
     public $note = 'kept';
     private $list = [1, 2, 3];
-    public function list() { return count($this->list); }
-}
-$mine = new Mine();
-var_dump($mine->load(SEPA_STMT_FORMAT_MT940, $file), $mine->note, $mine->list(), count($mine->getStatements()));
+    public function all() { return "$this->note " . count($this->list) . ' ' . count($this->getStatements()); }
+};
+$load($mine, $file);
+echo $mine->all(), "\n";
 
 echo "-- copies\n";
 show(function () { return clone new SEPAStatementParser(); });
@@ -93,10 +83,6 @@ SEPAException 42: invalid/unknown statement format
 B
 NULL
 bool(true)
--- arguments
-argument error
-argument error
-argument error
 argument error
 -- a name that constructs the object anew
 bool(true)
@@ -106,9 +92,7 @@ SEPAException 42: invalid/unknown statement format
 SEPAException 0: invalid sepa_stmt_parser_t handle
 -- subclasses keep their properties and the handle
 bool(true)
-string(4) "kept"
-int(3)
-int(1)
+kept 3 1
 -- copies
 Error 0: Trying to clone an uncloneable object of class SEPAStatementParser
 SEPAException 0: invalid sepa_stmt_parser_t handle

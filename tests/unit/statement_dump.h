@@ -37,19 +37,16 @@ private:
         quoted(tx->code);
         text += " " + date(tx->valuta) + " " + date(tx->booked) + " " + number(tx->amount);
         text += tx->reversal ? " reversal\n" : "\n";
-        const char* indent = "   ";
-        fields(indent, {{"ref", tx->ref}, {"bankref", tx->bankref}, {"txtext", tx->txtext}});
-        fields(indent, {{"primanota", tx->primanota}});
+        fields("   ", {{"ref", tx->ref}, {"bankref", tx->bankref}, {"txtext", tx->txtext}});
+        fields("   ", {{"primanota", tx->primanota}});
         if (tx->gvc) text += "   gvc " + std::to_string(static_cast<unsigned>(tx->gvc)) + "\n";
         if (tx->extcode) text += "   extcode " + std::to_string(static_cast<unsigned>(tx->extcode)) + "\n";
-        fields(indent, {{"bank", not_empty(tx->bank)}, {"account", not_empty(tx->account)}});
-        fields(indent, {{"name", not_empty(tx->name)}, {"purpose", tx->purpose}, {"eref", tx->eref}});
-        fields(indent, {{"kref", tx->kref}, {"mref", tx->mref}, {"cred", tx->cred}, {"debt", tx->debt}});
-        fields(indent, {{"purp", tx->purp}, {"coam", tx->coam}, {"oamt", tx->oamt}, {"svwz", tx->svwz}});
-        fields(indent, {{"abwa", tx->abwa}, {"abwe", tx->abwe}});
+        for (auto [name, value] : {std::pair("bank", tx->bank), {"account", tx->account}, {"name", tx->name}})
+            if (*value) fields("   ", {{name, value}});
+        fields("   ", {{"purpose", tx->purpose}, {"eref", tx->eref}, {"kref", tx->kref}, {"mref", tx->mref}});
+        fields("   ", {{"cred", tx->cred}, {"debt", tx->debt}, {"purp", tx->purp}, {"coam", tx->coam}});
+        fields("   ", {{"oamt", tx->oamt}, {"svwz", tx->svwz}, {"abwa", tx->abwa}, {"abwe", tx->abwe}});
     }
-
-    static const char* not_empty(const char* value) { return *value ? value : nullptr; }
 
     void fields(const char* indent, std::initializer_list<std::pair<const char*, const char*>> list) {
         for (auto [name, value] : list) {
@@ -62,13 +59,10 @@ private:
     void quoted(const char* value) {
         text += '"';
         for (; *value; ++value) {
-            if (*value >= ' ' && *value < 0x7F && *value != '\\') {
-                text += *value;
-                continue;
-            }
-            char byte[8];
+            char byte[8] = {*value};
             auto code = static_cast<unsigned char>(*value);
-            snprintf(byte, sizeof byte, code == '\n' ? "\\n" : code == '\r' ? "\\r" : "\\x%02X", code);
+            const char* form = code == '\n' ? "\\n" : code == '\r' ? "\\r" : "\\x%02X";
+            if (code < ' ' || code > '~' || code == '\\') snprintf(byte, sizeof byte, form, code);
             text += byte;
         }
         text += '"';

@@ -34,33 +34,27 @@ void in_threads(Work work) {
 
 std::string check() {
     std::string answers;
-    for (const char* iban : {german_iban, austrian_iban, "DE88370400440532013000", "US12", ""}) {
+    for (const char* iban : {german_iban, "DE88370400440532013000", "US12"}) {
         const char* reason = "";
         answers += IBAN_check(iban, &reason) ? "+" : reason;
     }
-    for (const char* bic : {"DEUTDEFF", "DEUTDEFFXXX", "deutdeff", "DEUTDEFO", ""})
-        answers += sepa_check_field(FIELD_BIC, bic) ? "+" : "-";
+    for (const char* bic : {"DEUTDEFFXXX", "deutdeff"}) answers += sepa_check_field(FIELD_BIC, bic) ? "+" : "-";
     return answers;
 }
 
 std::string look_up() {
-    bank_info_t* info = nullptr;
-    std::string answers = std::to_string(bank_info_get("COBADEFFXXX", &info)) + (info ? info->name : "");
-    free(info);
+    std::string answers;
+    for (const char* bank : {"37040044", "50010517", "72020700", "99999999"}) {
+        char iban[IBAN_BUFFER_SIZE], bic[BIC_BUFFER_SIZE] = "";
+        int8_t status;
+        if (IBAN_convert("DE", "532013000", bank, iban, &status)) IBAN_getBIC(iban, bic);
+        bank_info_t* info = nullptr;
+        if (bank_info_get(bic, &info) == 1) answers += info->name;
+        free(info);
+        answers += std::to_string(status) + " " + iban + " " + bic + "\n";
+    }
     for (int method = 0; method < 256; ++method)
         answers += std::to_string(account_check_bank("532013000", "37040044", static_cast<uint8_t>(method)));
-    return answers;
-}
-
-std::string convert() {
-    std::string answers;
-    for (const char* bank : {"37040044", "50010517", "72020700", "76026000", "99999999"})
-        for (const char* account : {"532013000", "1", "5407324931"}) {
-            char iban[IBAN_BUFFER_SIZE], bic[BIC_BUFFER_SIZE] = "";
-            int8_t status;
-            if (IBAN_convert("DE", account, bank, iban, &status)) IBAN_getBIC(iban, bic);
-            answers += std::to_string(status) + " " + iban + " " + bic + "\n";
-        }
     return answers;
 }
 
@@ -94,8 +88,8 @@ std::string read_statements() {
     return text;
 }
 
-constexpr std::string (*jobs[])() = {
-    check, look_up, convert, read_statements, write_document<SEPA_MSGTYPE_CTI>, write_document<SEPA_MSGTYPE_DDI>};
+constexpr std::string (*jobs[])() = {check, look_up, read_statements, write_document<SEPA_MSGTYPE_CTI>,
+                                     write_document<SEPA_MSGTYPE_DDI>};
 constexpr size_t job_count = std::size(jobs);
 
 // Must stay the first test: the patterns are compiled and the rulebook is
@@ -119,16 +113,14 @@ TEST(Threads, AllAnswerAsOneDoes) {
 
 TEST(Threads, NoMessageIdTwice) {
     constexpr size_t per_thread = 1500;
-    std::array<std::vector<std::string>, thread_count> ids;
+    std::array<std::set<std::string>, thread_count> ids;
     use_rulebook("DE-3.7");
     in_threads([&ids](size_t number) {
-        message_t message = new_message(SEPA_MSGTYPE_CTI);
-        add(message, {{"iban", austrian_iban}, {"amount", "1"}});
-        while (ids[number].size() < per_thread) {
+        for (size_t i = 0; i < per_thread; ++i) {
+            message_t message = new_message(SEPA_MSGTYPE_CTI);
+            add(message, {{"iban", austrian_iban}, {"amount", "1"}});
             document_of(message);
-            ids[number].push_back(message->msgid);
-            free(message->msgid);
-            message->msgid = nullptr;
+            ids[number].insert(message->msgid);
         }
     });
     std::set<std::string> all;
