@@ -4,41 +4,22 @@
 
 #include "binding/sepa_module.h"
 
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_construct, 0, 0, 1)
-ZEND_ARG_INFO(0, msgtype)
-ZEND_END_ARG_INFO()
+// clang-format off
+#define SEPA_ONE_ARGUMENT(method, argument)                   \
+    ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_##method, 0, 0, 1)    \
+        ZEND_ARG_INFO(0, argument)                            \
+    ZEND_END_ARG_INFO()
+// clang-format on
 
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_iban, 0, 0, 1)
-ZEND_ARG_INFO(0, iban)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_bic, 0, 0, 1)
-ZEND_ARG_INFO(0, bic)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_name, 0, 0, 1)
-ZEND_ARG_INFO(0, name)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_identifier, 0, 0, 1)
-ZEND_ARG_INFO(0, identifier)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_date, 0, 0, 1)
-ZEND_ARG_INFO(0, date)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_type, 0, 0, 1)
-ZEND_ARG_INFO(0, type)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_batchbooking, 0, 0, 1)
-ZEND_ARG_INFO(0, batchbooking)
-ZEND_END_ARG_INFO()
-
-ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_msgid, 0, 0, 1)
-ZEND_ARG_INFO(0, msgid)
-ZEND_END_ARG_INFO()
+SEPA_ONE_ARGUMENT(construct, msgtype)
+SEPA_ONE_ARGUMENT(iban, iban)
+SEPA_ONE_ARGUMENT(bic, bic)
+SEPA_ONE_ARGUMENT(name, name)
+SEPA_ONE_ARGUMENT(identifier, identifier)
+SEPA_ONE_ARGUMENT(date, date)
+SEPA_ONE_ARGUMENT(type, type)
+SEPA_ONE_ARGUMENT(batchbooking, batchbooking)
+SEPA_ONE_ARGUMENT(msgid, msgid)
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_sepa_add, 0, 0, 1)
 ZEND_ARG_ARRAY_INFO(0, tx, 0)
