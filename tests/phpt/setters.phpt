@@ -40,7 +40,7 @@ foreach (['DE-2.6', 'DE-2.7', 'AT-6', 'NL-6', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-
     }
     echo "\n";
 }
-echo json_encode($reasons, JSON_UNESCAPED_SLASHES), "\n";
+echo text($reasons), "\n";
 --EXPECT--
 -- setIBAN
 SEPAException 0: Invalid or unknown IBAN country code ()

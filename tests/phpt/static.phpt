@@ -6,11 +6,11 @@ require __DIR__ . '/support.inc';
 
 echo "-- init\n";
 $options = [3, 3, 3, 2, 2 ** 32 + 3];
-echo json_encode(array_map('SEPA::init', $options, ['DE-3.7', 'de-3.7', "DE-3.7\0", 'DE-3.7', 'DE-3.7'])), "\n";
+echo text(array_map('SEPA::init', $options, ['DE-3.7', 'de-3.7', "DE-3.7\0", 'DE-3.7', 'DE-3.7'])), "\n";
 
 echo "-- IBAN_check\n";
 $ibans = ['DE89370400440532013000', "DE89370400440532013000\0", 'DE98370400440532013000', '', str_repeat('9', 1000000)];
-echo json_encode(array_map('SEPA::IBAN_check', $ibans)), "\n";
+echo text(array_map('SEPA::IBAN_check', $ibans)), "\n";
 
 echo "-- IBAN_convert\n";
 $accounts = [
@@ -21,16 +21,16 @@ $accounts = [
 foreach ($accounts as [$country, $account, $bank]) {
     $status = 'before';
     echo $country, ' ', addcslashes($account, "\0"), ' ', $bank, ': ';
-    echo json_encode(SEPA::IBAN_convert($country, $account, $bank, $status)), ' ', json_encode($status), "\n";
+    echo text(SEPA::IBAN_convert($country, $account, $bank, $status)), ' ', text($status), "\n";
 }
 
 echo "-- IBAN_getBIC\n";
 $ibans = ['DE89370400440532013000', 'DE00250502990000000000', 'AT001100000000000000', 'CH0000110000000000000', 'FR00', ''];
-echo json_encode(array_map('SEPA::IBAN_getBIC', $ibans)), "\n";
+echo text(array_map('SEPA::IBAN_getBIC', $ibans)), "\n";
 
 echo "-- BIC_getBankName, BIC_getBankFlags\n";
 foreach (['MARKDEFF', 'markdeffxxx', 'AABAFI22', 'XXXXFI22', ''] as $bic) {
-    echo json_encode([SEPA::BIC_getBankName($bic), SEPA::BIC_getBankFlags($bic)]), "\n";
+    echo text([SEPA::BIC_getBankName($bic), SEPA::BIC_getBankFlags($bic)]), "\n";
 }
 
 echo "-- arguments\n";
