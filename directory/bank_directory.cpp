@@ -172,16 +172,15 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
 // field, which is to say a further sub-record. Counts by words.
 static bool has_further_sub_record(const char* text, const char* end) {
     constexpr uint64_t fields = fields_end - german_fields;
+    auto bars_in = [](uint64_t word) {
+        uint64_t found = zero_bytes(word ^ every_byte('|')) >> 7;
+        return (found * every_byte(1)) >> 56;
+    };
     uint64_t bars = 0;
-    while (text < end) {
-        char bytes[sizeof(uint64_t)] = {};
-        auto left = static_cast<size_t>(end - text);
-        memcpy(bytes, text, left < sizeof bytes ? left : sizeof bytes);
-        uint64_t found = zero_bytes(load_word(bytes) ^ every_byte('|')) >> 7;
-        bars += (found * every_byte(1)) >> 56;
-        text += sizeof bytes;
-    }
-    return bars >= fields;
+    for (; end - text >= 8; text += 8) bars += bars_in(load_word(text));
+    char rest[8] = {};
+    memcpy(rest, text, static_cast<size_t>(end - text));
+    return bars + bars_in(load_word(rest)) >= fields;
 }
 
 int bank_check_method(const char* bank_code) {

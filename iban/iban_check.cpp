@@ -146,13 +146,15 @@ static int remainder_of_digits(size_t row, const char* iban) {
     constexpr size_t moved_digits = 6;
     size_t length = rows[row].length;
     auto letters = static_cast<uint32_t>((code[0] - 'A' + 10) * 100 + code[1] - 'A' + 10);
-    uint32_t sum = letters * 100;
     bool good = true;
-    for (size_t i = 2; i < length; ++i) {
-        uint32_t digit = static_cast<unsigned char>(iban[i]) - uint32_t{'0'};
+    auto digit_at = [&](const char* p) {
+        uint32_t digit = static_cast<unsigned char>(*p) - uint32_t{'0'};
         good &= digit <= 9;
-        sum += digit * powers[i < 4 ? 3 - i : length - 1 - i + moved_digits];
-    }
+        return digit;
+    };
+    uint32_t sum = letters * 100 + digit_at(iban + 2) * 10 + digit_at(iban + 3);
+    const uint32_t* power = &powers[length - 4 + moved_digits];
+    for (const char* p = iban + 4; p < iban + length; ++p) sum += digit_at(p) * *--power;
     return good ? static_cast<int>(sum % 97) : -1;
 }
 

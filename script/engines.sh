@@ -1,43 +1,54 @@
-# Engines to test on, each in a folder of its own outside the tree. Sourced
-# behind lib.sh. An engine that is there is used; one that is not is made:
-#
-#   engine_root NAME SUITE PACKAGE...           a root folder of a Debian suite
-#   engine_source NAME SUITE PACKAGE FLAG...    built from a Debian source package
-#
-# Both return 1, and say why in $reason, where the engine cannot be had. The
-# FLAGs go to the engine's configure; what PHP calls thread-safe no Debian
-# binary package has.
+# Engines to test on, kept outside the tree. Sourced behind lib.sh.
 engines=${SEPA_ENGINES:-${XDG_CACHE_HOME:-${HOME:-/root}/.cache}/sepa-engines}
 mirror=${SEPA_MIRROR:-http://deb.debian.org/debian}
 keyring=/usr/share/keyrings/debian-archive-keyring.gpg
-reason=
 
-# make_engine NAME COMMAND...: runs COMMAND, with the engine's folder as $made,
-# unless an earlier run came to its end.
-make_engine() {
+# get_engine NAME: sets $made to the folder of the engine, which is made if it
+# is not there. Returns 1, with the reason in $reason, if it cannot be had. An
+# engine without -zts is a root folder of a Debian suite; what PHP calls
+# thread-safe no Debian package has, so it is built from a source package.
+get_engine() {
     made=$engines/$1
-    log=$engines/$1.log
-    shift
-    [ -e "$made.ready" ] && return 0
-    mkdir -p "$engines"
-    rm -rf --one-file-system "$made"
-    say "Making the engine $made"
-    "$@" >"$log" 2>&1 || {
-        rm -rf --one-file-system "$made" "$made.build"
-        reason="$1 failed, see $log"
-        return 1
-    }
-    touch "$made.ready"
+    case $1 in
+        7.4) debian_root bullseye php7.4-cli php7.4-json php7.4-xml php7.4-dev ;;
+        8.4) debian_root trixie php-cli php-xml php-dev ;;
+        7.4-zts) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts ;;
+        7.4-zts-debug) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts --enable-debug ;;
+        8.4-zts) debian_source trixie php8.4 --enable-zts ;;
+        *)
+            reason="no engine has this name"
+            return 1
+            ;;
+    esac
 }
 
-engine_root() {
-    name=$1
-    shift
+# is_root_folder: whether $made is one.
+is_root_folder() { [ -d "$made/etc" ]; }
+
+# make_engine COMMAND...: runs COMMAND, which makes $made, unless an earlier run
+# came to its end. Of several at once one does it.
+make_engine() {
+    mkdir -p "$engines"
+    (
+        flock 9
+        [ ! -e "$made.ready" ] || exit 0
+        say "Making the engine $made"
+        rm -rf --one-file-system "$made"
+        "$@" >"$made.log" 2>&1 && touch "$made.ready"
+    ) 9>"$made.lock" || {
+        reason="$1 failed, see $made.log"
+        return 1
+    }
+}
+
+debian_root() { # SUITE PACKAGE...
     [ "$(id -u)" -eq 0 ] || {
         reason="a root folder needs the user root"
         return 1
     }
-    make_engine "$name" make_root "$@"
+    need mmdebstrap mmdebstrap
+    install_wanted
+    make_engine make_root "$@"
 }
 
 make_root() {
@@ -47,10 +58,13 @@ make_root() {
     nice -n 10 mmdebstrap --variant=minbase --include="${packages%,}" "$suite" "$made" "$mirror"
 }
 
-engine_source() {
-    name=$1
-    shift
-    make_engine "$name" make_source "$@"
+debian_source() { # SUITE PACKAGE CONFIGURE-FLAG...
+    need make make
+    need g++ g++
+    need autoconf autoconf
+    need xz xz-utils
+    install_wanted
+    make_engine make_source "$@"
 }
 
 # The package lists of the suite are the build's own; the machine's stay as
@@ -65,7 +79,8 @@ make_source() (
         echo "deb-src [signed-by=$keyring] $mirror $suite main" >sources.list &&
         private_apt update && private_apt source --download-only --tar-only "$package" &&
         tar -C source --strip-components=1 -xf "$package"_*.orig.tar.* && cd source &&
-        nice -n 10 ./configure --prefix="$made" --disable-all --enable-cli --enable-embed=shared --disable-cgi --disable-phpdbg "$@" &&
+        nice -n 10 ./configure --prefix="$made" --disable-all --disable-cgi --disable-phpdbg --enable-cli \
+            --enable-embed=shared "$@" &&
         nice -n 10 make -j2 install && rm -rf "$work"
 )
 

@@ -115,7 +115,8 @@ check() {
 
 # run_unit_tests PRESET: runs and counts all unit tests of a preset's build.
 run_unit_tests() {
-    for program in "$out/$1"/tests/unit/*_test; do
+    for source in "$root"/tests/unit/*_test.cpp "$root"/tests/fuzz/*_test.cpp; do
+        program=$out/$1/tests/unit/$(basename "$source" .cpp)
         log=$out/$1/$(basename "$program").log
         status=0
         "$program" --gtest_brief=1 >"$log" 2>&1 || status=$?

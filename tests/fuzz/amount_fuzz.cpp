@@ -72,7 +72,7 @@ void check_amount_text(double value) {
 }  // namespace
 
 FUZZ_TARGET(amount) {
-    exact_text_t text(data, strnlen(reinterpret_cast<const char*>(data), size));
+    exact_text_t text(input_t(data, size).rest().c_str());
     reading_t reading = read(text.get());
     const char* end = nullptr;
     errno = 0;

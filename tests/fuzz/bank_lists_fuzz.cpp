@@ -8,14 +8,10 @@ namespace {
 
 struct fault_t {};
 
-list_text_t list_of(const char* file, const char* header, const std::string& all, size_t number) {
-    size_t from = 0;
-    for (; number && from < all.size(); --number) {
-        size_t end = all.find('\0', from);
-        from = end == std::string::npos ? all.size() : end + 1;
-    }
-    size_t end = all.find('\0', from);
-    std::string text = all.substr(from, end == std::string::npos ? end : end - from);
+list_text_t list_of(const char* file, const char* header, std::string& rest) {
+    size_t end = rest.find('\0');
+    std::string text = rest.substr(0, end);
+    rest.erase(0, end == std::string::npos ? end : end + 1);
     bool rows_alone = text.empty() || (text[0] >= '0' && text[0] <= '9') || (text[0] >= 'A' && text[0] <= 'Z');
     return {file, rows_alone ? std::string(header) + "\n" + text : text};
 }
@@ -41,13 +37,13 @@ void stop(const std::string&, size_t line, const std::string& reason) {
 }
 
 FUZZ_TARGET(bank_lists) {
-    const std::string all(reinterpret_cast<const char*>(data), size);
+    std::string rest(reinterpret_cast<const char*>(data), size);
     const char* national = "bank_id,bic,name,postal_code,city,country";
     list_texts_t lists = {
-        list_of("de.csv", "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country", all, 0),
-        list_of("bic.csv", "bic,sct,sdd,cor1,b2b,name", all, 1),
-        list_of("at.csv", national, all, 2),
-        list_of("ch.csv", national, all, 3),
+        list_of("de.csv", "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country", rest),
+        list_of("bic.csv", "bic,sct,sdd,cor1,b2b,name", rest),
+        list_of("at.csv", national, rest),
+        list_of("ch.csv", national, rest),
     };
     try {
         directory_t directory = read_directory(lists, false);

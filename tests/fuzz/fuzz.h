@@ -42,18 +42,14 @@ inline void expect(bool good, const char* what) {
 // address sanitizer sees the first byte read behind it.
 class exact_text_t {
 public:
-    exact_text_t(const void* bytes, size_t size) : block_(static_cast<char*>(malloc(size + 1))) {
+    exact_text_t(const void* bytes, size_t size) : block_(new char[size + 1]()) {
         if (size) memcpy(block_.get(), bytes, size);
-        block_.get()[size] = '\0';
     }
     explicit exact_text_t(const std::string& text) : exact_text_t(text.data(), text.size()) {}
     char* get() const { return block_.get(); }
 
 private:
-    struct deleter {
-        void operator()(char* block) const { free(block); }
-    };
-    std::unique_ptr<char, deleter> block_;
+    std::unique_ptr<char[]> block_;
 };
 
 // Takes values off an input; past its end all are zero or empty.
@@ -76,12 +72,12 @@ public:
 
     // Up to the next line end, which is taken and not given.
     std::string line() {
-        size_t length = 0;
-        while (length < left_ && at_[length] != '\n') ++length;
-        std::string text(reinterpret_cast<const char*>(at_), length);
-        size_t taken = length + (length < left_ ? 1 : 0);
-        at_ += taken;
-        left_ -= taken;
+        std::string text;
+        while (left_) {
+            char c = static_cast<char>(byte());
+            if (c == '\n') break;
+            text += c;
+        }
         return text;
     }
 

@@ -30,9 +30,7 @@ $add(payment());
 $add(payment(['amount' => 2]));
 $add(payment(['amount' => 0.1 + 0.2]));
 $add(payment(['amount' => new Text('3e1')]));
-$add(payment(['amount' => true]));
 $add(payment(['amount' => false]));
-$add(payment(['amount' => null]));
 $add(payment(['amount' => "7\0" . 'xyz']));
 $text = '4.00';
 $add(payment(['amount' => &$text]));
@@ -41,10 +39,8 @@ $add(['IBAN' => 'AT483200000012345864', 'iBAN' => 'nonsense'] + payment());
 
 echo "-- arrays of every shape\n";
 $add([]);
-$add([1, 2, 3]);
 $add([-12345678901 => 'x', PHP_INT_MAX => 'y'] + payment());
 $add(payment(array_fill_keys(range(1, 5000), 'x')));
-$add(array_fill_keys(range(1, 5000), 'x'));
 
 echo "-- values that run script code\n";
 set_error_handler(function ($level, $text) { throw new ErrorException($text); });
@@ -57,11 +53,9 @@ $add(payment(['amount' => new Again()]));
 
 echo "-- direct debits know every key\n";
 $debit = direct_debit();
-foreach ([[], ['x'], [-1 => 'x'], [-12345678901 => 'x'], ['foo' => 1], ['smnda' => 2], ['smnda' => false], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
+foreach ([['x'], [-12345678901 => 'x'], ['foo' => 1], ['smnda' => 2], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
     show(function () use ($debit, $tx) { return $debit->add($tx + payment()); });
 }
-show(function () use ($debit) { return $debit->add([]); });
-show(function () use ($debit) { return $debit->toXML(); });
 
 echo "-- arguments\n";
 show_argument_error(function () use ($message) { return $message->add(); });
@@ -76,34 +70,25 @@ true, 1 x, 1.00 EUR
 true, 2 x, 3.00 EUR
 true, 3 x, 3.30 EUR
 true, 4 x, 33.30 EUR
-true, 5 x, 34.30 EUR
-SEPAException "Empty amount not allowed", 5 x, 34.30 EUR
-SEPAException "Empty amount not allowed", 5 x, 34.30 EUR
-true, 6 x, 41.30 EUR
-true, 7 x, 45.30 EUR
-SEPAException "Wrong IBAN length", 7 x, 45.30 EUR
-SEPAException "Wrong IBAN length", 7 x, 45.30 EUR
+SEPAException "Empty amount not allowed", 4 x, 33.30 EUR
+true, 5 x, 40.30 EUR
+true, 6 x, 44.30 EUR
+SEPAException "Wrong IBAN length", 6 x, 44.30 EUR
+SEPAException "Wrong IBAN length", 6 x, 44.30 EUR
 -- arrays of every shape
-SEPAException "IBAN missing", 7 x, 45.30 EUR
-SEPAException "IBAN missing", 7 x, 45.30 EUR
+SEPAException "IBAN missing", 6 x, 44.30 EUR
+true, 7 x, 45.30 EUR
 true, 8 x, 46.30 EUR
-true, 9 x, 47.30 EUR
-SEPAException "IBAN missing", 9 x, 47.30 EUR
 -- values that run script code
-ErrorException "Array to string conversion", 9 x, 47.30 EUR
-true, 10 x, 48.30 EUR
+ErrorException "Array to string conversion", 8 x, 46.30 EUR
+true, 9 x, 47.30 EUR
 true, 1 x, 2.50 EUR
 -- direct debits know every key
-SEPAException 0: Sequence type missing
 SEPAException 0: Invalid transaction property '0'
-SEPAException 0: Invalid transaction property '-1'
 SEPAException 0: Invalid transaction property '-1234567'
 SEPAException 0: Invalid transaction property 'foo'
 SEPAException 0: Invalid value '2' for SMNDA flag
-SEPAException 0: Invalid value '' for SMNDA flag
 bool(true)
-SEPAException 0: IBAN missing
-SEPAException 0: Mandate reference missing
 -- arguments
 argument error
 TypeError

@@ -1,19 +1,31 @@
 --TEST--
-Ten thousand messages leave nothing behind
+Ten thousand messages and statement files leave nothing behind
 --FILE--
 <?php
 require __DIR__ . '/support.inc';
 
 function work(): void
 {
+    $sample = __DIR__ . '/../../examples/statement.sta';
+    $message = credit_transfer();
+    $parser = new SEPAStatementParser();
+    $failing = [
+        function () use ($message) { $message->add(payment(['name' => 'Payee', 'amount' => 'x'])); },
+        function () use ($message) { $message->add(payment(array_fill_keys(range(1, 40), 'x') + ['amount' => 'x'])); },
+        function () { new SEPA(7); },
+        function () use ($parser) { $parser->__construct(); $parser->load(SEPA_STMT_FORMAT_MT940, '/no/such/file'); },
+    ];
     for ($i = 0; $i < 1000; $i++) {
         $message = credit_transfer();
         $message->setName("Name $i");
         $message->setName('Other name');
         $message->add(payment(['name' => 'Payee', 'ref' => str_repeat('x', 140)]));
-        try { $message->add(payment(['name' => 'Payee', 'amount' => 'x'])); } catch (SEPAException $e) {}
-        try { $message->add(payment(array_fill_keys(range(1, 40), 'x') + ['amount' => 'x'])); } catch (SEPAException $e) {}
-        try { new SEPA(7); } catch (SEPAException $e) {}
+        $parser->__construct();
+        $parser->load(SEPA_STMT_FORMAT_MT940, $sample);
+        $parser->getStatements();
+        foreach ($failing as $call) {
+            try { $call(); } catch (SEPAException $e) {}
+        }
         $message->toXML();
         $debit = direct_debit();
         $debit->add(collection(['old_mref' => 'OLD', 'addrTown' => 'Bern', 'addrCC' => 'CH']));
@@ -30,6 +42,17 @@ for ($i = 0; $i < 9; $i++) {
     work();
 }
 var_dump(memory_get_usage() - $engine < 1024, resident_kilobytes() - $process < 512);
+
+// Thousands of transactions with the same megabyte as their reference.
+file_put_contents(__DIR__ . '/memory.sta', "\r\n:20:A" . str_repeat("\r\n:61:240102C1,", 5000) . "\r\nNTRF" . str_repeat('x', 1000000) . "\r\n-");
+$parser = new SEPAStatementParser();
+$parser->load(SEPA_STMT_FORMAT_MT940, __DIR__ . '/memory.sta');
+$tx = $parser->getStatements()[0]['tx'];
+var_dump(count($tx) . ' ' . strlen($tx[4999]['ref']), memory_get_usage() < 20000000);
+--CLEAN--
+<?php unlink(__DIR__ . '/memory.sta');
 --EXPECT--
 bool(true)
+bool(true)
+string(12) "5000 1000003"
 bool(true)

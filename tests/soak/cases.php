@@ -1,7 +1,8 @@
 <?php
 /*
  * What a request of the soak test does: case N gives the same text in every
- * process, so that the command line knows the answer of the web server.
+ * process, so that the command line knows the answer of the web server. The
+ * thread test runs the cases too.
  */
 
 const RULEBOOKS = ['DE-2.6', 'DE-2.7', 'AT-6', 'NL-6', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7'];
@@ -15,73 +16,63 @@ function run_case(int $case): string
     return $cases[intdiv($case, count(RULEBOOKS)) % count($cases)]($case);
 }
 
-function document(SEPA $message): string
+function kept_rulebook(): string
 {
-    return preg_replace('~<CreDtTm>[^<]*~', '<CreDtTm>', $message->toXML());
+    preg_match('~xsd:([^"]*)"~', (new SEPA(SEPA_MSGTYPE_CTI))->toXML(), $schema);
+    return $schema[1];
 }
 
-function message(int $type, int $case): SEPA
+/** The document of $message with as many payments as $case wants. */
+function document(SEPA $message, int $case): string
 {
-    $message = new SEPA($type);
     $message->setName('Soak');
     $message->setIBAN(IBANS[$case % 4]);
-    $message->setBIC('COBADEFFXXX');
-    $message->setDate('2026-12-01');
     $message->setMessageId("SOAK-$case");
-    return $message;
-}
-
-function payments(int $case): iterable
-{
     for ($i = 0; $i <= $case % 40; $i++) {
-        yield [
+        $message->add([
             'iban' => IBANS[($case + $i) % count(IBANS)], 'bic' => 'COBADEFF', 'name' => "Payee $i",
             'amount' => ($case * 7 + $i) % 99991 / 100 + 0.01, 'date' => sprintf('2026-12-%02d', 1 + ($case + $i) % 28),
             'ref' => str_repeat("Rechnung $i ", 1 + $i % 8),
-        ];
+            'seq' => ['FRST', 'RCUR', 'OOFF', 'FNAL'][$i % 4], 'mref' => "M$i", 'mdate' => '2020-01-31',
+        ] + ($i % 5 ? [] : ['old_mref' => 'OLD', 'smnda' => '1']));
     }
+    return preg_replace('~<CreDtTm>[^<]*~', '<CreDtTm>', $message->toXML());
 }
 
 function transfer_case(int $case): string
 {
-    $message = message(SEPA_MSGTYPE_CTI, $case);
-    foreach (payments($case) as $payment) {
-        $message->add($payment);
-    }
-    return document($message);
+    $message = new SEPA(SEPA_MSGTYPE_CTI);
+    $message->setBIC('COBADEFFXXX');
+    return document($message, $case);
 }
 
 function debit_case(int $case): string
 {
-    $message = message(SEPA_MSGTYPE_DDI, $case);
+    $message = new SEPA(SEPA_MSGTYPE_DDI);
+    $message->setBIC('COBADEFFXXX');
     $message->setCreditorIdentifier('DE98ZZZ09999999999');
-    foreach (payments($case) as $i => $payment) {
-        $message->add($payment + ['seq' => ['FRST', 'RCUR', 'OOFF', 'FNAL'][$i % 4], 'mref' => "M$i", 'mdate' => '2020-01-31']
-            + ($i % 5 ? [] : ['old_mref' => 'OLD', 'smnda' => '1']));
-    }
-    return document($message);
+    return document($message, $case);
 }
 
 function iban_case(int $case): string
 {
-    $lines = [];
+    $text = '';
     for ($i = 0; $i < 50; $i++) {
         $account = (string) (($case * 7919 + $i * 104729) % 1000000000);
         foreach (['37040044', '10050000', '50050201', '70020270', '20041133', '99999999'] as $bank) {
             $iban = SEPA::IBAN_convert('DE', $account, $bank, $status);
-            $lines[] = "$account $bank $iban $status " . ($iban ? SEPA::IBAN_getBIC($iban) . (int) SEPA::IBAN_check($iban) : '');
+            $text .= "$account $bank $iban $status " . ($iban ? SEPA::IBAN_getBIC($iban) . SEPA::IBAN_check($iban) : '') . "\n";
         }
     }
     foreach (['MARKDEFF', 'COBADEFF', 'XXXXXXXX'] as $bic) {
-        $lines[] = SEPA::BIC_getBankName($bic) . ' ' . SEPA::BIC_getBankFlags($bic);
+        $text .= SEPA::BIC_getBankName($bic) . ' ' . SEPA::BIC_getBankFlags($bic) . "\n";
     }
-    return implode("\n", $lines);
+    return $text;
 }
 
 function error_case(int $case): string
 {
-    $texts = [];
-    $message = message(SEPA_MSGTYPE_CTI, $case);
+    $message = new SEPA(SEPA_MSGTYPE_CTI);
     $calls = [
         function () use ($message) { $message->add([]); },
         function () use ($message, $case) { $message->add(['name' => str_repeat('x', 60 + $case % 20), 'amount' => 'x']); },
@@ -92,15 +83,15 @@ function error_case(int $case): string
         function () use ($case) { new SEPA($case % 7); },
         function () { (new SEPAStatementParser())->load(SEPA_STMT_FORMAT_MT940, '/no/such/file'); },
     ];
+    $text = '';
     foreach ($calls as $call) {
         try {
             $call();
-            $texts[] = 'no error';
         } catch (SEPAException $e) {
-            $texts[] = $e->getCode() . ' ' . $e->getMessage();
+            $text .= $e->getCode() . ' ' . $e->getMessage() . "\n";
         }
     }
-    return implode("\n", $texts);
+    return $text;
 }
 
 function statement_case(int $case): string

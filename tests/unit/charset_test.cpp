@@ -1,10 +1,13 @@
 // Character set, message ids and amount text.
 #include <cmath>
+#include <cstring>
 #include <set>
 
 #include "tests/unit/message_helpers.h"
 
 namespace {
+
+using text_t = std::unique_ptr<char, decltype(&free)>;
 
 // Every allowed character, written out, in place of the library's bit sets.
 std::set<std::string> allowed_characters(int rulebook, int level) {
@@ -12,8 +15,7 @@ std::set<std::string> allowed_characters(int rulebook, int level) {
     auto single = [&](const char* characters) {
         for (; *characters; ++characters) allowed.insert(std::string(1, *characters));
     };
-    single("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
-    single("'()+,-./:?");
+    single("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789'()+,-./:?");
     if (level >= CHARSET_SPACE) single(" ");
     if (level == CHARSET_EXTENDED && rulebook != RULEBOOK_DE_2_6) {
         single("$%&*");
@@ -37,58 +39,34 @@ size_t first_bad(const std::set<std::string>& allowed, const std::string& text) 
     return std::string::npos;
 }
 
-struct Charset : testing::Test {
-    template <typename Body>
-    void for_each_rule(Body body) {
-        for (int rulebook = 0; rulebook < RULEBOOK_COUNT; ++rulebook)
-            for (int level : {CHARSET_STRICT, CHARSET_SPACE, CHARSET_EXTENDED}) {
-                use_rulebook(rulebook_names[rulebook]);
-                ASSERT_EQ(current_rulebook, rulebook);
-                body(allowed_characters(rulebook, level), level);
+// All bytes and pairs, and what looks like a form of several bytes.
+TEST(Charset, EveryRule) {
+    std::vector<std::string> texts = {"", "ABC 1 \xC3\xA4\xC3\x9F & \xE2\x82\xAC \xC3"};
+    for (int first = 1; first < 256; ++first) {
+        std::string byte(1, static_cast<char>(first));
+        texts.push_back(byte);
+        for (int second = 1; second < 256; ++second) texts.push_back(byte + static_cast<char>(second));
+        for (const char* around : {"\xE2\x82", "\xE2", "\xC3", "\xC3\xA4", "A"})
+            for (const char* behind : {"\xAC", "\x82\xAC", "\xC3", "z"}) texts.push_back(around + byte + behind);
+        texts.push_back("\xE2\x82" + byte);
+    }
+    for (int rulebook = 0; rulebook < RULEBOOK_COUNT; ++rulebook)
+        for (int level : {CHARSET_STRICT, CHARSET_SPACE, CHARSET_EXTENDED}) {
+            current_rulebook = rulebook;
+            auto allowed = allowed_characters(rulebook, level);
+            for (const std::string& text : texts) {
+                size_t at = first_bad(allowed, text);
+                bool good = at == std::string::npos;
+                char bad = '?';
+                text_t exact(strdup(text.c_str()), free);  // an address sanitizer sees reads behind it
+                int result = sepa_check_charset(exact.get(), &bad, level);
+                // An EXPECT for each of two million texts takes too long.
+                if (result == good && bad == (good ? '?' : text[at])) continue;
+                ADD_FAILURE() << testing::PrintToString(text) << " level " << level << " rulebook " << rulebook;
             }
-    }
-
-    void compare(const std::set<std::string>& allowed, int level, const std::string& text) {
-        size_t at = first_bad(allowed, text);
-        char bad = '?', expected = at == std::string::npos ? '?' : text[at];
-        int result = sepa_check_charset(text.c_str(), &bad, level);
-        // An EXPECT for each of two million texts takes too long.
-        if (result == (at == std::string::npos) && bad == expected) return;
-        ADD_FAILURE() << testing::PrintToString(text) << " at level " << level << " under "
-                      << rulebook_names[current_rulebook];
-    }
-};
-
-TEST_F(Charset, AllBytesAndPairs) {
-    for_each_rule([&](const std::set<std::string>& allowed, int level) {
-        for (int first = 1; first < 256; ++first) {
-            std::string text(1, static_cast<char>(first));
-            compare(allowed, level, text);
-            for (int second = 1; second < 256; ++second) compare(allowed, level, text + static_cast<char>(second));
+            EXPECT_EQ(sepa_check_charset(nullptr, nullptr, level), 1);
+            EXPECT_EQ(sepa_check_charset("\\", nullptr, level), 0);
         }
-    });
-}
-
-TEST_F(Charset, FormsOfSeveralBytes) {
-    for_each_rule([&](const std::set<std::string>& allowed, int level) {
-        for (int byte = 1; byte < 256; ++byte) {
-            std::string any(1, static_cast<char>(byte));
-            for (const char* around : {"\xE2\x82", "\xE2", "\xC3", "\xC3\xA4", "A"})
-                for (const char* behind : {"", "\xAC", "\x82\xAC", "\xC3", "z"})
-                    compare(allowed, level, around + any + behind);
-        }
-        compare(allowed, level, "ABC 1 \xC3\xA4\xC3\x9F & \xE2\x82\xAC \xC3");
-    });
-}
-
-TEST_F(Charset, NothingToTest) {
-    for_each_rule([&](const std::set<std::string>&, int level) {
-        char bad = '?';
-        EXPECT_EQ(sepa_check_charset(nullptr, &bad, level), 1);
-        EXPECT_EQ(sepa_check_charset("", &bad, level), 1);
-        EXPECT_EQ(bad, '?');
-        EXPECT_EQ(sepa_check_charset("\\", nullptr, level), 0);
-    });
 }
 
 TEST(MessageId, BytesAndLength) {
@@ -98,47 +76,24 @@ TEST(MessageId, BytesAndLength) {
         for (int byte = 1; byte < 256; ++byte) {
             std::string text(1, static_cast<char>(byte));
             EXPECT_EQ(sepa_check_message_id(text.c_str()), good.find(text) != std::string::npos) << byte;
-            EXPECT_EQ(sepa_check_message_id(("a" + text).c_str()), good.find(text) != std::string::npos) << byte;
         }
-        EXPECT_FALSE(sepa_check_message_id(nullptr));
-        EXPECT_FALSE(sepa_check_message_id(""));
-        EXPECT_TRUE(sepa_check_message_id(letters(35).c_str()));
-        EXPECT_FALSE(sepa_check_message_id(letters(36).c_str()));
-        EXPECT_FALSE(sepa_check_message_id((letters(34) + "_").c_str()));
-        EXPECT_FALSE(sepa_check_message_id(letters(1000000).c_str()));
     }
+    EXPECT_FALSE(sepa_check_message_id(nullptr));
+    EXPECT_FALSE(sepa_check_message_id(""));
+    EXPECT_TRUE(sepa_check_message_id(letters(35).c_str()));
+    EXPECT_FALSE(sepa_check_message_id(letters(36).c_str()));
+    EXPECT_FALSE(sepa_check_message_id((letters(34) + "_").c_str()));
 }
 
+// In double arithmetic 2.675 is 267.5 cents and 1.005 is 100.49999999999999.
 TEST(FormatAmount, Texts) {
-    // In double arithmetic 2.675 is 267.5 cents and 1.005 is 100.49999999999999.
-    const struct {
-        double value;
-        const char* text;
-    } rows[] = {{0, "0.00"},
-                {-0.0, "0.00"},
-                {0.05, "0.05"},
-                {0.1 + 0.2, "0.30"},
-                {0.99, "0.99"},
-                {0.994999, "0.99"},
-                {0.995, "1.00"},
-                {1, "1.00"},
-                {10.09, "10.09"},
-                {100, "100.00"},
-                {1234.5, "1234.50"},
-                {0.005, "0.01"},
-                {-0.005, "-0.01"},
-                {-0.004, "0.00"},
-                {-0.5, "-0.50"},
-                {-12.5, "-12.50"},
-                {2.675, "2.68"},
-                {1.005, "1.00"},
-                {999999999.99, "999999999.99"},
-                {1e15, "1000000000000000.00"},
-                {92233720368547744.0, "92233720368547747.84"}};
-    for (const auto& row : rows) {
+    for (const char* row : {"0 0.00", "-0.0 0.00", "0.30000000000000004 0.30", "0.99 0.99", "0.994999 0.99",
+                            "0.995 1.00", "1234.5 1234.50", "0.005 0.01", "-0.005 -0.01", "-0.004 0.00", "-0.5 -0.50",
+                            "-12.5 -12.50", "2.675 2.68", "1.005 1.00", "999999999.99 999999999.99",
+                            "1e15 1000000000000000.00", "92233720368547744 92233720368547747.84"}) {
         char text[128];
-        sepa_format_amount(text, row.value);
-        EXPECT_STREQ(text, row.text);
+        sepa_format_amount(text, strtod(row, nullptr));
+        EXPECT_STREQ(text, strchr(row, ' ') + 1);
     }
 }
 

@@ -1,15 +1,18 @@
-// Lets the library's allocations fail by number. A test that includes this is
-// linked with wrap_calls(<test> malloc calloc realloc strdup free regcomp
-// newlocale); only calls of the program itself are counted, not those that the
-// system's libraries make in turn.
+// Lets the library's allocations fail by number, and looks at what it frees. A
+// test that includes this is linked with wrap_calls(<test> malloc calloc
+// realloc strdup free regcomp newlocale); only calls of the program itself are
+// counted, not those that the system's libraries make in turn.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <locale.h>
 #include <regex.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <map>
 
 // What happens from the wanted allocation on.
 enum fault_mode_t { ONE_FAILS, ALL_FAIL_FROM_THERE };
@@ -20,8 +23,13 @@ struct failing_memory_t {
     long fail_at = 0;  // counting from 1
     long calls = 0;    // since it was armed
     bool failed = false;
-    long live = 0;          // blocks in hand, always counted
-    long points_tried = 0;  // failures so far
+    long unwiped = 0;  // blocks freed with something in them
+
+    // Blocks in hand, with the sizes asked for.
+    static std::map<void*, size_t>& held() {
+        static auto& blocks = *new std::map<void*, size_t>;
+        return blocks;
+    }
 
     // Counts one allocation. True if it has to fail.
     bool fails() {
@@ -32,49 +40,50 @@ struct failing_memory_t {
         errno = ENOMEM;
         return true;
     }
+
+    void* taken(void* block, size_t size) {
+        if (block) held()[block] = size;
+        return block;
+    }
+
+    void given_back(void* block) {
+        auto found = held().find(block);
+        if (found == held().end()) return;
+        auto bytes = static_cast<const char*>(block);
+        unwiped += !std::all_of(bytes, bytes + found->second, [](char c) { return c == 0; });
+        held().erase(found);
+    }
 };
 inline failing_memory_t memory;
 
+// Declares what a call of `name` comes to, and what it was meant for.
+#define WRAPPED(type, name, ...)     \
+    type __real_##name(__VA_ARGS__); \
+    type __wrap_##name(__VA_ARGS__); \
+    type __wrap_##name(__VA_ARGS__)
+
 extern "C" {
-void* __real_malloc(size_t size);
-void* __real_calloc(size_t count, size_t size);
-void* __real_realloc(void* block, size_t size);
-char* __real_strdup(const char* text);
-void __real_free(void* block);
-int __real_regcomp(regex_t* out, const char* pattern, int flags);
-locale_t __real_newlocale(int mask, const char* name, locale_t base);
-
-void* __wrap_malloc(size_t size);
-void* __wrap_calloc(size_t count, size_t size);
-void* __wrap_realloc(void* block, size_t size);
-char* __wrap_strdup(const char* text);
-void __wrap_free(void* block);
-int __wrap_regcomp(regex_t* out, const char* pattern, int flags);
-locale_t __wrap_newlocale(int mask, const char* name, locale_t base);
-
-inline void* counted(void* block) {
-    if (block) ++memory.live;
-    return block;
+WRAPPED(void*, malloc, size_t size) { return memory.fails() ? nullptr : memory.taken(__real_malloc(size), size); }
+WRAPPED(void*, calloc, size_t count, size_t size) {
+    return memory.fails() ? nullptr : memory.taken(__real_calloc(count, size), count * size);
 }
-void* __wrap_malloc(size_t size) { return memory.fails() ? nullptr : counted(__real_malloc(size)); }
-void* __wrap_calloc(size_t count, size_t size) {
-    return memory.fails() ? nullptr : counted(__real_calloc(count, size));
-}
-void* __wrap_realloc(void* block, size_t size) {
+WRAPPED(void*, realloc, void* block, size_t size) {
     if (memory.fails()) return nullptr;
-    return block ? __real_realloc(block, size) : counted(__real_realloc(nullptr, size));
+    memory.held().erase(block);
+    return memory.taken(__real_realloc(block, size), size);
 }
-char* __wrap_strdup(const char* text) {
-    return memory.fails() ? nullptr : static_cast<char*>(counted(__real_strdup(text)));
+WRAPPED(char*, strdup, const char* text) {
+    if (memory.fails()) return nullptr;
+    return static_cast<char*>(memory.taken(__real_strdup(text), strlen(text) + 1));
 }
-void __wrap_free(void* block) {
-    if (block) --memory.live;
+WRAPPED(void, free, void* block) {
+    memory.given_back(block);
     __real_free(block);
 }
-int __wrap_regcomp(regex_t* out, const char* pattern, int flags) {
+WRAPPED(int, regcomp, regex_t* out, const char* pattern, int flags) {
     return memory.fails() ? REG_ESPACE : __real_regcomp(out, pattern, flags);
 }
-locale_t __wrap_newlocale(int mask, const char* name, locale_t base) {
+WRAPPED(locale_t, newlocale, int mask, const char* name, locale_t base) {
     return memory.fails() ? nullptr : __real_newlocale(mask, name, base);
 }
 }
@@ -89,7 +98,6 @@ auto run_failing(fault_mode_t mode, long nth, Operation operation) {
     memory.armed = true;
     auto result = operation();
     memory.armed = false;
-    if (memory.failed) ++memory.points_tried;
     return result;
 }
 
@@ -101,9 +109,9 @@ void for_every_allocation(Attempt attempt) {
         for (fault_mode_t mode : {ALL_FAIL_FROM_THERE, ONE_FAILS}) {
             SCOPED_TRACE(testing::Message()
                          << "allocation " << nth << (mode == ONE_FAILS ? " alone" : " and all after"));
-            long live = memory.live;
+            auto held = memory.held();
             attempt(mode, nth);
-            EXPECT_EQ(memory.live, live);
+            EXPECT_TRUE(memory.held() == held);
             if (memory.failed) continue;
             EXPECT_GT(nth, 1) << "nothing was allocated";
             return;

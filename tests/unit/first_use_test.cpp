@@ -1,12 +1,10 @@
 // The first use of the patterns: a compilation that fails is told and tried
 // again, one that succeeds happens once, whatever the number of threads.
-#include <gtest/gtest.h>
 #include <regex.h>
 
 #include <atomic>
 #include <chrono>
 #include <thread>
-#include <vector>
 
 #include "iban/iban.h"
 #include "statement/mt940.h"
@@ -26,17 +24,18 @@ extern "C" int __wrap_regcomp(regex_t* out, const char* pattern, int flags) {
 
 namespace {
 
-template <typename Work>
-void in_eight_threads(Work work) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) threads.emplace_back(work);
-    for (std::thread& thread : threads) thread.join();
-}
-
 // Lets the nth compilation from now on fail; 0 lets all succeed.
 void fail_compilation(int nth) {
     compilations = 0;
     fail_at = nth;
+}
+
+template <typename Work>
+void succeed_in_eight_threads(Work work) {
+    fail_compilation(0);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) threads.emplace_back([work] { EXPECT_EQ(work(), 1); });
+    for (std::thread& thread : threads) thread.join();
 }
 
 TEST(FirstUse, IbanPatterns) {
@@ -54,9 +53,7 @@ TEST(FirstUse, IbanPatterns) {
     fail_compilation(1);
     EXPECT_EQ(sepa_setIBAN(message.get(), "any"), 0);
     EXPECT_STREQ(message->last_error, "Error while initializing regular expressions (any)");
-
-    fail_compilation(0);
-    in_eight_threads([] { EXPECT_EQ(IBAN_check(german_iban, nullptr), 1); });
+    succeed_in_eight_threads([] { return IBAN_check(german_iban, nullptr); });
     EXPECT_EQ(compilations, 37);
 }
 
@@ -66,17 +63,11 @@ TEST(FirstUse, BicPattern) {
     fail_compilation(1);
     EXPECT_EQ(sepa_check_field(FIELD_TEXT70, "any kind compiles it"), 0);
     fail_compilation(1);
-    EXPECT_EQ(sepa_setBIC(message.get(), "DEUTDEFF"), 0);
-    EXPECT_STREQ(message->last_error, "sepa_setBIC: invalid BIC format");
-    fail_compilation(1);
     EXPECT_EQ(add(message, {{"bic", "DEUTDEFF"}}), 0);
     EXPECT_STREQ(message->last_error, "Invalid BIC format");
     fail_compilation(1);
-    EXPECT_EQ(add(message, {{"addrTown", "Town"}}), 0);
-    EXPECT_STREQ(message->last_error, "Invalid format for 'addrTown'");
-
-    fail_compilation(0);
-    in_eight_threads([] { EXPECT_EQ(sepa_check_field(FIELD_BIC, "DEUTDEFF"), 1); });
+    EXPECT_EQ(sepa_setBIC(message.get(), "DEUTDEFF"), 0);
+    succeed_in_eight_threads([] { return sepa_check_field(FIELD_BIC, "DEUTDEFF"); });
     EXPECT_EQ(compilations, 1);
 }
 

@@ -25,6 +25,15 @@ inline void use_rulebook(const char* name) { ASSERT_EQ(sepa_init(SEPA_INIT_RULEB
 inline constexpr const char* german_iban = "DE89370400440532013000";
 inline constexpr const char* austrian_iban = "AT168064680654652158";
 
+// A message with all that an output needs but transactions.
+inline message_t ready_message(long kind) {
+    message_t message = new_message(kind);
+    sepa_t* m = message.get();
+    EXPECT_TRUE(sepa_setIBAN(m, german_iban) && sepa_setBIC(m, "COBADEFFXXX") && sepa_setName(m, "Name") &&
+                sepa_setCreditorIdentifier(m, "DE98ZZZ09999999999"));
+    return message;
+}
+
 using keys_t = std::vector<kv_pair_t>;
 
 inline int add(const message_t& message, keys_t keys) {

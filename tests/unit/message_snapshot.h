@@ -1,7 +1,9 @@
 // A copy of what a message holds, to show that a failed call has changed nothing.
 #pragma once
 
+#include <array>
 #include <string>
+#include <tuple>
 
 #include "message/sepa.h"
 
@@ -10,30 +12,16 @@ inline std::string text_of(const char* text) { return text ? text : "(none)"; }
 // All of a message but its last error.
 struct snapshot_t {
     explicit snapshot_t(const sepa_t* m)
-        : iban(text_of(m->iban)),
-          bic(text_of(m->bic)),
-          name(text_of(m->name)),
-          creditor_id(text_of(m->creditor_id)),
-          date(text_of(m->date)),
+        : date(text_of(m->date)),
           msgid(text_of(m->msgid)),
-          tx_count(m->tx_count),
-          ctrl_sum(m->ctrl_sum),
-          head(m->tx_head),
-          tail(m->tx_tail),
-          dd_type(m->dd_type),
-          batch_booking(m->batch_booking) {}
+          party{text_of(m->iban), text_of(m->bic), text_of(m->name), text_of(m->creditor_id)},
+          rest(m->tx_count, m->ctrl_sum, m->tx_head, m->tx_tail, m->dd_type, m->batch_booking) {}
 
     bool operator==(const snapshot_t& other) const {
-        return iban == other.iban && bic == other.bic && name == other.name && creditor_id == other.creditor_id &&
-               date == other.date && msgid == other.msgid && tx_count == other.tx_count &&
-               !(ctrl_sum < other.ctrl_sum) && !(ctrl_sum > other.ctrl_sum) && head == other.head &&
-               tail == other.tail && dd_type == other.dd_type && batch_booking == other.batch_booking;
+        return date == other.date && msgid == other.msgid && party == other.party && rest == other.rest;
     }
 
-    std::string iban, bic, name, creditor_id, date, msgid;
-    uint32_t tx_count;
-    double ctrl_sum;
-    void *head, *tail;
-    int32_t dd_type;
-    uint8_t batch_booking;
+    std::string date, msgid;
+    std::array<std::string, 4> party;
+    std::tuple<uint32_t, double, void*, void*, int32_t, uint8_t> rest;
 };

@@ -3,7 +3,7 @@
 // needs no care at its end, since the buffer goes on with NULs.
 #pragma once
 
-#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -11,6 +11,7 @@
 #include <string>
 
 #include "statement/mt940.h"
+#include "statement/utf8_cut.h"
 
 class naive_parser_t {
 public:
@@ -64,9 +65,9 @@ private:
             at_ = strchr(at_ + 1, ':') + 1;
             char* slash = strchr(at_, '/');
             if (slash && end_ && slash < end_) return sscanf(at_, "%u/%u", &s->number, &s->page) == 2;
-            if (sscanf(at_, "%u", &s->number) != 1) return false;
-            s->page = 0;
-            return true;
+            bool valid = sscanf(at_, "%u", &s->number) == 1;
+            if (valid) s->page = 0;
+            return valid;
         }
         if (is(":60F:") || is(":60M:")) return balance(&s->open_date, s->open_currency, &s->open_saldo);
         if (is(":62F:") || is(":62M:")) return balance(&s->close_date, s->close_currency, &s->close_saldo);
@@ -75,14 +76,15 @@ private:
         return !is("-");
     }
 
-    static int years(int yy) { return yy > 79 ? yy : yy + 100; }
-    static bool date(const char* p, int* yy, struct tm* to) {
-        int year, month, day;
-        if (sscanf(p, "%02d%02d%02d", &year, &month, &day) != 3) return false;
-        *yy = year;
-        to->tm_year = years(year);
+    static void set(struct tm* to, int yy, int month, int day) {
+        to->tm_year = yy > 79 ? yy : yy + 100;
         to->tm_mon = month - 1;
         to->tm_mday = day;
+    }
+    static bool date(const char* p, int* yy, struct tm* to) {
+        int month, day;
+        if (sscanf(p, "%02d%02d%02d", yy, &month, &day) != 3) return false;
+        set(to, *yy, month, day);
         return true;
     }
 
@@ -110,15 +112,13 @@ private:
             sscanf(at_, "%02d%02d", &month, &day);
             if (tx_->valuta.tm_mon == 11 && month == 1) ++yy;
             if (tx_->valuta.tm_mon == 0 && month == 12) --yy;
-            tx_->booked.tm_year = years(yy);
-            tx_->booked.tm_mon = month - 1;
-            tx_->booked.tm_mday = day;
+            set(&tx_->booked, yy, month, day);
             at_ += 4;
         }
         if (*at_ == 'R') tx_->reversal = 1, ++at_;
         double sign = *at_ == 'D' ? -1.0 : 1.0;
         at_ = skip(1);
-        if ((*at_ >= 'a' && *at_ <= 'z') || (*at_ >= 'A' && *at_ <= 'Z')) ++at_;
+        if (isascii(*at_) && isalpha(*at_)) ++at_;
         char* comma = strchr(at_, ',');
         char* type = strchr(at_, 'N');
         if (!type) return false;
@@ -129,23 +129,15 @@ private:
         if (end_) *end_ = 0;
         char* slashes = strstr(ref, "//");
         tx_->ref = ref;
-        if (slashes) {
-            *slashes = 0;
-            tx_->bankref = slashes + 2;
-        }
+        if (slashes) *slashes = 0, tx_->bankref = slashes + 2;
         return true;
     }
 
     bool details() {
         end_ = strstr(at_, "\r\n:");
-        if (!tx_) {
-            if (end_) at_ = end_;
-            return false;
-        }
-        if (!end_) {
-            sscanf(at_ + 4, "%03d", &tx_->gvc);
-            return false;
-        }
+        if (!tx_ && end_) at_ = end_;
+        if (tx_ && !end_) sscanf(at_ + 4, "%03d", &tx_->gvc);
+        if (!tx_ || !end_) return false;
         std::string field(at_, end_);
         for (size_t p = 0; (p = field.find("\r\n", p)) != std::string::npos;) field.erase(p, 2);
         memcpy(at_, field.c_str(), field.size() + 1);
@@ -181,36 +173,16 @@ private:
         }
     }
 
-    // Bytes of the valid UTF-8 character at `p`, or 0.
-    static size_t character_at(const std::string& s, size_t p) {
-        unsigned value = static_cast<unsigned char>(s[p]);
-        size_t length = value < 0xC0 || value > 0xF7 ? 0 : value < 0xE0 ? 2 : value < 0xF0 ? 3 : 4;
-        if (!length || p + length > s.size()) return 0;
-        value &= 0x7Fu >> length;
-        for (size_t i = 1; i < length; ++i) {
-            unsigned next = static_cast<unsigned char>(s[p + i]);
-            if (next < 0x80 || next > 0xBF) return 0;
-            value = value << 6 | (next & 0x3F);
-        }
-        const unsigned least[] = {0, 0, 0x80, 0x800, 0x10000};
-        bool valid = value >= least[length] && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
-        return valid ? length : 0;
-    }
-
-    template <size_t N>
-    static void store(char (&field)[N], const std::string& text) {
-        size_t length = std::min(text.size(), N - 1);
-        for (size_t p = length > 3 ? length - 3 : 0; p < length; ++p)
-            if (p + character_at(text, p) > length) length = p;
-        snprintf(field, N, "%.*s", static_cast<int>(length), text.c_str());
-    }
-
     void short_field(int number, const std::string& text) {
-        std::string name = tx_->name;
-        if (number == 33) store(tx_->name, name + (name.size() < 27 ? " " : "") + text);
-        if (number == 30) store(tx_->bank, text);
-        if (number == 31) store(tx_->account, text);
-        if (number == 32) store(tx_->name, text);
+        auto store = [&text](auto& field, size_t used) {
+            store_cut(field, sizeof field, used, text.data(), text.size());
+        };
+        size_t used = strlen(tx_->name);
+        if (number == 33 && used < 27) tx_->name[used++] = ' ';
+        if (number == 33) store(tx_->name, used);
+        if (number == 30) store(tx_->bank, 0);
+        if (number == 31) store(tx_->account, 0);
+        if (number == 32) store(tx_->name, 0);
         if (number == 34) sscanf(text.c_str(), "%03d", &tx_->extcode);
     }
 
@@ -228,22 +200,16 @@ private:
             if (comma && (slot->first == "COAM+" || slot->first == "OAMT+")) *comma = '.';
             *target = &(tx_->*slot->second);
             **target = text + 5;
-            return;
-        }
-        if (!*target) {
+        } else if (!*target) {
             *end = 0;
             *target = &tx_->purpose;
             tx_->purpose = text;
-            return;
+        } else {
+            std::string joined = **target;
+            bool blank = *last < 27 && joined.size() != 22;
+            joined += (*target == &tx_->purpose ? "\n" : blank ? " " : "") + fragment;
+            memcpy(const_cast<char*>(**target), joined.c_str(), joined.size() + 1);
+            *last = fragment.size();
         }
-        std::string joined = **target;
-        if (*target == &tx_->purpose) {
-            joined += "\n";
-        } else if (*last < 27 && joined.size() != 22) {
-            joined += " ";
-        }
-        joined += fragment;
-        memcpy(const_cast<char*>(**target), joined.c_str(), joined.size() + 1);
-        *last = fragment.size();
     }
 };

@@ -32,48 +32,29 @@ void in_threads(Work work) {
     pthread_barrier_destroy(&start);
 }
 
-std::string check_ibans() {
+std::string check() {
     std::string answers;
-    for (const char* iban : {german_iban, austrian_iban, "DE88370400440532013000", "US12", ""}) {
+    for (const char* iban : {german_iban, "DE88370400440532013000", "US12"}) {
         const char* reason = "";
         answers += IBAN_check(iban, &reason) ? "+" : reason;
     }
+    for (const char* bic : {"DEUTDEFFXXX", "deutdeff"}) answers += sepa_check_field(FIELD_BIC, bic) ? "+" : "-";
     return answers;
-}
-
-std::string check_fields() {
-    std::string answers;
-    for (const char* bic : {"DEUTDEFF", "DEUTDEFFXXX", "deutdeff", "DEUTDEFO", ""})
-        answers += sepa_check_field(FIELD_BIC, bic) ? "+" : "-";
-    return answers + (sepa_check_field(FIELD_TEXT16, "text") ? "+" : "-");
 }
 
 std::string look_up() {
     std::string answers;
-    bank_record_t record;
-    for (const char* bank : {"37040044", "50010517", "99999999"})
-        if (bank_lookup("DE", bank, &record)) answers += record.name;
-    char bic[BIC_BUFFER_SIZE];
-    if (IBAN_getBIC(german_iban, bic) == 1) answers += bic;
-    bank_info_t* info;
-    if (bank_info_get("COBADEFFXXX", &info) == 1) {
-        answers += info->name + std::to_string(info->flags);
+    for (const char* bank : {"37040044", "50010517", "72020700", "99999999"}) {
+        char iban[IBAN_BUFFER_SIZE], bic[BIC_BUFFER_SIZE] = "";
+        int8_t status;
+        if (IBAN_convert("DE", "532013000", bank, iban, &status)) IBAN_getBIC(iban, bic);
+        bank_info_t* info = nullptr;
+        if (bank_info_get(bic, &info) == 1) answers += info->name;
         free(info);
+        answers += std::to_string(status) + " " + iban + " " + bic + "\n";
     }
     for (int method = 0; method < 256; ++method)
         answers += std::to_string(account_check_bank("532013000", "37040044", static_cast<uint8_t>(method)));
-    return answers;
-}
-
-std::string convert() {
-    std::string answers;
-    for (const char* bank : {"37040044", "50010517", "72020700", "76026000", "99999999"})
-        for (const char* account : {"532013000", "1", "5407324931"}) {
-            char iban[IBAN_BUFFER_SIZE];
-            int8_t status;
-            int result = IBAN_convert("DE", account, bank, iban, &status);
-            answers += std::to_string(result) + " " + std::to_string(status) + " " + iban + "\n";
-        }
     return answers;
 }
 
@@ -83,40 +64,31 @@ message_t filled_message(long kind) {
     sepa_setBIC(message.get(), "cobadeff");
     sepa_setName(message.get(), "Müller & Söhne");
     sepa_setCreditorIdentifier(message.get(), "DE98ZZZ09999999999");
-    for (int i = 0; i < 20; ++i)
-        add(message, {{"iban", austrian_iban},
-                      {"name", "Name"},
-                      {"amount", i % 5 ? "12.34" : "not a number"},
-                      {"seq", "RCUR"},
-                      {"mref", "M"},
-                      {"mdate", "2024-01-01"},
-                      {"addrCC", "AT"},
-                      {"addrTown", "Wien"}});
+    message->msgid = strdup("ID");
+    keys_t keys = {{"iban", austrian_iban}, {"name", "Name"}, {"seq", "RCUR"}, {"mref", "M"}, {"mdate", "2024-01-01"}};
+    keys.push_back({"amount", "12.34"});
+    for (int i = 0; i < 20; ++i) {
+        keys.back().value = i % 5 ? "12.34" : "not a number";
+        add(message, keys);
+    }
     return message;
 }
 
 template <long kind>
 std::string write_document() {
     message_t message = filled_message(kind);
-    message->msgid = strdup("ID");
     return document_of(message) + message->last_error;
 }
 
 std::string read_statements() {
     sepa_stmt_parser_t* parser = sepa_stmt_parser_new();
     sepa_stmt_parser_load(parser, SEPA_STMT_FORMAT_MT940, TEST_DATA "/statements/transaction_texts.sta");
-    dump_t dump;
-    for (const sepa_statement_t* s = parser->first; s; s = s->next) dump.statement(s);
+    std::string text = dump(parser);
     sepa_stmt_parser_free(parser);
-    return dump.text;
+    return text;
 }
 
-constexpr std::string (*jobs[])() = {check_ibans,
-                                     check_fields,
-                                     look_up,
-                                     convert,
-                                     read_statements,
-                                     write_document<SEPA_MSGTYPE_CTI>,
+constexpr std::string (*jobs[])() = {check, look_up, read_statements, write_document<SEPA_MSGTYPE_CTI>,
                                      write_document<SEPA_MSGTYPE_DDI>};
 constexpr size_t job_count = std::size(jobs);
 
@@ -141,16 +113,14 @@ TEST(Threads, AllAnswerAsOneDoes) {
 
 TEST(Threads, NoMessageIdTwice) {
     constexpr size_t per_thread = 1500;
-    std::array<std::vector<std::string>, thread_count> ids;
+    std::array<std::set<std::string>, thread_count> ids;
     use_rulebook("DE-3.7");
     in_threads([&ids](size_t number) {
-        message_t message = new_message(SEPA_MSGTYPE_CTI);
-        add(message, {{"iban", austrian_iban}, {"amount", "1"}});
-        while (ids[number].size() < per_thread) {
+        for (size_t i = 0; i < per_thread; ++i) {
+            message_t message = new_message(SEPA_MSGTYPE_CTI);
+            add(message, {{"iban", austrian_iban}, {"amount", "1"}});
             document_of(message);
-            ids[number].push_back(message->msgid);
-            free(message->msgid);
-            message->msgid = nullptr;
+            ids[number].insert(message->msgid);
         }
     });
     std::set<std::string> all;
@@ -163,10 +133,7 @@ TEST(Threads, NoMessageIdTwice) {
 TEST(Threads, ADocumentIsOfOneRulebook) {
     use_rulebook("DE-3.7");
     std::array<message_t, thread_count> messages;
-    for (message_t& message : messages) {
-        message = filled_message(SEPA_MSGTYPE_CTI);
-        message->msgid = strdup("ID");
-    }
+    for (message_t& message : messages) message = filled_message(SEPA_MSGTYPE_CTI);
     std::set<std::string> possible;
     for (const char* rulebook : {"DE-2.7", "DE-3.7"}) {
         use_rulebook(rulebook);

@@ -14,99 +14,66 @@ struct Xmlbuf : testing::Test {
 
     void TearDown() override { free(buffer.text); }
 
-    void empty() {
+    // Fills an empty buffer up to `used` bytes, the NUL included.
+    void fill(size_t used) {
         free(buffer.text);
         buffer = {};
-    }
-
-    // Fills up to `used` bytes, the NUL included.
-    void fill(size_t used) {
-        empty();
         ASSERT_EQ(xmlbuf_append(&buffer, std::string(used - 1, 'x').c_str()), 1);
         ASSERT_EQ(buffer.used, used);
     }
 };
 
-TEST_F(Xmlbuf, GrowsToTheNextMultipleAbove) {
+// To the next multiple of 256 above; every append counts a NUL of its own.
+TEST_F(Xmlbuf, Grows) {
+    for (size_t used : {1u, 255u, 256u, 257u, 511u, 512u, 100000u, 99999u}) {
+        fill(used);
+        EXPECT_EQ(buffer.capacity, used / 256 * 256 + 256) << used;
+        EXPECT_EQ(buffer.text[used - 1], '\0');
+    }
     const struct {
-        size_t used, capacity;
-    } rows[] = {{1, 256},   {255, 256}, {256, 512},       {257, 512},
-                {511, 512}, {512, 768}, {100000, 100096}, {99999, 100096}};
+        size_t used;
+        int (*append)(xmlbuf_t*, const char*);
+        const char* text;
+        size_t used_then, capacity;
+    } rows[] = {{255, xmlbuf_append, "", 255, 256},          {255, xmlbuf_append, "y", 256, 512},
+                {255, xmlbuf_append_escaped, "<", 259, 512}, {251, xmlbuf_append_escaped, "<", 255, 256},
+                {250, xmlbuf_append_escaped, "&", 255, 256}, {251, xmlbuf_append_escaped, "&", 256, 512}};
     for (const auto& row : rows) {
         fill(row.used);
-        EXPECT_EQ(buffer.capacity, row.capacity) << row.used;
-        EXPECT_EQ(buffer.text[row.used - 1], '\0');
+        ASSERT_EQ(row.append(&buffer, row.text), 1);
+        EXPECT_EQ(buffer.used, row.used_then) << row.text;
+        EXPECT_EQ(buffer.capacity, row.capacity) << row.text;
     }
 }
 
-TEST_F(Xmlbuf, RoomCountsANulOfItsOwn) {
-    fill(255);
-    ASSERT_EQ(xmlbuf_append(&buffer, ""), 1);  // needs 1, and 1 is left
-    EXPECT_EQ(buffer.capacity, 256u);
-    ASSERT_EQ(xmlbuf_append(&buffer, "y"), 1);  // needs 2
-    EXPECT_EQ(buffer.capacity, 512u);
-    EXPECT_EQ(buffer.used, 256u);
-    EXPECT_EQ(std::string(buffer.text), std::string(254, 'x') + "y");
-
-    fill(255);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, "<"), 1);  // needs 5
-    EXPECT_EQ(buffer.capacity, 512u);
-    EXPECT_EQ(buffer.used, 259u);
-    fill(251);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, "<"), 1);
-    EXPECT_EQ(buffer.capacity, 256u);
-    fill(250);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, "&"), 1);  // needs 6
-    EXPECT_EQ(buffer.capacity, 256u);
-    fill(251);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, "&"), 1);
-    EXPECT_EQ(buffer.capacity, 512u);
-}
-
 TEST_F(Xmlbuf, Reserve) {
-    ASSERT_EQ(xmlbuf_reserve(&buffer, 0), 1);
-    EXPECT_EQ(buffer.capacity, 0u);
-    ASSERT_EQ(xmlbuf_reserve(&buffer, 256), 1);
-    EXPECT_EQ(buffer.capacity, 512u);
-    EXPECT_EQ(buffer.used, 0u);
-    ASSERT_EQ(xmlbuf_reserve(&buffer, 512), 1);
-    EXPECT_EQ(buffer.capacity, 512u);
-    ASSERT_EQ(xmlbuf_reserve(&buffer, 513), 1);
-    EXPECT_EQ(buffer.capacity, 768u);
-
+    const size_t rows[][2] = {{0, 0}, {256, 512}, {512, 512}, {513, 768}};
+    for (auto [size, capacity] : rows) {
+        ASSERT_EQ(xmlbuf_reserve(&buffer, size), 1);
+        EXPECT_EQ(buffer.capacity, capacity);
+        EXPECT_EQ(buffer.used, 0u);
+    }
     fill(10);
-    xmlbuf_t before = buffer;
     for (size_t huge : {SIZE_MAX, SIZE_MAX - 10, SIZE_MAX - 265}) EXPECT_EQ(xmlbuf_reserve(&buffer, huge), 0);
-    EXPECT_EQ(buffer.text, before.text);
-    EXPECT_EQ(buffer.used, before.used);
-    EXPECT_EQ(buffer.capacity, before.capacity);
+    EXPECT_STREQ(buffer.text, "xxxxxxxxx");
+    EXPECT_EQ(buffer.used, 10u);
+    EXPECT_EQ(buffer.capacity, 256u);
 }
 
 TEST_F(Xmlbuf, AppendsInARow) {
-    ASSERT_EQ(xmlbuf_append(&buffer, nullptr), 1);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, nullptr), 1);
-    ASSERT_EQ(xmlbuf_append_list(&buffer, nullptr), 1);
-    EXPECT_EQ(buffer.text, nullptr);
-    EXPECT_EQ(buffer.used, 0u);
-
+    for (const char* text : {static_cast<const char*>(nullptr), ""}) {
+        ASSERT_TRUE(xmlbuf_append_escaped(&buffer, text) && xmlbuf_append_list(&buffer, text, nullptr));
+        EXPECT_EQ(buffer.used, text ? 1u : 0u);
+        EXPECT_EQ(buffer.text != nullptr, text != nullptr);
+    }
+    fill(1);
     ASSERT_EQ(xmlbuf_append_escaped(&buffer, "a<>&b"), 1);
     EXPECT_EQ(buffer.used, 16u);
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, ""), 1);
     ASSERT_EQ(xmlbuf_append(&buffer, "<&>"), 1);
     ASSERT_EQ(xmlbuf_append_list(&buffer, "1", "", "2", nullptr, "3", nullptr), 1);
     ASSERT_EQ(xmlbuf_append_escaped(&buffer, "\"'\xC3\xA4\xFF\t"), 1);
     EXPECT_STREQ(buffer.text, "a&lt;&gt;&amp;b<&>12\"'\xC3\xA4\xFF\t");
     EXPECT_EQ(buffer.used, std::string(buffer.text).size() + 1);
-}
-
-TEST_F(Xmlbuf, FirstTextMayBeEmpty) {
-    ASSERT_EQ(xmlbuf_append(&buffer, ""), 1);
-    EXPECT_EQ(buffer.used, 1u);
-    EXPECT_STREQ(buffer.text, "");
-    empty();
-    ASSERT_EQ(xmlbuf_append_escaped(&buffer, ""), 1);
-    EXPECT_EQ(buffer.used, 1u);
-    EXPECT_STREQ(buffer.text, "");
 }
 
 }  // namespace
