@@ -41,7 +41,7 @@ TEST_P(Replay, Corpus) {
         ++inputs;
     }
     EXPECT_GE(inputs, 3u);
-    GetParam()->run(nullptr, 0);
+    GetParam()->run(reinterpret_cast<const uint8_t*>(""), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Fuzz, Replay, testing::ValuesIn(all_targets()),
