@@ -73,6 +73,7 @@ TEST(FirstPlace, AsAFreshSearch) {
     text[2] = '.';
     EXPECT_EQ(place.find(text + 1, end), text + 6);
     EXPECT_EQ(place.find(text + 7, end), text + 12);
+    EXPECT_EQ(place.find(text + 3, end), text + 6);
     end = text + 10;
     EXPECT_EQ(place.find(text + 7, end), end);
     end = text + 9;
