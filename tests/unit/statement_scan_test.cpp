@@ -51,7 +51,7 @@ TEST(StoreCut, TearsNoCharacter) {
         {"", "12345678901\xC3x", "12345678901\xC3"},
         {"", "1234567890\xE2\x82x", "1234567890\xE2\x82"},
         {"", "12345678901\xC1\x81", "12345678901\xC1"},
-        {"", "1234567890\xE0\x82\xAC", "1234567890\xE0\x82"},
+        {"", "1234567890\xE0\x9F\xBF", "1234567890\xE0\x9F"},
         {"", "1234567890\xED\xA0\x80", "1234567890\xED\xA0"},
         {"", "123456789\xF0\x8F\x8F\xA6", "123456789\xF0\x8F\x8F"},
         {"", "123456789\xF4\x90\x8F\xA6", "123456789\xF4\x90\x8F"},
@@ -73,6 +73,7 @@ TEST(FirstPlace, AsAFreshSearch) {
     text[2] = '.';
     EXPECT_EQ(place.find(text + 1, end), text + 6);
     EXPECT_EQ(place.find(text + 7, end), text + 12);
+    EXPECT_EQ(place.find(text + 3, end), text + 6);
     end = text + 10;
     EXPECT_EQ(place.find(text + 7, end), end);
     end = text + 9;
