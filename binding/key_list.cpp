@@ -22,16 +22,38 @@ static void free_storage(key_list_t* list) {
     free(list->number_keys);
 }
 
-// Whether turning the values into text can run script code: a __toString, or
-// an error handler that is told of an array.
-static bool can_run_script(zend_array* array) {
+// Whether turning a value into text can run script code: a __toString, or an
+// error handler that is told of an array.
+static bool can_run_script(zval* value) {
+    ZVAL_DEREF(value);
+    return Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY;
+}
+
+static bool any_can_run_script(zend_array* array) {
     zval* value;
     ZEND_HASH_FOREACH_VAL_IND(array, value) {
-        ZVAL_DEREF(value);
-        if (Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY) return true;
+        if (can_run_script(value)) return true;
     }
     ZEND_HASH_FOREACH_END();
     return false;
+}
+
+// A copy of `array` in which these values are texts. A script that runs in
+// mid-walk could change the array under the walk; and it could be a fiber that
+// never comes back, so that no memory but the engine's may be held here.
+static zend_array* with_texts(zend_array* array) {
+    zend_array* copy = zend_array_dup(array);
+    zval* value;
+    ZEND_HASH_FOREACH_VAL_IND(copy, value) {
+        if (!can_run_script(value)) continue;
+        zend_string* text = zval_get_string(value);
+        zval old;
+        ZVAL_COPY_VALUE(&old, value);
+        ZVAL_STR(value, text);
+        zval_ptr_dtor(&old);
+    }
+    ZEND_HASH_FOREACH_END();
+    return copy;
 }
 
 static void fill(key_list_t* list, zend_array* array) {
@@ -69,8 +91,7 @@ static void fill(key_list_t* list, zend_array* array) {
 
 bool key_list_from_array(key_list_t* list, zend_array* array) {
     list->count = 0;
-    // A script that runs in mid-walk could change the array under the walk.
-    list->owned_array = can_run_script(array) ? zend_array_dup(array) : nullptr;
+    list->owned_array = any_can_run_script(array) ? with_texts(array) : nullptr;
     zend_array* const source = list->owned_array ? list->owned_array : array;
     if (!reserve(list, zend_hash_num_elements(source))) {
         key_list_free(list);

@@ -17,6 +17,16 @@ class Text
     }
 }
 
+/** A text form in whose middle its fiber rests. */
+class Pause
+{
+    public function __toString(): string
+    {
+        Fiber::suspend();
+        return 'x';
+    }
+}
+
 function big_message(): SEPA
 {
     $message = credit_transfer();
@@ -53,6 +63,16 @@ $calls = [
         set_error_handler(function () { static $all = []; $all[] = str_repeat('x', 50000); return true; });
         return [credit_transfer(), array_fill(0, 200, [])];
     }, function (array $given) { return $given[0]->add($given[1]); }],
+    'fiber' => [function () {
+        $message = credit_transfer();
+        $add = function () use ($message) { $message->add(array_fill(0, 50, new Pause())); };
+        class_exists('Fiber') && ($fiber = new Fiber($add))->start();
+        return [$fiber ?? $message];
+    }, function (array $all) {
+        while (true) {
+            $all[] = str_repeat('x', 50000);
+        }
+    }],
     'objects' => [function () { return []; }, function (array $all) {
         while (true) {
             $all[] = credit_transfer();
