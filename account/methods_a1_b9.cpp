@@ -63,8 +63,8 @@ int method_B9(const char* form) {
     if (!digits_zero(form, 1, 2) || digits_zero(form, 3, 4)) return -1;
     int sum = 0;
     if (digit(form, 3) != 0) {
-        static constexpr int factors[] = {1, 3, 2, 1, 3, 2, 1};  // from position 9
-        for (int i = 0; i < 7; ++i) sum += factors[i] * (digit(form, 9 - i) + 1) % 11;
+        int position = 9;
+        for (int weight : {1, 3, 2, 1, 3, 2, 1}) sum += weight * (digit(form, position--) + 1) % 11;
     } else {
         sum = weighted_sum(form, from(9, {1, 2, 3, 4, 5, 6})) % 11;
     }
