@@ -1,14 +1,16 @@
 // Runs every target over its corpus, in which the inputs of past findings
-// stand too. Needs no fuzzing engine.
+// stand too, and over inputs that differ from those a little. Needs no fuzzing
+// engine.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <random>
 #include <vector>
 
 #include "tests/fuzz/fuzz.h"
+#include "tests/unit/test_files.h"
 
 fuzz_target_t* fuzz_target_t::first;
 
@@ -23,9 +25,19 @@ std::vector<fuzz_target_t*> all_targets() {
     return targets;
 }
 
-std::string bytes_of(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
+// Replaces, takes out, puts in or repeats some bytes.
+std::string changed(std::string input, std::mt19937& random) {
+    for (auto changes = 1 + random() % 4; changes && !input.empty(); --changes) {
+        size_t at = random() % input.size(), length = random() % 8;
+        std::string part = input.substr(random() % input.size(), length);
+        switch (random() % 4) {
+            case 0: input[at] = static_cast<char>(random()); break;
+            case 1: input.erase(at, length); break;
+            case 2: input.insert(at, part); break;
+            default: input.replace(at, part.size(), part);
+        }
+    }
+    return input;
 }
 
 class Replay : public testing::TestWithParam<fuzz_target_t*> {};
@@ -33,15 +45,20 @@ class Replay : public testing::TestWithParam<fuzz_target_t*> {};
 TEST_P(Replay, Corpus) {
     std::filesystem::path folder = std::filesystem::path(FUZZ_CORPUS) / GetParam()->name;
     ASSERT_TRUE(is_directory(folder)) << folder;
+    std::mt19937 random(20261123);
     size_t inputs = 0;
+    auto run = [](const std::string& input) {
+        GetParam()->run(reinterpret_cast<const uint8_t*>(input.data()), input.size());
+    };
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         SCOPED_TRACE(entry.path());
-        std::string input = bytes_of(entry.path());
-        GetParam()->run(reinterpret_cast<const uint8_t*>(input.data()), input.size());
+        std::string input = read_file(entry.path());
+        run(input);
+        for (int i = 0; i < 1000 && !HasFailure(); ++i) run(changed(input, random));
         ++inputs;
     }
     EXPECT_GE(inputs, 3u);
-    GetParam()->run(reinterpret_cast<const uint8_t*>(""), 0);
+    run("");
 }
 
 INSTANTIATE_TEST_SUITE_P(Fuzz, Replay, testing::ValuesIn(all_targets()),

@@ -8,7 +8,7 @@
 #include <set>
 #include <sstream>
 
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 

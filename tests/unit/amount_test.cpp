@@ -6,7 +6,7 @@
 #include <random>
 
 #include "statement/mt940.h"
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 

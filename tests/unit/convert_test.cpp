@@ -7,7 +7,7 @@
 #include "account/account_check.h"
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/iban_reading.h"
 

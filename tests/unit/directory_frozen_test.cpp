@@ -9,7 +9,7 @@
 #include "directory/bank_directory.h"
 #include "directory/directory_tables.h"
 #include "iban/iban.h"
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 #include "tests/unit/fixed_clock.h"
 
 // The linker sends every malloc of this program here.

@@ -9,9 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 
@@ -27,13 +26,6 @@ lists_t good_lists() {
             {"at.csv", national_header + "00100,NABAATWWXXX,Nationalbank,1090,Wien,AT\n"},
             {"ch.csv", national_header + "00100,SNBZCHZZXXX,Nationalbank,8022,Zürich,\n"},
             {"bic.csv", bic_header + "MARKDEFFXXX,1,1,0,1,Bundesbank\n"}};
-}
-
-std::string read_whole(const std::string& name) {
-    std::ifstream in(name, std::ios::binary);
-    std::stringstream content;
-    content << in.rdbuf();
-    return content.str();
 }
 
 void write_whole(const std::string& name, const std::string& content) {
@@ -67,7 +59,7 @@ protected:
     }
 
     std::string constant(const std::string& name) {
-        std::string text = read_whole(output), start = " " + name + " = ";
+        std::string text = read_file(output), start = " " + name + " = ";
         size_t at = text.find(start) + start.size();
         return text.substr(at, text.find(';', at) - at);
     }
@@ -75,22 +67,6 @@ protected:
     std::string folder, output, said;
     int status = -1;
 };
-
-// Bytes written as \n, \r, \t or \xHH.
-std::string unescaped(const std::string& text) {
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); i++) {
-        if (text[i] != '\\') {
-            bytes += text[i];
-        } else if (text[++i] == 'x') {
-            bytes += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
-            i += 2;
-        } else {
-            bytes += text[i] == 'n' ? '\n' : text[i] == 'r' ? '\r' : '\t';
-        }
-    }
-    return bytes;
-}
 
 // Lines are counted from the header, which is line 1; the good row is line 2.
 TEST_F(Generator, RefusesRows) {
@@ -110,7 +86,7 @@ TEST_F(Generator, RefusesRows) {
         generate(lists);
         EXPECT_EQ(status, 1);
         EXPECT_EQ(said, folder + "/" + fault[0] + ":" + fault[2] + ": " + fault[3] + "\n");
-        EXPECT_EQ(read_whole(output), "as it was");
+        EXPECT_EQ(read_file(output), "as it was");
         EXPECT_FALSE(std::filesystem::exists(output + ".tmp"));
     }
     // One byte less fits.
@@ -125,7 +101,7 @@ TEST_F(Generator, RefusesRows) {
     EXPECT_EQ(constant("directory_count"), "8");
     EXPECT_EQ(constant("directory_cells"), "10");
     EXPECT_EQ(constant("directory_switch_time"), "0");
-    EXPECT_NE(read_whole(output).find("\"_DE30000000\\000\\243\\377\\377||a \\042b\\042, \\077|||DE\\000\"\n"),
+    EXPECT_NE(read_file(output).find("\"_DE30000000\\000\\243\\377\\377||a \\042b\\042, \\077|||DE\\000\"\n"),
               std::string::npos);
 }
 
@@ -173,7 +149,7 @@ TEST_F(Generator, AllowsBadSuccessorsForTests) {
     EXPECT_EQ(status, 0);
     EXPECT_NE(said.find("/de.csv:3: warning: successor 20000000 leads in a circle\n"), std::string::npos);
     EXPECT_NE(said.find("/de.csv:4: warning: successor 40000000 is not in the list\n"), std::string::npos);
-    EXPECT_NE(read_whole(output).find("_DE30000000\\001\\011\\000\\00040000000||a|||DE\\000"), std::string::npos);
+    EXPECT_NE(read_file(output).find("_DE30000000\\001\\011\\000\\00040000000||a|||DE\\000"), std::string::npos);
 }
 
 TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
@@ -189,7 +165,7 @@ TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
             german_header + day + ",10000000,0,09,0,,,later,,,DE\n" + "1999-12-06,10000000,0,09,0,,,earlier,,,DE\n";
         generate(lists);
         EXPECT_EQ(constant("directory_switch_time"), seconds) << day;
-        EXPECT_NE(read_whole(output).find("||earlier|||DE|\\000\\011\\000\\000||later|||DE\\000"), std::string::npos);
+        EXPECT_NE(read_file(output).find("||earlier|||DE|\\000\\011\\000\\000||later|||DE\\000"), std::string::npos);
     }
 }
 
@@ -199,9 +175,7 @@ TEST_F(Generator, SameListsSameBytes) {
     run("--allow-bad-successors " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
     EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
-    uint64_t hash = 0xCBF29CE484222325;
-    for (char c : read_whole(output)) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-    EXPECT_EQ(hash, UINT64_C(6694531572275297067));
+    EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(6694531572275297067));
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include <random>
 
-#include "tests/unit/csv_rows.h"
+#include "tests/unit/test_files.h"
 #include "tests/unit/iban_reading.h"
 
 namespace {

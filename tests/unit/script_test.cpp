@@ -6,43 +6,18 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_helpers.h"
 #include "tests/unit/message_snapshot.h"
+#include "tests/unit/test_files.h"
 
 namespace {
-
-std::string read_file(const std::string& name) {
-    std::ifstream file(TEST_DATA "/" + name, std::ios::binary);
-    EXPECT_TRUE(file) << name;
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-// Resolves {70}, 70 letters, and \xC3, \n, \t and a doubled backslash.
-std::string unescaped(const std::string& text) {
-    std::string plain;
-    for (size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == '{') {
-            plain += letters(std::stoul(text.substr(at + 1)));
-            at = text.find('}', at);
-        } else if (text[at] == '\\' && text[++at] == 'x') {
-            plain += static_cast<char>(std::stoul(text.substr(at + 1, 2), nullptr, 16));
-            at += 2;
-        } else {
-            bool escaped = at && text[at - 1] == '\\';
-            plain += escaped && text[at] == 'n' ? '\n' : escaped && text[at] == 't' ? '\t' : text[at];
-        }
-    }
-    return plain;
-}
 
 // The lines of a file but for comments, cut at their tabs.
 std::vector<std::vector<std::string>> rows_of(const std::string& name) {
     std::vector<std::vector<std::string>> rows;
-    std::string text = read_file(name);
+    std::string text = read_file(TEST_DATA "/" + name);
     for (size_t at = 0, end; (end = text.find('\n', at)) != std::string::npos; at = end + 1) {
         if (at == end || text[at] == '#') continue;
         rows.emplace_back();
@@ -127,7 +102,7 @@ struct Script : testing::TestWithParam<std::tuple<const char*, long>> {
     // The whole document against a file, or the contents of some elements.
     bool write(const std::string& word, const std::string& value, const keys_t& keys) {
         std::string document = document_of(message);
-        EXPECT_EQ(document, word == "write" ? read_file("golden/" + value) : document);
+        EXPECT_EQ(document, word == "write" ? read_file(TEST_DATA "/golden/" + value) : document);
         for (const kv_pair_t& key : keys) EXPECT_EQ(contents(document, key.key), key.value) << key.key;
         return !document.empty();
     }
@@ -197,12 +172,6 @@ TEST_P(Add, EachKey) {
             }
         }
     }
-}
-
-uint64_t fnv1a(const std::string& text) {
-    uint64_t hash = 14695981039346656037u;
-    for (char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
-    return hash;
 }
 
 // 3,000 transactions in no order on 84 dates; size and FNV-1a of the document
