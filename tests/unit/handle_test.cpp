@@ -1,11 +1,33 @@
 // The handle and its rulebook, and what message files (script_test.cpp) cannot
 // ask for.
+#include <malloc.h>
+
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <random>
+#include <set>
+#include <thread>
 
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_helpers.h"
+#include "tests/unit/message_snapshot.h"
+
+static bool memory_is_out;
+static int secrets_freed;  // blocks with this word in them
+
+// The linker sends the program's calls of strdup and free here.
+extern "C" {
+char* __real_strdup(const char* text);
+char* __wrap_strdup(const char* text);
+char* __wrap_strdup(const char* text) { return memory_is_out ? nullptr : __real_strdup(text); }
+void __real_free(void* block);
+void __wrap_free(void* block);
+void __wrap_free(void* block) {
+    secrets_freed += block && memmem(block, malloc_usable_size(block), "secret", strlen("secret"));
+    __real_free(block);
+}
+}
 
 namespace {
 
@@ -56,6 +78,101 @@ TEST(Handle, NewAndAddByKind) {
         EXPECT_STREQ(message->last_error, debit ? "No CTI message" : "No DDI message");
     }
     sepa_free(nullptr);
+}
+
+TEST(Handle, ASetterWithoutMemoryEmptiesItsField) {
+    const struct {
+        int (*set)(sepa_t*, const char*);
+        char* sepa_t::*field;
+        const char *value, *error;
+    } rows[] = {
+        {sepa_setIBAN, &sepa_t::iban, austrian_iban, "strdup() failed"},
+        {sepa_setBIC, &sepa_t::bic, "DEUTDEFF", "sepa_setBIC: strdup() failed"},
+        {sepa_setName, &sepa_t::name, "Other", "sepa_setName: strdup() failed"},
+        {sepa_setCreditorIdentifier, &sepa_t::creditor_id, "DE98abc09999999999", "strdup() failed"},
+        {sepa_setDate, &sepa_t::date, "2026-12-01", "strdup() failed"},
+    };
+    for (const auto& row : rows) {
+        message_t message = ready_message(SEPA_MSGTYPE_DDI), same = ready_message(SEPA_MSGTYPE_DDI);
+        EXPECT_EQ(sepa_setDate(message.get(), "2026-11-30") + sepa_setDate(same.get(), "2026-11-30"), 2);
+        memory_is_out = true;
+        EXPECT_EQ(row.set(message.get(), row.value), 0);
+        memory_is_out = false;
+        EXPECT_STREQ(message->last_error, row.error);
+        EXPECT_EQ(message.get()->*row.field, nullptr);
+        free(same.get()->*row.field);
+        same.get()->*row.field = nullptr;
+        EXPECT_TRUE(snapshot_t(message.get()) == snapshot_t(same.get())) << "another field, too";
+    }
+}
+
+// Whatever held a payment is overwritten before it goes.
+TEST(Handle, NothingIsFreedWithItsContents) {
+    free(strdup("secret"));
+    ASSERT_EQ(secrets_freed, 1);
+    keys_t keys = {{"iban", austrian_iban}, {"amount", "1"}, {"bic", "BKAUATWW"}, {"addrCC", "AT"}};
+    for (const char* key : {"id", "name", "ref"}) keys.push_back({key, "secret"});
+    const keys_t lines = {{"addrLine1", "secret"}, {"addrLine2", "secret"}};
+    const keys_t debit = {{"seq", "frst"}, {"mref", "secret"}, {"old_mref", "secret"}, {"mdate", "2024-01-01"}};
+    keys_t parts;
+    for (const char* part : {"addrDept", "addrSubDept", "addrStreet", "addrNum", "addrBldg", "addrFloor", "addrPoBox",
+                             "addrRoom", "addrCode", "addrTown", "addrLoc", "addrDstrct", "addrCtrySub"})
+        parts.push_back({part, "secret"});
+    for (const char* rulebook : {"DE-3.5", "DE-3.7"})
+        for (long kind : {SEPA_MSGTYPE_DDI, SEPA_MSGTYPE_CTI}) {
+            use_rulebook(rulebook);
+            message_t message = new_message(kind);
+            EXPECT_EQ(sepa_setName(message.get(), "secret"), 1);
+            keys_t list = keys;
+            const keys_t& address = current_rulebook == RULEBOOK_DE_3_7 ? parts : lines;
+            list.insert(list.end(), address.begin(), address.end());
+            if (kind == SEPA_MSGTYPE_DDI) list.insert(list.end(), debit.begin(), debit.end());
+            EXPECT_EQ(add(message, list), 1) << message->last_error;
+            list.insert(list.end(), {{"name", "another secret"}, {"ref", "another secret"}});
+            EXPECT_EQ(add(message, list), 1) << "a key that comes twice";
+            list.push_back({"name", ""});
+            EXPECT_EQ(add(message, list), 0);
+        }
+    EXPECT_EQ(secrets_freed, 1);
+}
+
+// Another thread may choose another rulebook at any time; a document is of one
+// all the same, and no message id is given twice.
+TEST(Handle, InThreads) {
+    message_t message = ready_message(SEPA_MSGTYPE_CTI);
+    add(message, {{"iban", austrian_iban}, {"amount", "1"}, {"bic", "BKAUATWW"}, {"name", "Name"}});
+    message->msgid = strdup("ID");
+    std::set<std::string> possible;
+    for (const char* rulebook : {"DE-2.7", "DE-3.7"}) {
+        use_rulebook(rulebook);
+        possible.insert(document_of(message));
+    }
+    ASSERT_EQ(possible.size(), 2u);
+    std::atomic<bool> done{false};
+    std::thread chooser([&done] {
+        for (int i = 0; !done; ++i) use_rulebook(i % 2 ? "DE-2.7" : "DE-3.7");
+    });
+    std::vector<std::thread> writers(4);
+    std::vector<std::set<std::string>> ids(writers.size());
+    for (size_t i = 0; i < writers.size(); ++i)
+        writers[i] = std::thread([&, i] {
+            message_t mine = ready_message(SEPA_MSGTYPE_CTI);
+            add(mine, {{"iban", austrian_iban}, {"amount", "1"}, {"bic", "BKAUATWW"}, {"name", "Name"}});
+            for (int n = 0; n < 500; ++n) {
+                document_of(mine);
+                EXPECT_TRUE(ids[i].insert(mine->msgid).second);
+                free(mine->msgid);
+                mine->msgid = strdup("ID");
+                EXPECT_TRUE(possible.count(document_of(mine)));
+                free(mine->msgid);
+                mine->msgid = nullptr;
+            }
+        });
+    for (std::thread& writer : writers) writer.join();
+    done = true;
+    chooser.join();
+    for (size_t i = 1; i < ids.size(); ++i) ids[0].insert(ids[i].begin(), ids[i].end());
+    EXPECT_EQ(ids[0].size(), 500 * writers.size());
 }
 
 // The scan agrees with the system's on 300,000 texts made of what matters.
