@@ -23,9 +23,9 @@ FUZZ_TARGET(statement) {
     for (const sepa_statement_t* s = handle->first; s; s = s->next, ++statements) {
         expect(inside(s->ref) && inside(s->account), "a text of a statement");
         for (const sepa_stmt_tx_t* tx = s->tx_first; tx; tx = tx->next, ++transactions)
-            for (const char* part : {tx->ref, tx->bankref, tx->txtext, tx->primanota, tx->purpose, tx->eref, tx->kref,
-                                     tx->mref, tx->cred, tx->debt, tx->purp, tx->coam, tx->oamt, tx->svwz, tx->abwa,
-                                     tx->abwe})
+            for (const char* part :
+                 {tx->ref, tx->bankref, tx->txtext, tx->primanota, tx->purpose, tx->eref, tx->kref, tx->mref, tx->cred,
+                  tx->debt, tx->purp, tx->coam, tx->oamt, tx->svwz, tx->abwa, tx->abwe})
                 expect(inside(part), "a text of a transaction");
     }
     expect(statements <= count(file, "\r\n:20:") && transactions <= count(file, ":61:"), "more records than tags");

@@ -7,9 +7,9 @@
 #include "account/account_check.h"
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
-#include "tests/unit/test_files.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/iban_reading.h"
+#include "tests/unit/test_files.h"
 
 // Runs on the lists of tests/data/rule_banks: bank code 900000nn has rule nn.
 

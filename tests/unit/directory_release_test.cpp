@@ -10,8 +10,8 @@
 
 #include "directory/bank_directory.h"
 #include "directory/directory_tables.h"
-#include "tests/unit/test_files.h"
 #include "tests/unit/fixed_clock.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 

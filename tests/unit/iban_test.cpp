@@ -5,8 +5,8 @@
 
 #include <random>
 
-#include "tests/unit/test_files.h"
 #include "tests/unit/iban_reading.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "tests/unit/test_files.h"
 #include "tests/unit/statement_dump.h"
+#include "tests/unit/test_files.h"
 
 namespace {
 
