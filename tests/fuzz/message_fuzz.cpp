@@ -12,9 +12,6 @@
 
 namespace {
 
-constexpr const char* rulebooks[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
-                                     "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};
-
 // Keys and values that lead further than random bytes do.
 constexpr const char* keys[] = {"iban",      "amount",    "bic",      "name",     "seq",         "mref",
                                 "mdate",     "date",      "ref",      "id",       "purp",        "addrCC",
@@ -57,7 +54,9 @@ public:
 
     void step() {
         switch (in_->byte() % 8) {
-            case 0: expect(sepa_init(SEPA_INIT_RULEBOOK, rulebooks[in_->byte() % RULEBOOK_COUNT]), "a rulebook"); break;
+            case 0:
+                expect(sepa_init(SEPA_INIT_RULEBOOK, rulebook_names[in_->byte() % RULEBOOK_COUNT]), "a rulebook");
+                break;
             case 1: set(); break;
             case 2:
                 message_->dd_type = in_->byte() % 4;

