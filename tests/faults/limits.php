@@ -26,43 +26,33 @@ function expect(string $what, $expected, callable $call): void
     fprintf(STDERR, "%s: %s, %.1f s\n", $what, substr(var_export($seen, true), 0, 300), $seconds);
 }
 
+/** Expects a failure whose reason is no longer than others are. */
+function refused(string $what, callable $call): void
+{
+    expect($what, 'refused', function () use ($call) {
+        try {
+            return var_export($call(), true);
+        } catch (SEPAException $e) {
+            return strlen($e->getMessage()) < 256 ? 'refused' : 'a reason of ' . strlen($e->getMessage()) . ' bytes';
+        }
+    });
+}
+
 // Texts of 100 MB.
 $huge = str_repeat('x', 100 << 20);
 $transfer = credit_transfer('DE-3.7');
 $debit = direct_debit('DE-3.7');
-$setters = [
-    'setIBAN' => substr("Invalid or unknown IBAN country code ($huge", 0, 255),
-    'setBIC' => 'sepa_setBIC: invalid BIC',
-    'setName' => 'sepa_setAccount: Name too long',
-    'setCreditorIdentifier' => 'Creditor Identifier too long',
-    'setDate' => 'Invalid date',
-    'setMessageId' => 'Invalid message id',
-];
-foreach ($setters as $setter => $error) {
-    expect($setter, $error, function () use ($transfer, $setter, $huge) { return $transfer->$setter($huge); });
+foreach (['setIBAN', 'setBIC', 'setName', 'setCreditorIdentifier', 'setDate', 'setMessageId'] as $setter) {
+    refused($setter, function () use ($transfer, $setter, $huge) { return $transfer->$setter($huge); });
 }
-$keys = [
-    'name' => 'Invalid name (must be 1-70 characters)',
-    'iban' => 'Invalid or unknown IBAN country code',
-    'bic' => 'Invalid BIC',
-    'addrCC' => 'Invalid country code',
-    'ref' => 'Invalid unstructured remittance information (must be 0-140 characters)',
-    'amount' => 'Invalid amount',
-    'date' => 'Invalid execution date (format: yyyy-mm-dd)',
-    'id' => 'Invalid end-to-end ID (must be 1-35 characters)',
-    'addrTown' => "Invalid format for 'addrTown'",
-    'mref' => 'Invalid mandate reference (must be 1-35 characters)',
-    'seq' => 'Invalid/unknown sequence type',
-    'smnda' => substr("Invalid value '$huge", 0, 255),
-    $huge => substr("Invalid transaction property '$huge", 0, 255),
-];
-foreach ($keys as $key => $error) {
-    expect('add of ' . substr($key, 0, 20), $error, function () use ($debit, $key, $huge) {
+$keys = ['name', 'iban', 'bic', 'addrCC', 'addrTown', 'ref', 'amount', 'date', 'id', 'mref', 'seq', 'smnda', $huge];
+foreach ($keys as $key) {
+    refused('add of ' . substr($key, 0, 20), function () use ($debit, $key, $huge) {
         return $debit->add(collection([$key => $huge]));
     });
 }
 expect('a key that is ignored', true, function () use ($transfer, $huge) { return $transfer->add(payment([$huge => $huge])); });
-expect('an amount of digits', 'Invalid amount', function () use ($debit) {
+refused('an amount of digits', function () use ($debit) {
     return $debit->add(collection(['amount' => str_repeat('1', 100 << 20)]));
 });
 expect('an amount of zeros', true, function () use ($debit) {
