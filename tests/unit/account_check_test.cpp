@@ -6,7 +6,6 @@
 
 #include <random>
 #include <set>
-#include <sstream>
 
 #include "tests/unit/test_files.h"
 
@@ -36,47 +35,25 @@ TEST(AccountCheck, Vectors) {
         EXPECT_EQ(method_table[code] != nullptr, methods.count(code) && !without_slot.count(code)) << code;
 }
 
-// A method that is one weighted sum, as published: the weights go left from
-// the position of the first one.
-struct sum_method {
-    std::string kind;
-    size_t check_position, first_weight;
-    std::vector<int> weights;
-};
-
-// Whether the check digit fills the sum up to a multiple of the modulus.
-bool passes(const sum_method& method, const std::string& number) {
-    std::string form = std::string(10 - number.size(), '0') + number;
-    int sum = 0;
-    for (size_t i = 0; i < method.weights.size(); ++i) {
-        int product = (form[method.first_weight - 1 - i] - '0') * method.weights[i];
-        sum += method.kind == "cross sums" ? product / 10 + product % 10 : product;
-    }
-    int check_digit = form[method.check_position - 1] - '0';
-    if (method.kind == "cross sums" || method.kind == "plain10") return (sum + check_digit) % 10 == 0;
-    bool asks_for_ten = (sum + 10) % 11 == 0;
-    if (method.kind == "ten as zero" && asks_for_ten) return check_digit == 0;
-    return (sum + check_digit) % 11 == 0;
-}
-
-TEST(AccountCheck, WeightedSums) {
+// Results of each method on numbers of all lengths, with the banks of some for
+// those that ask. The digests were taken when a second implementation, written
+// apart in another language, gave the same results.
+TEST(AccountCheck, Digests) {
     std::mt19937 random(1);
-    for (const csv_row& row :
-         csv_rows(TEST_DATA "/weighted_sums.csv", "method,kind,check_position,first_weight,weights")) {
-        sum_method method{row[1], std::stoul(row[2]), std::stoul(row[3]), {}};
-        std::istringstream weights(row[4]);
-        for (int weight; weights >> weight;) method.weights.push_back(weight);
-        for (size_t round = 0; round < 1000; ++round) {
-            std::string number(1 + round % 10, '0');
-            for (char& c : number) c = static_cast<char>('0' + random() % 10);
-            size_t from_right = 10 - method.check_position;
-            if (from_right >= number.size()) continue;
-            for (char check_digit = '0'; check_digit <= '9'; ++check_digit) {
-                number[number.size() - 1 - from_right] = check_digit;
-                ASSERT_EQ(account_check(number.c_str(), code_of(row[0])), passes(method, number) ? 1 : -1)
-                    << "method " << row[0] << ", account " << number;
-            }
+    auto number_of = [&random](size_t length) {
+        std::string number(length, '0');
+        for (char& c : number) c = static_cast<char>('0' + random() % 10);
+        return number;
+    };
+    for (const csv_row& row : csv_rows(TEST_DATA "/check_digests.csv", "method,digest")) {
+        uint8_t code = code_of(row[0]);
+        random.seed(code);
+        std::string results;
+        for (size_t i = 0; i < 20000; ++i) {
+            std::string number = number_of(1 + i % 10), bank = number_of(8);
+            results += static_cast<char>('1' + account_check_bank(number.c_str(), bank.c_str(), code));
         }
+        EXPECT_EQ(std::to_string(fnv1a(results)), row[1]) << row[0];
     }
 }
 
