@@ -51,6 +51,7 @@ static zend_array* with_texts(zend_array* array) {
         ZVAL_COPY_VALUE(&old, value);
         ZVAL_STR(value, text);
         zval_ptr_dtor(&old);
+        if (EG(exception)) break;
     }
     ZEND_HASH_FOREACH_END();
     return copy;
@@ -91,9 +92,10 @@ static void fill(key_list_t* list, zend_array* array) {
 
 bool key_list_from_array(key_list_t* list, zend_array* array) {
     list->count = 0;
+    list->pairs = list->small_pairs;
     list->owned_array = any_can_run_script(array) ? with_texts(array) : nullptr;
     zend_array* const source = list->owned_array ? list->owned_array : array;
-    if (!reserve(list, zend_hash_num_elements(source))) {
+    if (EG(exception) || !reserve(list, zend_hash_num_elements(source))) {
         key_list_free(list);
         return false;
     }

@@ -19,8 +19,8 @@ struct key_list_t {
 };
 
 // Fills `list` from `array`, in the array's order, by the engine's rules of
-// conversion, which can run script code and leave EG(exception) set. Returns
-// false, with nothing to free, if memory ran out. Otherwise release with
-// key_list_free.
+// conversion, which can run script code. Returns false, with nothing to free,
+// if that left EG(exception) set or else if memory ran out. Otherwise release
+// with key_list_free.
 bool key_list_from_array(key_list_t* list, zend_array* array);
 void key_list_free(key_list_t* list);

@@ -155,16 +155,14 @@ ZEND_METHOD(SEPA, add) {
     sepa_t* handle = handle_of(ZEND_THIS);
     if (!handle) return;
     key_list_t list;
-    if (!key_list_from_array(&list, Z_ARRVAL_P(tx))) {
+    bool complete = key_list_from_array(&list, Z_ARRVAL_P(tx));
+    if (EG(exception)) return;
+    // Converting values can run script code that constructs the object anew.
+    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
+    if (!complete) {
         refuse(handle, "Out of memory");
         return;
     }
-    if (EG(exception)) {
-        key_list_free(&list);
-        return;
-    }
-    // Converting values can run script code that constructs the object anew.
-    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
     int added = handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_add(handle, list.pairs) : cti_add(handle, list.pairs);
     key_list_free(&list);
     return_result(return_value, handle, added);

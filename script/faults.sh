@@ -16,12 +16,15 @@ with_failing_memory() { # SCRIPT ARGUMENT...
 
 # count_script COMMAND...: adds what a script of tests/faults counts.
 count_script() {
-    result=$("$@") || true
-    [[ $result =~ ([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]] || {
-        say "FAILED: $*"
-        BASH_REMATCH=(0 0 1)
-    }
+    status=0
+    result=$("$@") || status=$?
+    [[ $result =~ ([0-9]+)\ passed,\ ([0-9]+)\ failed$ ]] || BASH_REMATCH=(0 0 0)
     count "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}"
+    # A script that ends badly has failed, whatever it counted.
+    [ "$status" -eq 0 ] || [ "${BASH_REMATCH[2]}" -gt 0 ] || {
+        count 0 1
+        say "FAILED: $*"
+    }
 }
 
 # The engine ends the request in its own way, and the module holds no block.

@@ -27,6 +27,23 @@ class Attempt
     }
 }
 
+/** A text form that constructs a message anew. */
+class Anew
+{
+    private $message;
+    private $type;
+    public function __construct(SEPA $message, int $type)
+    {
+        $this->message = $message;
+        $this->type = $type;
+    }
+    public function __toString(): string
+    {
+        $this->message->__construct($this->type);
+        return 'x';
+    }
+}
+
 function blocks_held(): int
 {
     putenv('FAIL_AT=0');
@@ -148,6 +165,11 @@ foreach (['credit_transfer' => 'payment', 'direct_debit' => 'collection'] as $me
         return $fresh;
     }, function (SEPA $message) { return $message->toXML(); }, ['0 ', '0 Out of memory'], $document);
 }
+
+// A text form that constructs the object anew while the list is made.
+each_allocation('add that constructs', 'credit_transfer', function (SEPA $message) {
+    return $message->add(payment([new Anew($message, SEPA_MSGTYPE_CTI)] + range(0, 40)));
+}, ['0 Out of memory', "42 can't create SEPA message object"]);
 
 if (class_exists('SEPAStatementParser')) {
     each_allocation('new SEPAStatementParser', $nothing, function () {

@@ -8,11 +8,13 @@
 //     putenv("FAIL_AT=0")   none; sets FAILED to their number, LIVE to the blocks held
 //
 // The name of the module is in FAIL_MODULE. A process that still holds blocks at
-// its end says so on standard error and exits with code 3.
+// its end, or in which a block was written to after the module had freed it,
+// says so on standard error and exits with code 3.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
 #include <locale.h>
+#include <malloc.h>
 #include <regex.h>
 #include <unistd.h>
 
@@ -51,14 +53,33 @@ static void* remember(void* block) {
     return block;
 }
 
-static void forget(void* block) {
-    if (!block || !live) return;
+// Whether the block was the module's.
+static bool forget(void* block) {
+    if (!block || !live) return false;
     for (size_t at = slot_of(block); table[at]; at = (at + 1) % slots) {
         if (table[at] != block) continue;
         table[at] = gone;
         --live;
-        return;
+        return true;
     }
+    return false;
+}
+
+// The module's last freed blocks are kept for a while and filled, so that
+// whoever still uses one reads rubbish, or is seen writing.
+constexpr size_t kept_blocks = 256;
+static void* kept[kept_blocks];
+static size_t kept_next;
+static long written;
+
+static void free_later(void* block) {
+    memset(block, 0xDD, malloc_usable_size(block));
+    void*& place = kept[kept_next++ % kept_blocks];
+    if (auto old = static_cast<unsigned char*>(place)) {
+        for (size_t i = 0; i < malloc_usable_size(old); ++i) written += old[i] != 0xDD;
+        __libc_free(old);
+    }
+    place = block;
 }
 
 static bool from_module(void* caller) {
@@ -104,8 +125,10 @@ char* strdup(const char* text) {
 }
 
 void free(void* block) {
-    forget(block);
-    __libc_free(block);
+    if (forget(block))
+        free_later(block);
+    else
+        __libc_free(block);
 }
 
 int regcomp(regex_t* out, const char* pattern, int flags) {
@@ -152,7 +175,9 @@ __attribute__((constructor)) static void keep_standard_error() {
 }
 
 __attribute__((destructor)) static void tell() {
-    if (!live) return;
-    dprintf(standard_error, "%ld blocks of the module are still held\n", live);
+    for (size_t i = 0; i < kept_blocks; ++i) free_later(malloc(1));  // looks at all that are kept
+    if (!live && !written) return;
+    dprintf(standard_error, "%ld blocks of the module are still held, %ld bytes of freed ones written\n", live,
+            written);
     _exit(3);
 }
