@@ -13,17 +13,16 @@ static constexpr int check_place = 6;
 static constexpr int longest_tail = 6;
 
 struct work_string {
-    int digits[check_place + longest_tail];  // the check digit's place holds 0
+    char digits[check_place + longest_tail];
     int count;
 };
 
 // The check digit must bring the sum to remainder 10. 11 is a prime and no
 // weight a multiple of it, so there is never more than one such digit.
-static int solve_check(const work_string& work, int check_digit) {
+int solve_check(const char* work, int n, int check_digit) {
     int sum = 0;
-    for (int i = 0; i < work.count; ++i) sum += work.digits[work.count - 1 - i] * solve_weights[i];
-    int weight = solve_weights[work.count - check_place];
-    return verdict((sum + check_digit * weight) % 11 == 10);
+    for (int i = 0; i < n; ++i) sum += (work[n - 1 - i] - '0') * solve_weights[i];
+    return verdict((sum + check_digit * solve_weights[n - check_place]) % 11 == 10);
 }
 
 // Appends the digits from `position` to the end of the account form, without
@@ -31,7 +30,7 @@ static int solve_check(const work_string& work, int check_digit) {
 static bool append_tail(work_string* work, const char* form, int position) {
     while (position <= 10 && digit(form, position) == 0) ++position;
     if (10 - position + 1 > longest_tail) return false;
-    for (; position <= 10; ++position) work->digits[work->count++] = digit(form, position);
+    for (; position <= 10; ++position) work->digits[work->count++] = form[position - 1];
     return true;
 }
 
@@ -40,20 +39,16 @@ int method_52(const char* form, const char* bank_code) {
     int first = 1;
     while (first <= 10 && digit(form, first) == 0) ++first;
     if (first > 9) return -1;  // no room for a check digit
-    work_string work = {
-        {digit(bank_code, 5), digit(bank_code, 6), digit(bank_code, 7), digit(bank_code, 8), digit(form, first), 0},
-        check_place};
+    work_string work = {{bank_code[4], bank_code[5], bank_code[6], bank_code[7], form[first - 1], '0'}, check_place};
     if (!append_tail(&work, form, first + 2)) return -1;
-    return solve_check(work, digit(form, first + 1));
+    return solve_check(work.digits, work.count, digit(form, first + 1));
 }
 
 int method_53(const char* form, const char* bank_code) {
     if (digit(form, 1) == 9) return method_20(form);
-    work_string work = {
-        {digit(bank_code, 5), digit(bank_code, 6), digit(form, 3), digit(bank_code, 8), digit(form, 2), 0},
-        check_place};
+    work_string work = {{bank_code[4], bank_code[5], form[2], bank_code[7], form[1], '0'}, check_place};
     append_tail(&work, form, 5);  // six digits at most
-    return solve_check(work, digit(form, 4));
+    return solve_check(work.digits, work.count, digit(form, 4));
 }
 
 int method_55(const char* form) { return check_sum(form, {mod11_zero, 10, from(9, {2, 3, 4, 5, 6, 7, 8, 7, 8})}); }

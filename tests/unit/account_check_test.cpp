@@ -57,6 +57,11 @@ TEST(AccountCheck, Digests) {
     }
 }
 
+TEST(AccountCheck, SolvedDigit) {
+    for (int check_digit = 0; check_digit < 10; ++check_digit)
+        EXPECT_EQ(solve_check("004410345", 9, check_digit), check_digit == 8 ? 1 : -1) << check_digit;
+}
+
 // The weights are given from position 10 to position 1.
 TEST(AccountCheck, CrossSumPrimitive) {
     EXPECT_EQ(check_cross_sum("1234567897", 10, 10, 0, 2, 1, 2, 1, 2, 1, 2, 1, 2), 1);
