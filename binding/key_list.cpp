@@ -38,16 +38,19 @@ static bool any_can_run_script(zend_array* array) {
     return false;
 }
 
-// A copy of `array` in which these values are texts. A script that runs in
-// mid-walk could change the array under the walk; and it could be a fiber that
-// never comes back, so that no memory but the engine's may be held here.
+// A copy of `array` whose values are texts, each as its turn in the walk found
+// it. A script that runs in mid-walk could change the array under the walk, or
+// the variable behind a reference, even while that is turned into text; and it
+// could be a fiber that never comes back, so that no memory but the engine's
+// may be held here. Stops when the script has thrown.
 static zend_array* with_texts(zend_array* array) {
     zend_array* copy = zend_array_dup(array);
     zval* value;
     ZEND_HASH_FOREACH_VAL_IND(copy, value) {
-        if (!can_run_script(value)) continue;
-        zend_string* text = zval_get_string(value);
-        zval old;
+        zval held, old;
+        ZVAL_COPY_DEREF(&held, value);
+        zend_string* text = zval_get_string(&held);
+        zval_ptr_dtor(&held);
         ZVAL_COPY_VALUE(&old, value);
         ZVAL_STR(value, text);
         zval_ptr_dtor(&old);

@@ -22,22 +22,28 @@
 using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_startup_func), int, int>;
 
 // "sss|z/" with a by-reference argument: 7.4 brought references with a type,
-// which an assignment has to respect.
+// which an assignment has to respect. The old value goes last, since destroying
+// it can run script code that uses the variable; the engine's own assignment
+// destroys first, so the value is held until that is done.
 #if PHP_VERSION_ID >= 70400
-#define SEPA_ASSIGN_LONG(reference, value)                                              \
-    do {                                                                                \
-        if (Z_ISREF_P(reference)) { ZEND_TRY_ASSIGN_REF_LONG(reference, value); }       \
+#define SEPA_ASSIGN_LONG(reference, value)                     \
+    do {                                                       \
+        zval* sepa_target = (reference);                       \
+        if (!Z_ISREF_P(sepa_target)) break;                    \
+        zval sepa_old;                                         \
+        ZVAL_COPY(&sepa_old, Z_REFVAL_P(sepa_target));         \
+        ZEND_TRY_ASSIGN_REF_LONG(sepa_target, value);          \
+        zval_ptr_dtor(&sepa_old);                              \
     } while (0)
 #else
-// The old value goes last: destroying it can run script code.
-#define SEPA_ASSIGN_LONG(reference, value)  \
-    do {                                    \
-        zval* sepa_target = (reference);    \
-        ZVAL_DEREF(sepa_target);            \
-        zval sepa_old;                      \
-        ZVAL_COPY_VALUE(&sepa_old, sepa_target); \
-        ZVAL_LONG(sepa_target, (value));    \
-        zval_ptr_dtor(&sepa_old);           \
+#define SEPA_ASSIGN_LONG(reference, value)                     \
+    do {                                                       \
+        zval* sepa_target = (reference);                       \
+        ZVAL_DEREF(sepa_target);                               \
+        zval sepa_old;                                         \
+        ZVAL_COPY_VALUE(&sepa_old, sepa_target);               \
+        ZVAL_LONG(sepa_target, (value));                       \
+        zval_ptr_dtor(&sepa_old);                              \
     } while (0)
 #endif
 

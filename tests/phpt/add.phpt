@@ -10,6 +10,10 @@ class Text
     public function __construct($text) { $this->text = $text; }
     public function __toString(): string { return $this->text; }
 }
+class Renamer
+{
+    public function __toString(): string { $GLOBALS['name'] = $GLOBALS['renamer'] = 'Later'; return 'text'; }
+}
 class Again
 {
     public function __toString(): string { $GLOBALS['message']->__construct(SEPA_MSGTYPE_CTI); return '2.50'; }
@@ -49,6 +53,10 @@ restore_error_handler();
 error_reporting(0);
 $add(payment(['name' => ['a']]));
 error_reporting(E_ALL);
+$name = 'Earlier';
+$renamer = new Renamer();
+$message->add(payment(['name' => &$name, 'ref' => &$renamer]));
+echo strpos($message->toXML(), '<Nm>Earlier</Nm>') ? 'Earlier, ' : 'Later, ', totals($message), "\n";
 $add(payment(['amount' => new Again()]));
 
 echo "-- direct debits know every key\n";
@@ -82,6 +90,7 @@ true, 8 x, 46.30 EUR
 -- values that run script code
 ErrorException "Array to string conversion", 8 x, 46.30 EUR
 true, 9 x, 47.30 EUR
+Earlier, 10 x, 48.30 EUR
 true, 1 x, 2.50 EUR
 -- direct debits know every key
 SEPAException 0: Invalid transaction property '0'

@@ -7,6 +7,11 @@ class Loud
     public function __destruct() { echo "destroyed\n"; }
 }
 
+class Writer
+{
+    public function __destruct() { $GLOBALS['status'] = 'written by a destructor'; }
+}
+
 function convert(&$status) { return SEPA::IBAN_convert('DE', '1234567', '37040044', $status); }
 function line(...$values) { echo implode(' ', array_map('serialize', $values)), "\n"; }
 
@@ -16,6 +21,11 @@ line(SEPA::IBAN_convert('DE', '532013000', '37040044', ...$left_out));
 line(SEPA::IBAN_convert('DE', '532013000', '37040044', $unknown), $unknown);
 $status = new Loud();
 line(convert($status), $status);
+for ($i = 0; $i < 100; $i++) {
+    $status = new Writer();
+    convert($status);
+}
+line($status);
 $status = [1, [2]];
 line(convert($status), $status);
 $status = str_repeat('x', 100);
@@ -48,6 +58,7 @@ s:22:"DE89370400440532013000";
 s:22:"DE89370400440532013000"; i:0;
 destroyed
 N; i:11;
+s:23:"written by a destructor";
 N; i:11;
 N; i:11;
 i:11; a:1:{s:1:"a";a:1:{s:1:"b";i:11;}} i:11;
