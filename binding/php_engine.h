@@ -3,11 +3,14 @@
 #pragma once
 #pragma GCC system_header  // the engine's headers do not meet our warning flags
 
+// All others need php.h in front of them.
+// clang-format off
 #include "php.h"
 
 #include "ext/standard/info.h"
 #include "zend_exceptions.h"
 #include "zend_interfaces.h"
+// clang-format on
 
 // 7.4 brought ZEND_THIS; 8.0 dropped case-insensitive constants.
 #ifndef ZEND_THIS
@@ -16,6 +19,10 @@
 #ifndef CONST_CS
 #define CONST_CS 0
 #endif
+
+// The number of arguments is signed up to 7.4. Written here, since compilers
+// say nothing about the macros of such a header.
+#define SEPA_PARSE_PARAMETERS(...) zend_parse_parameters(ZEND_NUM_ARGS(), __VA_ARGS__)
 
 // What a module's start function returns: int, or zend_result from 8.x on.
 #include <type_traits>
@@ -26,24 +33,24 @@ using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_
 // it can run script code that uses the variable; the engine's own assignment
 // destroys first, so the value is held until that is done.
 #if PHP_VERSION_ID >= 70400
-#define SEPA_ASSIGN_LONG(reference, value)                     \
-    do {                                                       \
-        zval* sepa_target = (reference);                       \
-        if (!Z_ISREF_P(sepa_target)) break;                    \
-        zval sepa_old;                                         \
-        ZVAL_COPY(&sepa_old, Z_REFVAL_P(sepa_target));         \
-        ZEND_TRY_ASSIGN_REF_LONG(sepa_target, value);          \
-        zval_ptr_dtor(&sepa_old);                              \
+#define SEPA_ASSIGN_LONG(reference, value)             \
+    do {                                               \
+        zval* sepa_target = (reference);               \
+        if (!Z_ISREF_P(sepa_target)) break;            \
+        zval sepa_old;                                 \
+        ZVAL_COPY(&sepa_old, Z_REFVAL_P(sepa_target)); \
+        ZEND_TRY_ASSIGN_REF_LONG(sepa_target, value);  \
+        zval_ptr_dtor(&sepa_old);                      \
     } while (0)
 #else
-#define SEPA_ASSIGN_LONG(reference, value)                     \
-    do {                                                       \
-        zval* sepa_target = (reference);                       \
-        ZVAL_DEREF(sepa_target);                               \
-        zval sepa_old;                                         \
-        ZVAL_COPY_VALUE(&sepa_old, sepa_target);               \
-        ZVAL_LONG(sepa_target, (value));                       \
-        zval_ptr_dtor(&sepa_old);                              \
+#define SEPA_ASSIGN_LONG(reference, value)       \
+    do {                                         \
+        zval* sepa_target = (reference);         \
+        ZVAL_DEREF(sepa_target);                 \
+        zval sepa_old;                           \
+        ZVAL_COPY_VALUE(&sepa_old, sepa_target); \
+        ZVAL_LONG(sepa_target, (value));         \
+        zval_ptr_dtor(&sepa_old);                \
     } while (0)
 #endif
 
@@ -54,13 +61,15 @@ using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_
 // builds a large array looks at the limit itself.
 #ifdef femalloc
 #define SEPA_NEW_STRING(text, length) zend_string_finit(text, length, false, true)
-#define SEPA_KEEP_MEMORY_LIMIT()                                                                        \
-    do {                                                                                                \
-        if (PG(memory_limit) > 0 && zend_memory_usage(true) > static_cast<size_t>(PG(memory_limit)))    \
-            zend_error_noreturn(E_ERROR, "Allowed memory size of " ZEND_LONG_FMT " bytes exhausted",    \
-                                PG(memory_limit));                                                      \
+#define SEPA_KEEP_MEMORY_LIMIT()                                                                     \
+    do {                                                                                             \
+        if (PG(memory_limit) > 0 && zend_memory_usage(true) > static_cast<size_t>(PG(memory_limit))) \
+            zend_error_noreturn(E_ERROR, "Allowed memory size of " ZEND_LONG_FMT " bytes exhausted", \
+                                PG(memory_limit));                                                   \
     } while (0)
 #else
 #define SEPA_NEW_STRING(text, length) zend_string_init(text, length, 0)
-#define SEPA_KEEP_MEMORY_LIMIT() do { } while (0)
+#define SEPA_KEEP_MEMORY_LIMIT() \
+    do {                         \
+    } while (0)
 #endif

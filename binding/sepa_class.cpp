@@ -65,8 +65,9 @@ static void refuse(sepa_t* handle, const char* reason) {
 }
 
 ZEND_METHOD(SEPA, __construct) {
+    (void)return_value;
     zend_long msgtype;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "l", &msgtype) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("l", &msgtype) == FAILURE) return;
     if (msgtype != SEPA_MSGTYPE_DDI && msgtype != SEPA_MSGTYPE_CTI) {
         sepa_throw("invalid/unknown message type", SEPA_CODE_CONSTRUCTOR);
         return;
@@ -85,7 +86,7 @@ ZEND_METHOD(SEPA, __construct) {
 static void set_text(INTERNAL_FUNCTION_PARAMETERS, int (*setter)(sepa_t*, const char*)) {
     char* text;
     size_t length;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "s", &text, &length) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("s", &text, &length) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
     if (handle) return_result(return_value, handle, setter(handle, text));
 }
@@ -101,7 +102,7 @@ static bool has_cor1(int rulebook) { return rulebook >= RULEBOOK_DE_2_7 && ruleb
 
 ZEND_METHOD(SEPA, setDDType) {
     zend_long type;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "l", &type) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("l", &type) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
     if (!handle) return;
     if (handle->msgtype != SEPA_MSGTYPE_DDI) {
@@ -122,7 +123,7 @@ ZEND_METHOD(SEPA, setDDType) {
 
 ZEND_METHOD(SEPA, setBatchBooking) {
     bool batch_booking;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "b", &batch_booking) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("b", &batch_booking) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
     if (!handle) return;
     handle->batch_booking = batch_booking ? 1 : 0;
@@ -132,7 +133,7 @@ ZEND_METHOD(SEPA, setBatchBooking) {
 ZEND_METHOD(SEPA, setMessageId) {
     char* msgid;
     size_t length;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "s", &msgid, &length) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("s", &msgid, &length) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
     if (!handle) return;
     if (!sepa_check_message_id(msgid)) {
@@ -151,7 +152,7 @@ ZEND_METHOD(SEPA, setMessageId) {
 
 ZEND_METHOD(SEPA, add) {
     zval* tx;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "a", &tx) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("a", &tx) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
     if (!handle) return;
     key_list_t list;

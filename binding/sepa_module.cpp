@@ -11,6 +11,7 @@ zend_class_entry* sepa_ce;
 zend_class_entry* sepa_exception_ce;
 zend_object_handlers sepa_object_handlers;
 
+// clang-format off
 const zend_function_entry sepa_methods[] = {
     ZEND_ME(SEPA, __construct, arginfo_sepa_construct, ZEND_ACC_PUBLIC | ZEND_ACC_CTOR)
     ZEND_ME(SEPA, setIBAN, arginfo_sepa_iban, ZEND_ACC_PUBLIC)
@@ -47,6 +48,7 @@ static const struct {
     {"SEPA_SCL_COR1", SEPA_SCL_COR1},
     {"SEPA_SCL_B2B", SEPA_SCL_B2B},
 };
+// clang-format on
 
 static void register_constant(const char* name, zend_long value, int module_number) {
     zend_register_long_constant(name, strlen(name), value, CONST_CS | CONST_PERSISTENT, module_number);

@@ -19,7 +19,7 @@ ZEND_METHOD(SEPA, init) {
     zend_long option;
     char* value;
     size_t length;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "ls", &option, &value, &length) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("ls", &option, &value, &length) == FAILURE) return;
     RETURN_BOOL(sepa_init(option, value));
 }
 
@@ -27,8 +27,8 @@ ZEND_METHOD(SEPA, IBAN_convert) {
     char *country, *account, *bank_id;
     size_t country_length, account_length, bank_id_length;
     zval* status = nullptr;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "sss|z", &country, &country_length, &account, &account_length, &bank_id,
-                              &bank_id_length, &status) == FAILURE)
+    if (SEPA_PARSE_PARAMETERS("sss|z", &country, &country_length, &account, &account_length, &bank_id, &bank_id_length,
+                              &status) == FAILURE)
         return;
     char iban[IBAN_BUFFER_SIZE];
     int8_t code;

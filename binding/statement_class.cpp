@@ -201,6 +201,7 @@ static void statement_object_free(zend_object* object) {
 }
 
 static ZEND_METHOD(SEPAStatementParser, __construct) {
+    (void)return_value;
     sepa_stmt_parser_t* handle = sepa_stmt_parser_new();
     if (!handle) {
         sepa_throw("can't create SEPAStatementParser object", SEPA_CODE_CONSTRUCTOR);
@@ -215,7 +216,7 @@ static ZEND_METHOD(SEPAStatementParser, load) {
     zend_long format;
     char* filename;
     size_t length;
-    if (zend_parse_parameters(ZEND_NUM_ARGS(), "ls", &format, &filename, &length) == FAILURE) return;
+    if (SEPA_PARSE_PARAMETERS("ls", &format, &filename, &length) == FAILURE) return;
     if (format != SEPA_STMT_FORMAT_MT940) {
         sepa_throw("invalid/unknown statement format", SEPA_CODE_CONSTRUCTOR);
         return;
