@@ -13,7 +13,7 @@
 #include "tests/unit/message_helpers.h"
 
 static bool memory_is_out;
-static int secrets_freed;  // blocks with this word in them
+static std::atomic<int> secrets_freed;  // blocks with this word in them
 
 // The linker sends the program's calls of strdup and free here.
 extern "C" {
@@ -23,7 +23,7 @@ char* __wrap_strdup(const char* text) { return memory_is_out ? nullptr : __real_
 void __real_free(void* block);
 void __wrap_free(void* block);
 void __wrap_free(void* block) {
-    secrets_freed += block && memmem(block, malloc_usable_size(block), "secret", strlen("secret"));
+    if (block && memmem(block, malloc_usable_size(block), "secret", strlen("secret"))) ++secrets_freed;
     __real_free(block);
 }
 }
