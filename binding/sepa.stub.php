@@ -35,54 +35,65 @@ const SEPA_STMT_FORMAT_MT940 = 1;
  */
 class SEPA
 {
-    /** @param int $msgtype SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI; anything else raises with code 42 */
+    /**
+     * @param int $msgtype SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI
+     * @throws SEPAException with code 42 for anything else
+     */
     public function __construct($msgtype) {}
 
     /**
      * Account of the party that submits the message, without blanks.
      * @return true
+     * @throws SEPAException
      */
     public function setIBAN($iban) {}
 
     /**
      * That party's bank, 8 or 11 characters in either case.
      * @return true
+     * @throws SEPAException
      */
     public function setBIC($bic) {}
 
     /**
      * That party's name, 1 to 70 bytes of the SEPA character set.
      * @return true
+     * @throws SEPAException
      */
     public function setName($name) {}
 
     /**
      * SEPA creditor identifier, for direct debits.
      * @return true
+     * @throws SEPAException
      */
     public function setCreditorIdentifier($identifier) {}
 
     /**
      * Date, yyyy-mm-dd, of every transaction that has none of its own; today if never set.
      * @return true
+     * @throws SEPAException
      */
     public function setDate($date) {}
 
     /**
      * Local instrument of a direct debit: SEPA_DDTYPE_CORE (the default), _COR1 or _B2B.
      * @return true
+     * @throws SEPAException
      */
     public function setDDType($type) {}
 
     /**
      * Whether the bank books a payment block as one sum (the default).
      * @return true
+     * @throws SEPAException
      */
     public function setBatchBooking($batchbooking) {}
 
     /**
      * Message id of 1 to 35 bytes; generated at the first toXML() if never set.
      * @return true
+     * @throws SEPAException
      */
     public function setMessageId($msgid) {}
 
@@ -90,6 +101,7 @@ class SEPA
      * Appends one transaction. docs/messages.md has the keys. On an exception
      * the message is as it was.
      * @return true
+     * @throws SEPAException
      */
     public function add(array $tx) {}
 
@@ -97,6 +109,7 @@ class SEPA
      * The document under the rulebook in force. Can be called again, also
      * after further adds.
      * @return string
+     * @throws SEPAException
      */
     public function toXML() {}
 
@@ -112,7 +125,7 @@ class SEPA
      * @param int $status receives what happened; docs/iban.md has the codes. May be left out.
      * @return string|null
      */
-    public static function IBAN_convert($country, $account, $bank_id, &$status) {}
+    public static function IBAN_convert($country, $account, $bank_id, &$status = null) {}
 
     /**
      * BIC of a German, Austrian, Swiss or Liechtenstein IBAN; "" for a known
@@ -148,6 +161,7 @@ class SEPAStatementParser
      * @param int $format SEPA_STMT_FORMAT_MT940
      * @param string $filename used as it is: relative names are the process's, open_basedir is not consulted
      * @return true
+     * @throws SEPAException with code 42 for another format
      */
     public function load($format, $filename) {}
 

@@ -21,7 +21,9 @@ $message->setBIC('COBADEFFXXX');
 
 $total = 0.0;
 $dates = [];
-foreach (read_csv($file) as $line => $row) {
+$columns = ['name', 'iban', 'bic', 'amount', 'date', 'purpose', 'reference', 'id'];
+foreach (read_csv($file, $columns) as $line => $row) {
+    check_dates($file, $line, [$row['date']]);
     $payment = [
         'name'   => in_charset_of($rulebook, $row['name']),
         'iban'   => $row['iban'],
@@ -43,6 +45,9 @@ foreach (read_csv($file) as $line => $row) {
     $dates[$row['date']] = ($dates[$row['date']] ?? 0) + 1;
 }
 
+if (!$dates) {
+    stop("$file: no payments");
+}
 try {
     echo $message->toXML();
 } catch (SEPAException $e) {

@@ -36,7 +36,10 @@ $message->setDDType(SEPA_DDTYPE_CORE);
 
 $total = 0.0;
 $sequences = [];
-foreach (read_csv($file) as $line => $row) {
+$columns = ['name', 'iban', 'bic', 'street', 'postal_code', 'town', 'country', 'amount', 'date', 'sequence', 'mandate', 'signed',
+            'old_mandate', 'old_iban', 'reference', 'id'];
+foreach (read_csv($file, $columns) as $line => $row) {
+    check_dates($file, $line, [$row['date'], $row['signed']]);
     $collection = address($rulebook, $row) + [
         'name'   => in_charset_of($rulebook, $row['name']),
         'iban'   => $row['iban'],

@@ -26,23 +26,37 @@ function select_rulebook(string $rulebook): void
 }
 
 /**
- * The rows of a CSV file with a header line, each an array by column name
- * under the number of its line.
+ * The rows of a CSV file with a header line that has $columns, each an array
+ * by column name under the number of its line.
  */
-function read_csv(string $file): iterable
+function read_csv(string $file, array $columns): iterable
 {
     $handle = @fopen($file, 'r');
     if (!$handle) {
         stop("can't read $file");
     }
-    $columns = fgetcsv($handle, 0, ',', '"', '\\');
+    $header = fgetcsv($handle, 0, ',', '"', '\\') ?: [];
+    $header = preg_replace('/^\xEF\xBB\xBF/', '', $header);  // a byte order mark
+    if (array_diff($columns, $header)) {
+        stop("$file, line 1: these columns expected, with commas between: " . implode(',', $columns));
+    }
     for ($line = 2; ($fields = fgetcsv($handle, 0, ',', '"', '\\')) !== false; $line++) {
-        if (count($fields) !== count($columns)) {
-            stop("$file, line $line: " . count($columns) . ' columns expected');
+        if (count($fields) !== count($header)) {
+            stop("$file, line $line: " . count($header) . ' columns expected');
         }
-        yield $line => array_combine($columns, $fields);
+        yield $line => array_combine($header, $fields);
     }
     fclose($handle);
+}
+
+/** The extension counts the characters of a date and no more. */
+function check_dates(string $file, int $line, array $dates): void
+{
+    foreach ($dates as $date) {
+        if (!preg_match('/^\d{4}-\d\d-\d\d$/D', $date) || !checkdate((int) substr($date, 5, 2), (int) substr($date, 8), (int) $date)) {
+            stop("$file, line $line: no date: $date");
+        }
+    }
 }
 
 /** DE-2.6 allowed neither umlauts nor the ampersand. */

@@ -9,6 +9,14 @@ PHP_CONFIG=${PHP_CONFIG:-php-config}
 
 say() { printf '%s\n' "$*" >&2; }
 
+# Every command tells its usage in its first lines.
+case ${1:-} in
+    -h | --help)
+        sed -n '1d; /^#/!q; s/^# \{0,1\}//p' "$0"
+        exit
+        ;;
+esac
+
 # need PATH PACKAGE...: installs the packages unless PATH is a command or a file.
 wanted=
 need() {

@@ -3,7 +3,7 @@ No setlocale() changes what the extension does, not even one before the first us
 --SKIPIF--
 <?php
 foreach (['tr_TR.UTF-8', 'de_DE.UTF-8', 'de_DE.ISO-8859-1'] as $locale) {
-    if (!setlocale(LC_ALL, $locale)) echo "skip the system has no locale $locale";
+    if (!setlocale(LC_ALL, $locale)) die("skip the system has no locale $locale");
 }
 ?>
 --FILE--
