@@ -47,8 +47,9 @@ static zend_array* with_texts(zend_array* array) {
     zend_array* copy = zend_array_dup(array);
     zval* value;
     ZEND_HASH_FOREACH_VAL_IND(copy, value) {
-        zval held, old;
-        ZVAL_COPY_DEREF(&held, value);
+        zval held, old, *plain = value;
+        ZVAL_DEREF(plain);
+        ZVAL_COPY(&held, plain);
         zend_string* text = zval_get_string(&held);
         zval_ptr_dtor(&held);
         ZVAL_COPY_VALUE(&old, value);
