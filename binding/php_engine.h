@@ -28,31 +28,31 @@
 #include <type_traits>
 using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_startup_func), int, int>;
 
-// "sss|z/" with a by-reference argument: 7.4 brought references with a type,
-// which an assignment has to respect. The old value goes last, since destroying
-// it can run script code that uses the variable; the engine's own assignment
-// destroys first, so the value is held until that is done.
+// "sss|z/" with a by-reference argument. The old value goes last, since
+// destroying it can run script code that uses the variable. 7.4 brought
+// references with a type, which only the engine can assign to; it destroys
+// first, so there the old value is held until that is done.
 #if PHP_VERSION_ID >= 70400
-#define SEPA_ASSIGN_LONG(reference, value)             \
-    do {                                               \
-        zval* sepa_target = (reference);               \
-        if (!Z_ISREF_P(sepa_target)) break;            \
-        zval sepa_old;                                 \
-        ZVAL_COPY(&sepa_old, Z_REFVAL_P(sepa_target)); \
-        ZEND_TRY_ASSIGN_REF_LONG(sepa_target, value);  \
-        zval_ptr_dtor(&sepa_old);                      \
-    } while (0)
+#define SEPA_ASSIGN_TYPED(reference, value, old)                                 \
+    if (Z_ISREF_P(reference) && ZEND_REF_HAS_TYPE_SOURCES(Z_REF_P(reference))) { \
+        ZVAL_COPY(&old, Z_REFVAL_P(reference));                                  \
+        zend_try_assign_typed_ref_long(Z_REF_P(reference), value);               \
+        zval_ptr_dtor(&old);                                                     \
+        break;                                                                   \
+    }
 #else
-#define SEPA_ASSIGN_LONG(reference, value)       \
-    do {                                         \
-        zval* sepa_target = (reference);         \
-        ZVAL_DEREF(sepa_target);                 \
-        zval sepa_old;                           \
-        ZVAL_COPY_VALUE(&sepa_old, sepa_target); \
-        ZVAL_LONG(sepa_target, (value));         \
-        zval_ptr_dtor(&sepa_old);                \
-    } while (0)
+#define SEPA_ASSIGN_TYPED(reference, value, old)
 #endif
+#define SEPA_ASSIGN_LONG(reference, value)              \
+    do {                                                \
+        zval* sepa_target = (reference);                \
+        zval sepa_old;                                  \
+        SEPA_ASSIGN_TYPED(sepa_target, value, sepa_old) \
+        ZVAL_DEREF(sepa_target);                        \
+        ZVAL_COPY_VALUE(&sepa_old, sepa_target);        \
+        ZVAL_LONG(sepa_target, (value));                \
+        zval_ptr_dtor(&sepa_old);                       \
+    } while (0)
 
 // Some engines, Debian's 8.2 among them, let an extension's allocations go
 // beyond the memory limit, end the request when the call returns, and end the
