@@ -1,7 +1,5 @@
 #include <array>
-#include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 
 #include "message/sepa.h"
@@ -75,12 +73,4 @@ bool sepa_check_message_id(const char* text) {
     for (; text[length]; ++length)
         if (length == max_length || !(sets_of_byte[index_of(text[length])] & (SET_BASE | SET_BLANK))) return false;
     return length > 0;
-}
-
-void sepa_format_amount(char* out, double value) {
-    constexpr size_t out_size = 128;
-    auto cents = static_cast<int64_t>(round(value * 100));
-    uint64_t magnitude = cents < 0 ? 0 - static_cast<uint64_t>(cents) : static_cast<uint64_t>(cents);
-    snprintf(out, out_size, "%s%llu.%02u", cents < 0 ? "-" : "", static_cast<unsigned long long>(magnitude / 100),
-             static_cast<unsigned>(magnitude % 100));
 }

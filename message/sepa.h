@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "message/xmlbuf.h"
+#include "text/amount.h"
 
 constexpr long SEPA_MSGTYPE_DDI = 1;  // direct debit
 constexpr long SEPA_MSGTYPE_CTI = 2;  // credit transfer
@@ -128,7 +129,7 @@ int sepa_setName(sepa_t* handle, const char* name);                      // 1 to
 int sepa_setCreditorIdentifier(sepa_t* handle, const char* identifier);  // EPC262-08
 int sepa_setDate(sepa_t* handle, const char* date);                      // yyyy-mm-dd, no calendar check
 
-// --- Character set and amount text (charset.cpp)
+// --- Character set (charset.cpp)
 
 // Levels of sepa_check_charset; each allows what the one before does.
 enum sepa_charset_level : int {
@@ -144,11 +145,6 @@ int sepa_check_charset(const char* text, char* bad, int level);
 
 // Tells whether `text` can be a message id: 1 to 35 bytes of the base set.
 bool sepa_check_message_id(const char* text);
-
-// Writes `value`, euro, with a point and two decimals into `out`, a buffer of
-// 128 bytes; halves of a cent round away from zero. Meaningless beyond
-// 64 bits of cents.
-void sepa_format_amount(char* out, double value);
 
 // --- Transactions
 

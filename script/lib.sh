@@ -58,7 +58,7 @@ copy_sources() {
     rm -rf "$1/tests" "$1/examples"
     to=$1
     shift
-    tar -C "$root" -cf - config.m4 Makefile.frag sources.list platform directory account iban statement message \
+    tar -C "$root" -cf - config.m4 Makefile.frag sources.list platform text directory account iban statement message \
         binding tools tests/phpt examples "$@" | tar -C "$to" -xf -
 }
 

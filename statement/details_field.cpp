@@ -2,7 +2,7 @@
 #include <iterator>
 
 #include "statement/parse_run.h"
-#include "statement/utf8_cut.h"
+#include "text/utf8.h"
 
 // A full line of 27 runs on in the next one without a blank. Behind a keyword
 // of five characters a full line leaves 22.

@@ -2,7 +2,11 @@
 #pragma once
 
 #include "statement/mt940.h"
-#include "statement/text_scan.h"
+#include "statement/text_search.h"
+#include "text/ascii.h"
+#include "text/scan.h"
+
+using namespace sepa_internal;
 
 struct parse_run_t {
     char* at;        // the cursor

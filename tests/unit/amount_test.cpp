@@ -1,3 +1,5 @@
+#include "text/amount.h"
+
 #include <gtest/gtest.h>
 #include <regex.h>
 
@@ -5,8 +7,8 @@
 #include <cmath>
 #include <random>
 
-#include "statement/mt940.h"
 #include "tests/unit/test_files.h"
+#include "text/field_check.h"
 
 namespace {
 

@@ -5,8 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "statement/text_scan.h"
-#include "statement/utf8_cut.h"
+#include "statement/text_search.h"
+#include "text/scan.h"
+#include "text/utf8.h"
+
+using namespace sepa_internal;
 
 namespace {
 

@@ -1,16 +1,19 @@
-#include <cerrno>
-#include <cstdint>
+#include "text/amount.h"
 
-#include "statement/mt940.h"
+#include <cerrno>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+
+#include "text/ascii.h"
+
+using namespace sepa_internal;
 
 // Mantissa digits that count; they fit two 32-bit integers of nine digits each.
 static constexpr long max_digits = 18;
 static constexpr long low_digits = 9;
 static constexpr long max_exponent = 511;
 static constexpr long exponent_ceiling = 1L << 40;  // keeps sums of exponents within a long
-
-static bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 static double power_of_ten(long exponent) {
     static const double powers[] = {1e1, 1e2, 1e4, 1e8, 1e16, 1e32, 1e64, 1e128, 1e256};
@@ -75,4 +78,12 @@ double parse_amount(const char* text, const char** end) {
 
     if (end) *end = at;
     return negative ? -value : value;
+}
+
+void sepa_format_amount(char* out, double value) {
+    constexpr size_t out_size = 128;
+    auto cents = static_cast<int64_t>(round(value * 100));
+    uint64_t magnitude = cents < 0 ? 0 - static_cast<uint64_t>(cents) : static_cast<uint64_t>(cents);
+    snprintf(out, out_size, "%s%llu.%02u", cents < 0 ? "-" : "", static_cast<unsigned long long>(magnitude / 100),
+             static_cast<unsigned>(magnitude % 100));
 }

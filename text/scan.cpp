@@ -1,6 +1,8 @@
-#include "statement/text_scan.h"
+#include "text/scan.h"
 
-#include <cstring>
+#include "text/ascii.h"
+
+namespace sepa_internal {
 
 bool begins_with(const char* at, const char* start) {
     for (; *start; ++at, ++start)
@@ -8,17 +10,8 @@ bool begins_with(const char* at, const char* start) {
     return true;
 }
 
-char* find_line_end(char* from, const char* end) {
-    while (from < end) {
-        from = static_cast<char*>(memchr(from, '\r', static_cast<size_t>(end - from)));
-        if (!from || from[1] == '\n') return from;
-        ++from;
-    }
-    return nullptr;
-}
-
 static const char* skip_space(const char* at) {
-    while (*at == ' ' || (*at >= '\t' && *at <= '\r')) ++at;
+    while (is_space(*at)) ++at;
     return at;
 }
 
@@ -52,17 +45,4 @@ bool scan_unsigned(const char** at, uint32_t* out) {
     return true;
 }
 
-first_place_t::first_place_t(const char* wanted) : wanted_(wanted), length_(strlen(wanted)) {}
-
-char* first_place_t::find(char* from, char* end) {
-    bool known = since_ && since_ <= from && from <= place_;
-    char* start = known ? place_ : from;
-    if (!known) since_ = from;
-    if (start >= end) {
-        place_ = start;
-        return end;
-    }
-    void* found = memmem(start, static_cast<size_t>(end - start), wanted_, length_);
-    place_ = found ? static_cast<char*>(found) : end;
-    return place_;
-}
+}  // namespace sepa_internal

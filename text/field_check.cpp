@@ -1,21 +1,16 @@
+#include "text/field_check.h"
+
 #include <cstring>
 
-#include "platform/pattern.h"
-#include "statement/mt940.h"
+#include "text/ascii.h"
 
-// ISO 9362, with the location codes 0 and 1 (test and passive participants)
-// and the letter O left out.
-static const char bic_pattern[] = "^[A-Z]{6}[A-Z2-9][A-NP-Z0-9]([A-Z0-9]{3})?$";
+using namespace sepa_internal;
 
-static regex_t bic_regex;
-static first_use_t bic_regex_ready;
-
-static bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
-static bool is_digit(char c) { return c >= '0' && c <= '9'; }
 static bool is_either(char c) { return is_capital(c) || is_digit(c); }
 
-// Gives what regexec with the compiled pattern gives, without its allocations.
-static bool matches_bic(const char* text) {
+// ^[A-Z]{6}[A-Z2-9][A-NP-Z0-9]([A-Z0-9]{3})?$: without the location codes 0
+// and 1 (test and passive participants) and the letter O.
+static bool is_bic(const char* text) {
     for (int i = 0; i < 6; ++i)
         if (!is_capital(text[i])) return false;
     if (!is_either(text[6]) || text[6] == '0' || text[6] == '1') return false;
@@ -27,9 +22,8 @@ static bool matches_bic(const char* text) {
 static bool length_within(const char* text, size_t limit) { return text && *text && strnlen(text, limit + 1) <= limit; }
 
 int sepa_check_field(int kind, const char* text) {
-    if (!bic_regex_ready.ensure([] { return compile_pattern(&bic_regex, bic_pattern); })) return 0;
     switch (kind) {
-        case FIELD_BIC: return text && matches_bic(text);
+        case FIELD_BIC: return text && is_bic(text);
         case FIELD_TEXT70: return length_within(text, 70);
         case FIELD_TEXT16: return length_within(text, 16);
         case FIELD_TEXT35: return length_within(text, 35);

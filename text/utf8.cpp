@@ -1,6 +1,8 @@
-#include "statement/utf8_cut.h"
+#include "text/utf8.h"
 
 #include <cstring>
+
+namespace sepa_internal {
 
 // Bytes of the valid UTF-8 character that begins `bytes`, or 0.
 static size_t character_length(const unsigned char* bytes, size_t count) {
@@ -41,3 +43,5 @@ void store_cut(char* field, size_t capacity, size_t used, const char* text, size
     filled -= torn_bytes(field, filled, text + taken, length - taken);
     field[filled] = '\0';
 }
+
+}  // namespace sepa_internal
