@@ -3,6 +3,9 @@
 #include <cstring>
 
 #include "account/weighted_sum.h"
+#include "text/ascii.h"
+
+using namespace sepa_internal;
 
 namespace {
 struct slot {
@@ -53,7 +56,7 @@ static constexpr size_t bank_code_length = 8;
 
 static bool all_digits(const char* text, size_t length) {
     for (size_t i = 0; i < length; ++i)
-        if (text[i] < '0' || text[i] > '9') return false;
+        if (!is_digit(text[i])) return false;
     return true;
 }
 

@@ -6,6 +6,9 @@
 
 #include "directory/directory_tables.h"
 #include "platform/clock.h"
+#include "text/ascii.h"
+
+using namespace sepa_internal;
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverlength-strings"
@@ -201,9 +204,8 @@ int bic_lookup(const char* bic, bank_record_t* record) {
     if (length != 8 && length != BIC_LENGTH) return 0;
     char key[BIC_LENGTH + 1] = "XXXXXXXXXXX";
     for (size_t i = 0; i < length; i++) {
-        char c = bic[i];
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-        if (!(c >= '0' && c <= '9') && !(c >= 'A' && c <= 'Z')) return 0;
+        char c = ascii_upper(bic[i]);
+        if (!is_digit(c) && !is_capital(c)) return 0;
         key[i] = c;
     }
     int32_t index = find_entry<BIC_LENGTH>(key);

@@ -4,8 +4,11 @@
 #include "iban/iban.h"
 #include "iban/iban_german.h"
 #include "iban/iban_shape.h"
-#include "iban/mod97.h"
 #include "platform/pattern.h"
+#include "text/ascii.h"
+#include "text/mod97.h"
+
+using namespace sepa_internal;
 
 static constexpr const char* null_iban = "Invalid IBAN (NULL)";
 static constexpr const char* no_patterns = "Error while initializing regular expressions";
@@ -60,6 +63,7 @@ static constexpr iban_country_t rows[] = {
     country("GB", "United Kingdom", 22, "^GB[0-9]{2}[A-Z]{4}[0-9]{14}$"),
 };
 // clang-format on
+static constexpr size_t head_length = 4;  // country code and check digits
 static constexpr size_t row_count = sizeof rows / sizeof rows[0];
 static_assert(row_count == IBAN_COUNTRY_COUNT);
 
@@ -101,9 +105,6 @@ static constexpr auto make_row_index() {
 }
 static constexpr auto row_index = make_row_index();
 
-// 0 to 25 for an ASCII letter in either case, above that for anything else.
-static unsigned letter_index(char c) { return (static_cast<unsigned char>(c) | 0x20U) - unsigned{'a'}; }
-
 static int find_row(const char* iban) {
     unsigned first = letter_index(iban[0]);
     if (first >= 26) return -1;
@@ -112,8 +113,8 @@ static int find_row(const char* iban) {
 }
 
 static uint8_t class_of(char c) {
-    if (static_cast<unsigned char>(c - '0') <= 9) return SHAPE_DIGIT;
-    return static_cast<unsigned char>(c - 'A') < 26 ? SHAPE_LETTER : 0;
+    if (is_digit(c)) return SHAPE_DIGIT;
+    return is_capital(c) ? SHAPE_LETTER : 0;
 }
 
 // Gives what regexec with the row's `regex` gives, in a tenth of its time.
@@ -122,40 +123,6 @@ static bool matches(size_t row, const char* iban) {
     for (size_t i = 2; i < rows[row].length; ++i)
         if (!(shapes[row].classes[i] & class_of(iban[i]))) return false;
     return true;
-}
-
-// Remainders of 10^k by 97, so that the digits of a number can be weighed
-// independently of each other.
-static constexpr auto make_powers() {
-    std::array<uint32_t, iban_shape_t::max_length> powers{};
-    uint32_t power = 1;
-    for (uint32_t& p : powers) {
-        p = power;
-        power = power * 10 % 97;
-    }
-    return powers;
-}
-static constexpr auto powers = make_powers();
-
-// For a country whose IBANs have nothing but digits behind the code: the
-// remainder that iban_mod97 gives, or -1 for a text that does not match.
-static int remainder_of_digits(size_t row, const char* iban) {
-    const char* code = rows[row].code;
-    if (iban[0] != code[0] || iban[1] != code[1]) return -1;
-    // Moved behind the rest: two letters of two digits each, two check digits.
-    constexpr size_t moved_digits = 6;
-    size_t length = rows[row].length;
-    auto letters = static_cast<uint32_t>((code[0] - 'A' + 10) * 100 + code[1] - 'A' + 10);
-    bool good = true;
-    auto digit_at = [&](const char* p) {
-        uint32_t digit = static_cast<unsigned char>(*p) - uint32_t{'0'};
-        good &= digit <= 9;
-        return digit;
-    };
-    uint32_t sum = letters * 100 + digit_at(iban + 2) * 10 + digit_at(iban + 3);
-    const uint32_t* power = &powers[length - 4 + moved_digits];
-    for (const char* p = iban + 4; p < iban + length; ++p) sum += digit_at(p) * *--power;
-    return good ? static_cast<int>(sum % 97) : -1;
 }
 
 static bool compile_patterns() {
@@ -178,14 +145,16 @@ int IBAN_check(const char* iban, const char** errmsg) {
     int found = find_row(iban);
     if (found < 0) return fail(errmsg, unknown_country);
     auto row = static_cast<size_t>(found);
-    if (strnlen(iban, rows[row].length + 1U) != rows[row].length) return fail(errmsg, wrong_length);
+    size_t length = rows[row].length;
+    if (strnlen(iban, length + 1) != length) return fail(errmsg, wrong_length);
     int remainder;
     if (shapes[row].only_digits) {
-        remainder = remainder_of_digits(row, iban);
+        if (iban[0] != rows[row].code[0] || iban[1] != rows[row].code[1]) return fail(errmsg, wrong_format);
+        remainder = mod97_of_digits(iban, length);
         if (remainder < 0) return fail(errmsg, wrong_format);
     } else {
         if (!matches(row, iban)) return fail(errmsg, wrong_format);
-        remainder = iban_mod97(iban);
+        remainder = mod97(iban, head_length, length, MOD97_CAPITALS);
         if (remainder < 0) return fail(errmsg, wrong_character);
     }
     if (remainder != 1) return fail(errmsg, wrong_checksum);

@@ -3,7 +3,9 @@
 #include "account/account_check.h"
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
-#include "iban/mod97.h"
+#include "text/mod97.h"
+
+using namespace sepa_internal;
 
 static constexpr size_t account_width = 10;
 static constexpr size_t bank_width = 8;
@@ -57,7 +59,7 @@ static int8_t final_status(const iban_work_t& work, const char* bank_id) {
 
 static bool write_check_digits(char* iban_buf) {
     memcpy(iban_buf + 2, "00", 2);
-    int remainder = iban_mod97(iban_buf);
+    int remainder = mod97(iban_buf, 4, strlen(iban_buf), MOD97_EITHER_CASE);
     if (remainder < 0) return false;
     int number = 98 - remainder;
     iban_buf[2] = static_cast<char>('0' + number / 10);

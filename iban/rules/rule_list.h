@@ -11,7 +11,7 @@ constexpr uint64_t no_value = UINT64_MAX;
 constexpr uint64_t digits_value(const char* text, size_t count) {
     uint64_t value = 0;
     for (size_t i = 0; i < count; ++i) {
-        if (!is_digit(text[i])) return no_value;
+        if (!sepa_internal::is_digit(text[i])) return no_value;
         value = value * 10 + static_cast<uint64_t>(text[i] - '0');
     }
     return value;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "text/ascii.h"
+
 // Rows hold their texts as published: bank codes of 8 digits, account numbers
 // of 10.
 struct account_row_t {
@@ -36,8 +38,6 @@ struct branch_list_t {
     const char* branches;  // three-digit numbers, ", " between them
 };
 
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // What has been seen of a table: whether its texts are digits that fill their
 // column, and the 64-bit FNV-1a checksum over all texts.
 struct table_proof_t {
@@ -50,7 +50,7 @@ struct table_proof_t {
 
     template <size_t N>
     constexpr void digits(const char (&column)[N]) {
-        for (size_t i = 0; i + 1 < N; ++i) digits_only = digits_only && is_digit(column[i]);
+        for (size_t i = 0; i + 1 < N; ++i) digits_only = digits_only && sepa_internal::is_digit(column[i]);
         text(column);
     }
 };
