@@ -1,5 +1,5 @@
 // All engine headers, and every difference between engine versions from 7.3
-// to 8.4. Only this folder includes it.
+// on. Only this folder includes it.
 #pragma once
 #pragma GCC system_header  // the engine's headers do not meet our warning flags
 
@@ -23,6 +23,17 @@
 // The number of arguments is signed up to 7.4. Written here, since compilers
 // say nothing about the macros of such a header.
 #define SEPA_PARSE_PARAMETERS(...) zend_parse_parameters(ZEND_NUM_ARGS(), __VA_ARGS__)
+
+// Objects that hold what no text can bring back are refused by serialize() and
+// unserialize(): by a flag of the class from 8.1 on, by handlers before.
+inline void sepa_refuse_serialization(zend_class_entry* ce) {
+#ifdef ZEND_ACC_NOT_SERIALIZABLE
+    ce->ce_flags |= ZEND_ACC_NOT_SERIALIZABLE;
+#else
+    ce->serialize = zend_class_serialize_deny;
+    ce->unserialize = zend_class_unserialize_deny;
+#endif
+}
 
 // What a module's start function returns: int, or zend_result from 8.x on.
 #include <type_traits>

@@ -59,6 +59,7 @@ static module_result_t sepa_module_startup(int, int module_number) {
     INIT_CLASS_ENTRY(ce, "SEPA", sepa_methods);
     sepa_ce = zend_register_internal_class(&ce);
     sepa_ce->create_object = sepa_object_create;
+    sepa_refuse_serialization(sepa_ce);
 
     sepa_object_handlers = std_object_handlers;
     sepa_object_handlers.offset = offsetof(sepa_object_t, std);

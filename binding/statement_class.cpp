@@ -264,7 +264,9 @@ void statement_class_register() {
 
     zend_class_entry ce;
     INIT_CLASS_ENTRY(ce, "SEPAStatementParser", statement_methods);
-    zend_register_internal_class(&ce)->create_object = statement_object_create;
+    zend_class_entry* registered = zend_register_internal_class(&ce);
+    registered->create_object = statement_object_create;
+    sepa_refuse_serialization(registered);
 
     statement_object_handlers = std_object_handlers;
     statement_object_handlers.offset = offsetof(statement_object_t, std);

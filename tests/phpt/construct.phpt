@@ -54,13 +54,23 @@ $mine = new Mine();
 var_dump($mine->setName('Name'), $mine->note, $mine->list(), $mine instanceof SEPA);
 unset($mine);
 
-echo "-- copies\n";
-show(function () { return clone credit_transfer(); });
-foreach (['O:4:"SEPA":0:{}', 'C:4:"SEPA":0:{}'] as $text) {
-    $copy = @unserialize($text);
-    show(function () use ($copy) { return $copy ? $copy->toXML() : 'refused'; });
+echo "-- no copies of either class, nor of a subclass\n";
+class Statements extends SEPAStatementParser
+{
 }
---EXPECTF--
+foreach ([credit_transfer(), new Mine(), new SEPAStatementParser(), new Statements()] as $object) {
+    show(function () use ($object) { return clone $object; });
+    show(function () use ($object) { return serialize([$object]); });
+    $name = get_class($object);
+    foreach (['O:%d:"%s":0:{}', 'C:%d:"%s":0:{}'] as $format) {  // the engine throws, or warns and gives false
+        try {
+            var_dump(@unserialize(sprintf($format, strlen($name), $name)));
+        } catch (Exception $e) {
+            var_dump(false);
+        }
+    }
+}
+--EXPECT--
 -- message types
 SEPAException 42: invalid/unknown message type
 SEPAException 42: invalid/unknown message type
@@ -78,7 +88,20 @@ bool(true)
 string(4) "kept"
 int(3)
 bool(true)
--- copies
+-- no copies of either class, nor of a subclass
 Error 0: Trying to clone an uncloneable object of class SEPA
-%s
-%s
+Exception 0: Serialization of 'SEPA' is not allowed
+bool(false)
+bool(false)
+Error 0: Trying to clone an uncloneable object of class Mine
+Exception 0: Serialization of 'Mine' is not allowed
+bool(false)
+bool(false)
+Error 0: Trying to clone an uncloneable object of class SEPAStatementParser
+Exception 0: Serialization of 'SEPAStatementParser' is not allowed
+bool(false)
+bool(false)
+Error 0: Trying to clone an uncloneable object of class Statements
+Exception 0: Serialization of 'Statements' is not allowed
+bool(false)
+bool(false)
