@@ -2,8 +2,6 @@
 // of an IBAN.
 #pragma once
 
-#include <regex.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,13 +12,12 @@ struct iban_country_t {
     const char* name;
     uint8_t length;       // whole IBAN, country code and check digits included
     const char* pattern;  // POSIX extended regular expression over the whole IBAN
-    regex_t regex;        // `pattern` compiled, from the first IBAN_check on
 };
 
 constexpr size_t IBAN_COUNTRY_COUNT = 37;
 
 // All countries and an end row.
-extern std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries;
+extern const std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries;
 
 // Tests an IBAN in its electronic form (no blanks). Returns 1 if it is valid.
 // Otherwise returns 0 and, unless `errmsg` is null, points it at a constant

@@ -15,7 +15,6 @@
 #include <link.h>
 #include <locale.h>
 #include <malloc.h>
-#include <regex.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -129,12 +128,6 @@ void free(void* block) {
         free_later(block);
     else
         __libc_free(block);
-}
-
-int regcomp(regex_t* out, const char* pattern, int flags) {
-    using regcomp_t = int(regex_t*, const char*, int);
-    static auto* next = reinterpret_cast<regcomp_t*>(dlsym(RTLD_NEXT, "regcomp"));
-    return from_module(CALLER) && fails() ? REG_ESPACE : next(out, pattern, flags);
 }
 
 static int find_module(struct dl_phdr_info* info, size_t, void* name) {

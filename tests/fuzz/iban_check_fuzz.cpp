@@ -10,7 +10,6 @@ static void compare(const std::string& iban) {
 
 FUZZ_TARGET(iban_check) {
     std::string iban(reinterpret_cast<const char*>(data), strnlen(reinterpret_cast<const char*>(data), size));
-    IBAN_check("", nullptr);  // compiles the patterns that the comparison uses
     compare(iban);
     if (iban.size() < 5 || remainder_of(iban) < 0) return;
     iban = with_check_digits(iban);

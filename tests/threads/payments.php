@@ -6,21 +6,13 @@ error_reporting(E_ALL & ~E_DEPRECATED);
 require __DIR__ . '/../soak/cases.php';
 $answers = [];
 
-// The first uses of what is made once in a process: no rulebook, no patterns.
-// Half the threads race for it, half find it made without having met the maker.
-function meet_half()
-{
-    if (meet() % 2) {
-        usleep(5000);
-    }
+// No rulebook has been chosen yet. Half the threads race for it, half find it
+// chosen without having met who did.
+if (meet() % 2) {
+    usleep(5000);
 }
-
-meet_half();
-$answers[] = SEPA::IBAN_check('DE89370400440532013000');
-meet_half();
 $message = new SEPA(SEPA_MSGTYPE_CTI);
-meet_half();
-$answers[] = $message->setBIC('cobadeff');
+$answers[] = SEPA::IBAN_check('DE89370400440532013000');
 meet();
 
 // All threads' rulebook is one; these cases want the one that was chosen first.

@@ -6,42 +6,13 @@
 // Prints what the requests print, each request in one piece. Scripts have one
 // more function, meet(), which in a thread's first request waits until all
 // threads have come to it. It returns the thread's number.
-#include <dlfcn.h>
 #include <pthread.h>
-#include <regex.h>
 #include <sapi/embed/php_embed.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
-
-template <typename Function>
-static Function* function_of_libc(const char* name, Function*) {
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
-// The functions below come before those of libc.
-
-// The engine opens extensions with RTLD_DEEPBIND, which sanitizers refuse: the
-// extension would get round their functions, and round ours.
-extern "C" void* dlopen(const char* file, int flags) noexcept {
-    return function_of_libc("dlopen", dlopen)(file, flags & ~RTLD_DEEPBIND);
-}
-
-// The sanitizer does not see what libc writes and reads; this it sees. The
-// pause lets other threads come in between.
-extern "C" int regcomp(regex_t* out, const char* pattern, int flags) {
-    *out = {};
-    usleep(200);
-    return function_of_libc("regcomp", regcomp)(out, pattern, flags);
-}
-
-extern "C" int regexec(const regex_t* regex, const char* text, size_t count, regmatch_t* matches, int flags) {
-    regex_t seen = *regex;
-    return function_of_libc("regexec", regexec)(&seen, text, count, matches, flags);
-}
 
 static const char* script;
 static int requests;
