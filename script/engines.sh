@@ -12,9 +12,11 @@ get_engine() {
     case $1 in
         7.4) debian_root bullseye php7.4-cli php7.4-json php7.4-xml php7.4-dev ;;
         8.4) debian_root trixie php-cli php-xml php-dev ;;
+        8.5 | 8.6) debian_root experimental "php$1-cli" "php$1-dev" ;;
         7.4-zts) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts ;;
         7.4-zts-debug) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts --enable-debug ;;
         8.4-zts) debian_source trixie php8.4 --enable-zts ;;
+        8.4-zts-debug) debian_source trixie php8.4 --enable-zts --enable-debug ;;
         *)
             reason="no engine has this name"
             return 1
@@ -51,11 +53,16 @@ debian_root() { # SUITE PACKAGE...
     make_engine make_root "$@"
 }
 
+# Experimental is no whole suite: it comes on top of sid. Its lists may be past
+# their date between two updates; their signatures are checked all the same.
 make_root() {
     suite=$1
     shift
     packages=$(printf '%s,' g++ make locales "$@")
-    nice -n 10 mmdebstrap --variant=minbase --include="${packages%,}" "$suite" "$made" "$mirror"
+    set -- "$suite" "$made" "$mirror"
+    [ "$suite" != experimental ] ||
+        set -- --aptopt='Acquire::Check-Valid-Until "false"' sid "$made" "deb $mirror sid main" "deb $mirror $suite main"
+    nice -n 10 mmdebstrap --variant=minbase --include="${packages%,}" "$@"
 }
 
 debian_source() { # SUITE PACKAGE CONFIGURE-FLAG...

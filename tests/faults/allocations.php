@@ -160,10 +160,13 @@ foreach (['credit_transfer' => 'payment', 'direct_debit' => 'collection'] as $me
     }, function (SEPA $message) { return $message->toXML(); }, ['0 ', '0 Out of memory'], $document);
 }
 
-// A text form that constructs the object anew while the list is made.
-each_allocation('add that constructs', 'credit_transfer', function (SEPA $message) {
-    return $message->add(payment([new Anew($message, SEPA_MSGTYPE_CTI)] + range(0, 40)));
-}, ['0 Out of memory', "42 can't create SEPA message object"]);
+// A text form that constructs the object anew while the list is made. It throws
+// if that fails, which before 7.4 a text form must not.
+if (PHP_VERSION_ID >= 70400) {
+    each_allocation('add that constructs', 'credit_transfer', function (SEPA $message) {
+        return $message->add(payment([new Anew($message, SEPA_MSGTYPE_CTI)] + range(0, 40)));
+    }, ['0 Out of memory', "42 can't create SEPA message object"]);
+}
 
 if (class_exists('SEPAStatementParser')) {
     each_allocation('new SEPAStatementParser', $nothing, function () {

@@ -2,12 +2,12 @@
 Names, arguments and constants that a script sees
 --FILE--
 <?php
-foreach (['SEPA', 'SEPAException', 'SEPAStatementParser'] as $name) {
-    $class = new ReflectionClass($name);
+function show_class(ReflectionClass $class): void
+{
     $parent = $class->getParentClass();
-    echo 'class ', $class->getName(), $parent ? ' extends ' . $parent->getName() : '', "\n";
+    echo 'class ', $class->getShortName(), $parent ? ' extends ' . $parent->getShortName() : '', "\n";
     foreach ($class->getMethods() as $method) {
-        if ($method->getDeclaringClass()->getName() !== $name) {
+        if ($method->getDeclaringClass()->getName() !== $class->getName()) {
             continue;
         }
         $arguments = [];
@@ -22,6 +22,16 @@ foreach (['SEPA', 'SEPAException', 'SEPAStatementParser'] as $name) {
     }
     echo count($class->getConstants()), ' constants, ', count($class->getProperties()) - ($parent ? 4 : 0), " properties\n";
 }
+
+/** The classes of a namespace. */
+function show_classes(string $in = ''): void
+{
+    foreach (['SEPA', 'SEPAException', 'SEPAStatementParser'] as $name) {
+        show_class(new ReflectionClass($in . $name));
+    }
+}
+
+show_classes();
 foreach ((new ReflectionExtension('SEPA'))->getConstants() as $name => $value) {
     echo "$name = $value\n";
 }
@@ -29,6 +39,22 @@ $extension = new ReflectionExtension('SEPA');
 echo $extension->getName(), ' ', $extension->getVersion(), ', ', count($extension->getFunctions()), ' functions, ',
     count($extension->getINIEntries()), ' entries, ', count($extension->getDependencies()), " dependencies\n";
 $extension->info();
+
+// The signatures for readers, in a namespace of their own, say the same but for
+// the status, which the module declares as required and does not ask for.
+$signatures = file_get_contents(__DIR__ . '/../../binding/sepa.stub.php');
+eval('namespace Signatures; class Exception extends \Exception {}' . substr($signatures, strlen('<?php')));
+ob_start();
+show_classes();
+$module = str_replace('&$status', '&$status optional', ob_get_clean());
+ob_start();
+show_classes('Signatures\\');
+var_dump(ob_get_clean() === $module);
+$constants = [];
+foreach (get_defined_constants(true)['user'] as $name => $value) {
+    $constants[str_ireplace('signatures\\', '', $name)] = $value;
+}
+var_dump($constants == $extension->getConstants());
 --EXPECT--
 class SEPA
   public __construct($msgtype) constructor
@@ -73,4 +99,5 @@ SEPA
 
 zalvora => enabled
 Version => 2.28
-
+bool(true)
+bool(true)

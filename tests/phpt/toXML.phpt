@@ -9,7 +9,9 @@ $message->setName('Müller & Söhne');
 $message->setBatchBooking(false);
 $message->add(payment(['name' => 'Jörg & Änne', 'amount' => 12.345, 'id' => 'A-1', 'purp' => 'SALA', 'ref' => 'Lohn']));
 $document = without_time($message->toXML());
-var_dump($document === without_time($message->toXML('surplus', 'arguments')));
+// Debug engines from 8.0 on stop at arguments that a method neither declares nor reads.
+$surplus = PHP_DEBUG && PHP_VERSION_ID >= 80000 ? [] : ['surplus', 'arguments'];
+var_dump($document === without_time($message->toXML(...$surplus)));
 $debit = direct_debit('DE-2.9');
 $debit->setDDType(SEPA_DDTYPE_B2B);
 $debit->add(collection(['smnda' => 1]));

@@ -52,8 +52,13 @@ static int start_engine(sapi_module_struct* sapi) {
 static void run_script() {
     if (php_request_startup() != SUCCESS) exit(3);
     zend_first_try {
-        zend_file_handle file;
+        zend_file_handle file = {};
+#if PHP_VERSION_ID >= 70400
         zend_stream_init_filename(&file, script);
+#else
+        file.type = ZEND_HANDLE_FILENAME;
+        file.filename = script;
+#endif
         php_execute_script(&file);
 #if PHP_VERSION_ID >= 80100
         zend_destroy_file_handle(&file);
