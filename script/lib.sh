@@ -93,6 +93,16 @@ build_extension() {
 # run_php ARGUMENT...: PHP with the extension of the default build and nothing else.
 run_php() { "$PHP" -n -d extension="$out/php/build/modules/sepa.so" "$@"; }
 
+# What the toolkit in php/ stands on.
+need_toolkit() {
+    need /usr/share/php/Symfony/Component/Console/autoload.php php-symfony-console
+    need /usr/share/php/Symfony/Component/String/autoload.php php-symfony-string
+}
+
+# run_toolkit ARGUMENT...: PHP with the extension and, unlike run_php, the
+# system's configuration, since the toolkit's libraries need mbstring and more.
+run_toolkit() { "$PHP" -d extension="$out/php/build/modules/sepa.so" "$@"; }
+
 # Locales of the script tests' own, in a folder of their own.
 make_locales() {
     export LOCPATH=$out/locales
@@ -139,6 +149,25 @@ run_unit_tests() {
             say "FAILED: $(basename "$program")"
         }
     done
+}
+
+# run_phpunit [ARGUMENT OF phpunit...]: runs and counts the toolkit's tests.
+run_phpunit() {
+    log=$out/phpunit
+    status=0
+    rm -f "$log.xml"
+    run_toolkit "$(command -v phpunit)" -c "$root/php/phpunit.xml" --log-junit "$log.xml" "$@" >"$log.log" 2>&1 || status=$?
+    # The first element of the log has the sums.
+    sums=$(sed -n '/<testsuite /{p;q}' "$log.xml" || true)
+    sum_of() { printf '%s\n' "$sums" | sed -n "s/.* $1=\"\([0-9]*\)\".*/\1/p" | grep . || echo 0; }
+    # Here every test has what it needs: one that was skipped has not passed.
+    bad=$(($(sum_of errors) + $(sum_of failures) + $(sum_of warnings) + $(sum_of skipped)))
+    count $(($(sum_of tests) - bad)) "$bad"
+    # A run that ends without its own count has failed.
+    [ "$status" -eq 0 ] && [ -n "$sums" ] && return
+    [ "$bad" -gt 0 ] || count 0 1
+    tail -n 60 "$log.log" >&2
+    say "FAILED: the toolkit's tests"
 }
 
 # run_phpt DIR [ARGUMENT OF run-tests.php...]: runs the script tests on the build

@@ -1,0 +1,62 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Iban;
+
+/**
+ * What is known about one IBAN.
+ *
+ * @psalm-immutable
+ */
+final class IbanCheck implements \JsonSerializable
+{
+    /** @var string in electronic form: capitals, no blanks */
+    public string $iban;
+
+    public bool $valid;
+
+    /** @var string|null why it is refused, for programs: a value of Ibans::REASONS */
+    public ?string $code;
+
+    /** @var string|null why it is refused, in the extension's words */
+    public ?string $reason;
+
+    /** @var string|null what to do about it */
+    public ?string $hint;
+
+    public ?string $bic;
+
+    /** @var string|null the bank's name */
+    public ?string $bank;
+
+    public function __construct(
+        string $iban,
+        ?string $code,
+        ?string $reason,
+        ?string $hint,
+        ?string $bic = null,
+        ?string $bank = null
+    ) {
+        $this->iban = $iban;
+        $this->valid = $code === null;
+        $this->code = $code;
+        $this->reason = $reason;
+        $this->hint = $hint;
+        $this->bic = $bic;
+        $this->bank = $bank;
+    }
+
+    /** @return array{iban: string, valid: bool, code: ?string, reason: ?string, bic: ?string, bank: ?string} */
+    public function jsonSerialize(): array
+    {
+        return [
+            'iban' => $this->iban,
+            'valid' => $this->valid,
+            'code' => $this->code,
+            'reason' => $this->reason,
+            'bic' => $this->bic,
+            'bank' => $this->bank,
+        ];
+    }
+}
