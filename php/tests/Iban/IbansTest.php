@@ -49,7 +49,7 @@ final class IbansTest extends TestCase
             ['DE8937040044053201300O', 'iban_format', 'Invalid IBAN format'],
             ['DE98370400440532013000', 'iban_checksum', 'Invalid IBAN checksum'],
             ['DE65123456780532013000', 'iban_bank', 'Invalid bank ID (BLZ) in IBAN'],
-            ['DE62370400440532013001', 'iban_account', 'Invalid account number in IBAN'],
+            ['DE33370400440001234567', 'iban_account', 'Invalid account number in IBAN'],
             ["DE89370400440532013000\0", 'control_characters', 'Control character in IBAN'],
         ];
     }
