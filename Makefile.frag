@@ -3,13 +3,14 @@ sepa_headers := $(wildcard $(addprefix $(srcdir)/,*/*.h */*/*.h))
 $(shared_objects_sepa): $(sepa_headers)
 
 # The bank directory: lists -> tables -> the one object that includes them. The
-# choice of a release is kept in a file, so that another choice is a change.
-sepa_lists := $(addprefix $(srcdir)/directory/data/$(SEPA_DIRECTORY)/,de.csv at.csv ch.csv bic.csv)
+# chosen release is kept in a file, so that another one is a change.
+sepa_release := $(shell sh $(srcdir)/tools/choose_release.sh '$(SEPA_DIRECTORY)')
+sepa_lists := $(addprefix $(srcdir)/directory/data/$(sepa_release)/,de.csv at.csv ch.csv bic.csv)
 
 directory/bank_directory.lo: generated/directory_tables.inc
 
 generated/directory_tables.inc: generated/gen_directory generated/directory_choice.txt $(sepa_lists)
-	generated/gen_directory $(srcdir)/directory/data/$(SEPA_DIRECTORY) $@
+	generated/gen_directory $(srcdir)/directory/data/$(sepa_release) $@
 
 sepa_generator := $(srcdir)/tools/gen_directory.cpp $(srcdir)/tools/bank_lists.cpp
 generated/gen_directory: $(sepa_generator) $(srcdir)/tools/bank_lists.h
@@ -18,6 +19,6 @@ generated/gen_directory: $(sepa_generator) $(srcdir)/tools/bank_lists.h
 
 generated/directory_choice.txt: sepa_always
 	@mkdir -p generated
-	@echo '$(SEPA_DIRECTORY)' | cmp -s - $@ || echo '$(SEPA_DIRECTORY)' > $@
+	@echo '$(sepa_release)' | cmp -s - $@ || echo '$(sepa_release)' > $@
 
 .PHONY: sepa_always

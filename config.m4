@@ -8,8 +8,10 @@ PHP_ARG_ENABLE(sepa-developer, whether to treat warnings of the SEPA sources as 
 
 PHP_ARG_WITH(sepa-directory, which release of the bank lists to compile in,
 [  --with-sepa-directory=RELEASE
-                          Release of the bank lists to compile in, a folder of
-                          directory/data @<:@2025-03@:>@], 2025-03, no)
+                          Release of the bank lists to compile in: a folder of
+                          directory/data, latest for the newest one there, or
+                          default for the one that directory/data/default names
+                          @<:@default@:>@], default, no)
 
 if test "$PHP_SEPA" != "no"; then
   PHP_REQUIRE_CXX()
@@ -21,9 +23,10 @@ if test "$PHP_SEPA" != "no"; then
     sepa_cxxflags="$sepa_cxxflags -Werror"
   fi
 
-  if test ! -f "$srcdir/directory/data/$PHP_SEPA_DIRECTORY/de.csv"; then
-    AC_MSG_ERROR([directory/data has no release "$PHP_SEPA_DIRECTORY"])
-  fi
+  dnl The Makefile chooses anew on each run; here a wrong choice is told early.
+  AC_MSG_CHECKING(for the bank lists)
+  sepa_release=`sh $srcdir/tools/choose_release.sh "$PHP_SEPA_DIRECTORY"` || AC_MSG_ERROR([give another --with-sepa-directory])
+  AC_MSG_RESULT($sepa_release)
   SEPA_DIRECTORY=$PHP_SEPA_DIRECTORY
   PHP_SUBST(SEPA_DIRECTORY)
 

@@ -2,11 +2,20 @@
 # directory is compiled once, as objects; a library is these objects and the
 # lookups, compiled against tables that the generator makes from the lists.
 
-set(SEPA_DIRECTORY "2025-03" CACHE STRING "Release of the bank lists to compile in: a folder of directory/data")
-set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/directory/data/${SEPA_DIRECTORY})
-if(NOT SEPA_DIRECTORY OR NOT EXISTS ${SEPA_DIRECTORY_DATA}/de.csv)
-  message(FATAL_ERROR "SEPA_DIRECTORY: directory/data has no release \"${SEPA_DIRECTORY}\"")
+set(SEPA_DIRECTORY "default" CACHE STRING
+  "Release of the bank lists to compile in: a folder of directory/data, latest, or default for what directory/data/default names")
+# A changed default and a new folder are a reason to choose anew.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS directory/data/default)
+file(GLOB releases CONFIGURE_DEPENDS directory/data/*)
+execute_process(
+  COMMAND sh ${PROJECT_SOURCE_DIR}/tools/choose_release.sh "${SEPA_DIRECTORY}"
+  OUTPUT_VARIABLE release OUTPUT_STRIP_TRAILING_WHITESPACE
+  RESULT_VARIABLE status ERROR_VARIABLE reason)
+if(status)
+  message(FATAL_ERROR "SEPA_DIRECTORY: ${reason}")
 endif()
+message(STATUS "Bank lists: ${release}")
+set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/directory/data/${release})
 
 add_executable(gen_directory tools/gen_directory.cpp tools/bank_lists.cpp)
 target_include_directories(gen_directory PRIVATE ${PROJECT_SOURCE_DIR})

@@ -55,7 +55,7 @@ quietly() {
 # copy_sources DIR [PATH...]: what the extension and its script tests need.
 copy_sources() {
     mkdir -p "$1"
-    rm -rf "$1/tests" "$1/examples"
+    rm -rf "$1/tests" "$1/examples" "$1/directory/data"
     to=$1
     shift
     tar -C "$root" -cf - config.m4 Makefile.frag sources.list platform text directory account iban statement message \

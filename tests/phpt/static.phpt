@@ -25,7 +25,7 @@ foreach ($accounts as [$country, $account, $bank]) {
 }
 
 echo "-- IBAN_getBIC\n";
-$ibans = ['DE89370400440532013000', 'DE00250502990000000000', 'AT001100000000000000', 'CH0000110000000000000', 'FR00', ''];
+$ibans = ['DE89370400440532013000', 'DE00600500090000000000', 'AT001100000000000000', 'CH0000110000000000000', 'FR00', ''];
 echo text(array_map('SEPA::IBAN_getBIC', $ibans)), "\n";
 
 echo "-- BIC_getBankName, BIC_getBankFlags\n";
