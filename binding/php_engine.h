@@ -24,8 +24,8 @@
 // say nothing about the macros of such a header.
 #define SEPA_PARSE_PARAMETERS(...) zend_parse_parameters(ZEND_NUM_ARGS(), __VA_ARGS__)
 
-// Objects that hold what no text can bring back are refused by serialize() and
-// unserialize(): by a flag of the class from 8.1 on, by handlers before.
+// serialize() and unserialize() refuse the objects of a class: by a flag of its
+// own from 8.1 on, by handlers before.
 inline void sepa_refuse_serialization(zend_class_entry* ce) {
 #ifdef ZEND_ACC_NOT_SERIALIZABLE
     ce->ce_flags |= ZEND_ACC_NOT_SERIALIZABLE;
