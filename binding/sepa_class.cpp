@@ -4,6 +4,7 @@
 
 #include "binding/key_list.h"
 #include "binding/sepa_methods.h"
+#include "message/rulebook.h"
 
 sepa_t** sepa_handle_slot(zend_object* object) {
     auto start = reinterpret_cast<char*>(object) - offsetof(sepa_object_t, std);
@@ -97,9 +98,6 @@ ZEND_METHOD(SEPA, setName) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_set
 ZEND_METHOD(SEPA, setCreditorIdentifier) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setCreditorIdentifier); }
 ZEND_METHOD(SEPA, setDate) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setDate); }
 
-// COR1 was a local instrument of these rulebooks alone.
-static bool has_cor1(int rulebook) { return rulebook >= RULEBOOK_DE_2_7 && rulebook <= RULEBOOK_DE_2_9; }
-
 ZEND_METHOD(SEPA, setDDType) {
     zend_long type;
     if (SEPA_PARSE_PARAMETERS("l", &type) == FAILURE) return;
@@ -109,7 +107,7 @@ ZEND_METHOD(SEPA, setDDType) {
         refuse(handle, "Not a direct debit message");
         return;
     }
-    if (type == SEPA_DDTYPE_COR1 && !has_cor1(current_rulebook)) {
+    if (type == SEPA_DDTYPE_COR1 && sepa_internal::rulebook_in_force().cor1 != sepa_internal::COR1_SET_AND_WRITTEN) {
         refuse(handle, "COR1 is not allowed with selected SEPA rulebook");
         return;
     }

@@ -1,69 +1,66 @@
+#include "message/charset.h"
+
 #include <array>
-#include <cstdint>
 #include <cstring>
 
-#include "message/sepa.h"
+namespace sepa_internal {
 
-// What each byte may begin, one bit a set. A rulebook and a level together
-// select the sets that are allowed.
-enum : uint8_t {
-    SET_BASE = 1,      // single bytes of every level
-    SET_BLANK = 2,     // the blank
-    SET_EXTRAS = 4,    // $ % & *
-    SET_AUSTRIAN = 8,  // further characters of AT-6
-    SET_UMLAUT = 16,   // lead byte of the German two-byte forms
-    SET_EURO = 32,     // lead byte of the euro sign
-};
+// Beside the sets (charset_bit_t) that a byte begins a character of: what must
+// come after it.
+enum : uint8_t { UMLAUT_LEAD = 16, EURO_LEAD = 32 };
 
 static constexpr size_t index_of(char c) { return static_cast<unsigned char>(c); }
 
-static constexpr auto make_sets() {
-    std::array<uint8_t, 256> sets{};
-    for (char c = 'A'; c <= 'Z'; ++c) sets[index_of(c)] = sets[index_of(c) | 0x20U] = SET_BASE;
-    for (char c = '0'; c <= '9'; ++c) sets[index_of(c)] = SET_BASE;
-    for (const char* p = "'()+,-./:?"; *p; ++p) sets[index_of(*p)] = SET_BASE;
-    sets[index_of(' ')] = SET_BLANK;
-    for (const char* p = "$%&*"; *p; ++p) sets[index_of(*p)] = SET_EXTRAS;
-    for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) sets[index_of(*p)] = SET_AUSTRIAN;
-    sets[0xC3] = SET_UMLAUT;
-    sets[0xE2] = SET_EURO;
-    return sets;
+static constexpr auto make_bytes() {
+    std::array<uint8_t, 256> bytes{};
+    for (char c = 'A'; c <= 'Z'; ++c) bytes[index_of(c)] = bytes[index_of(c) | 0x20U] = SET_BASE;
+    for (char c = '0'; c <= '9'; ++c) bytes[index_of(c)] = SET_BASE;
+    for (const char* p = "'()+,-./:?"; *p; ++p) bytes[index_of(*p)] = SET_BASE;
+    bytes[index_of(' ')] = SET_BLANK;
+    for (const char* p = "$%&*"; *p; ++p) bytes[index_of(*p)] = SET_GERMAN;
+    for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) bytes[index_of(*p)] = SET_AUSTRIAN;
+    bytes[0xC3] = SET_GERMAN | UMLAUT_LEAD;
+    bytes[0xE2] = SET_AUSTRIAN | EURO_LEAD;
+    return bytes;
 }
-static constexpr auto sets_of_byte = make_sets();
+static constexpr auto bytes = make_bytes();
 
-static unsigned allowed_sets(int level) {
-    int rulebook = current_rulebook.load(std::memory_order_relaxed);
-    if (rulebook == RULEBOOK_DE_2_6 && level == CHARSET_EXTENDED) level = CHARSET_SPACE;
-    unsigned sets = SET_BASE;
-    if (level >= CHARSET_SPACE) sets |= SET_BLANK;
-    if (level >= CHARSET_EXTENDED) sets |= SET_EXTRAS | SET_UMLAUT;
-    if (rulebook == RULEBOOK_AT_6) sets |= SET_AUSTRIAN | SET_EURO;
-    return sets;
-}
-
-// Second bytes of Ä Ö Ü ä ö ü ß behind 0xC3.
+// Second bytes of Ä Ö Ü ä ö ü ß after 0xC3.
 static bool is_german_tail(char c) { return c && strchr("\x84\x96\x9C\xA4\xB6\xBC\x9F", c); }
 
-// Bytes of the character at `p`, whose lead byte is allowed; 0 for a wrong form.
-static size_t form_length(const char* p, unsigned set) {
-    if (set == SET_UMLAUT) return is_german_tail(p[1]) ? 2 : 0;
-    if (set == SET_EURO) return p[1] == '\x82' && p[2] == '\xAC' ? 3 : 0;
+// Bytes of the character at `p` if it is one of `sets`, else 0.
+static size_t character_length(const char* p, unsigned sets) {
+    unsigned byte = bytes[index_of(*p)];
+    if (!(byte & sets)) return 0;
+    if (byte & UMLAUT_LEAD) return is_german_tail(p[1]) ? 2 : 0;
+    if (byte & EURO_LEAD) return p[1] == '\x82' && p[2] == '\xAC' ? 3 : 0;
     return 1;
 }
 
-int sepa_check_charset(const char* text, char* bad, int level) {
-    if (!text) return 1;
-    unsigned allowed = allowed_sets(level);
+static unsigned sets_of_level(const charsets_t& charsets, int level) {
+    if (level <= CHARSET_STRICT) return charsets.strict;
+    return level == CHARSET_SPACE ? charsets.space : charsets.extended;
+}
+
+bool check_charset(const rulebook_t& rulebook, const char* text, char* bad, int level) {
+    unsigned sets = sets_of_level(rulebook.charsets, level);
     while (*text) {
-        unsigned set = sets_of_byte[index_of(*text)] & allowed;
-        size_t length = set ? form_length(text, set) : 0;
+        size_t length = character_length(text, sets);
         if (!length) {
             if (bad) *bad = *text;
-            return 0;
+            return false;
         }
         text += length;
     }
-    return 1;
+    return true;
+}
+
+}  // namespace sepa_internal
+
+using namespace sepa_internal;
+
+int sepa_check_charset(const char* text, char* bad, int level) {
+    return !text || check_charset(rulebook_in_force(), text, bad, level);
 }
 
 bool sepa_check_message_id(const char* text) {
@@ -71,6 +68,6 @@ bool sepa_check_message_id(const char* text) {
     if (!text) return false;
     size_t length = 0;
     for (; text[length]; ++length)
-        if (length == max_length || !(sets_of_byte[index_of(text[length])] & (SET_BASE | SET_BLANK))) return false;
+        if (length == max_length || !(bytes[index_of(text[length])] & (SET_BASE | SET_BLANK))) return false;
     return length > 0;
 }

@@ -3,6 +3,8 @@
 
 #include "message/transaction.h"
 
+using namespace sepa_internal;
+
 static int take_key(const tx_draft_t& draft, cti_tx_t* record, const char* key, const char* value) {
     switch (take_shared_key(draft, key, value)) {
         case KEY_STORED: return 1;
@@ -18,8 +20,8 @@ int cti_add(sepa_t* handle, const kv_pair_t* list) {
     if (!list) return fail(handle, "No key-value list submitted");
     auto record = static_cast<cti_tx_t*>(calloc(1, sizeof(cti_tx_t)));
     if (!record) return fail(handle, out_of_memory);
-    tx_draft_t draft = {handle,          current_rulebook, record,      "creditor name",
-                        &record->amount, &record->date,    &record->ref};
+    tx_draft_t draft = {handle,          rulebook_in_force(), record,      "creditor name",
+                        &record->amount, &record->date,       &record->ref};
     return add_record(
         handle, list, record, cti_free,
         [&](const char* key, const char* value) { return take_key(draft, record, key, value); },

@@ -1,19 +1,10 @@
 #include "message/document.h"
 #include "platform/clock.h"
 
+using namespace sepa_internal;
+
 static constexpr document_kind_t credit_transfer = {
-    {
-        "pain.001.002.03",  // DE-2.6
-        "pain.001.003.03",  // DE-2.7
-        "pain.001.001.03",  // AT-6
-        "pain.001.001.03",  // NL-6
-        "pain.001.003.03",  // DE-2.8
-        "pain.001.003.03",  // DE-2.9
-        "pain.001.001.03",  // DE-3.0
-        "pain.001.001.03",  // DE-3.1
-        "pain.001.001.03",  // DE-3.5
-        "pain.001.001.09",  // DE-3.7
-    },
+    &rulebook_t::transfer_schema,
     "CstmrCdtTrfInitn",
     "cti_toXML: strdup() failed",
 };
@@ -28,7 +19,7 @@ static void write_transaction(document_t* document, const cti_tx_t& tx) {
     if (tx.bic) {
         xml_open(xml, 4, "CdtrAgt");
         xml_open(xml, 4, "FinInstnId");
-        xml_text(xml, 5, bic_element(document), tx.bic);
+        xml_text(xml, 5, document->rulebook.bic_element, tx.bic);
         xml_close(xml, 4, "FinInstnId");
         xml_close(xml, 4, "CdtrAgt");
     }
@@ -64,7 +55,7 @@ static void write_block(document_t* document, const payment_block_t& block, uint
 }
 
 int cti_toXML(sepa_t* handle, xmlbuf_t* buffer) {
-    document_t document = {handle, &credit_transfer, current_rulebook, clock_now(), {buffer, true}};
+    document_t document = {handle, &credit_transfer, rulebook_in_force(), clock_now(), {buffer, true}};
     if (!ensure_message_id(&document) || !write_document_start(&document)) return 0;
 
     payment_order_t order;

@@ -4,6 +4,8 @@
 
 #include "message/transaction.h"
 
+using namespace sepa_internal;
+
 static constexpr text_rule_t mref_rule = {1, 35, "Invalid mandate reference (must be 1-35 characters)", CHARSET_STRICT,
                                           "mandate reference"};
 static constexpr text_rule_t old_mref_rule = {1, 35, "Invalid old mandate reference (must be 1-35 characters)",
@@ -32,8 +34,8 @@ static int take_smnda(sepa_t* handle, ddi_tx_t* record, const char* value) {
 
 static int take_mref(const tx_draft_t& draft, ddi_tx_t* record, const char* value) {
     text_rule_t rule = mref_rule;
-    if (is_rulebook_de_3(draft.rulebook)) rule.level = CHARSET_SPACE;
-    return take_text(draft.handle, rule, value, &record->mref) == KEY_STORED;
+    rule.level = draft.rulebook.mref_level;
+    return take_text(draft, rule, value, &record->mref) == KEY_STORED;
 }
 
 static int take_key(const tx_draft_t& draft, ddi_tx_t* record, const char* key, const char* value) {
@@ -50,7 +52,7 @@ static int take_key(const tx_draft_t& draft, ddi_tx_t* record, const char* key, 
     if (same_key(key, "mdate"))
         return take_exact(handle, date_length, "Invalid mandate signature date (format: yyyy-mm-dd)", value,
                           &record->mdate) == KEY_STORED;
-    if (same_key(key, "old_mref")) return take_text(handle, old_mref_rule, value, &record->old_mref) == KEY_STORED;
+    if (same_key(key, "old_mref")) return take_text(draft, old_mref_rule, value, &record->old_mref) == KEY_STORED;
     if (same_key(key, "old_iban")) return take_iban(handle, value, &record->old_iban) == KEY_STORED;
     if (same_key(key, "smnda")) return take_smnda(handle, record, value);
     return fail_with(handle, "Invalid transaction property '%s'", key);
@@ -69,16 +71,16 @@ int is_non_eea_bic(const char* bic) {
 static int check_address(const tx_draft_t& draft) {
     const sepa_party_t* party = draft.party;
     if (!party->bic || is_non_eea_bic(party->bic) != 1) return 1;
-    switch (draft.rulebook) {
-        case RULEBOOK_DE_3_1:
-        case RULEBOOK_DE_3_5:
+    switch (draft.rulebook.need_outside_eea) {
+        case NOTHING_NEEDED: return 1;
+        case LINE_NEEDED:
             if (party->addrLine1 || party->addrLine2) return 1;
             return fail(draft.handle, "Address required for BICs outside EEA");
-        case RULEBOOK_DE_3_7:
+        case TOWN_AND_COUNTRY_NEEDED:
             if (party->addrTown && party->addrCC) return 1;
             return fail(draft.handle, "Structured address required for BICs outside EEA (at least town and country)");
-        default: return 1;
     }
+    return 1;
 }
 
 int ddi_add(sepa_t* handle, const kv_pair_t* list) {
@@ -86,7 +88,8 @@ int ddi_add(sepa_t* handle, const kv_pair_t* list) {
     if (!list) return fail(handle, "No key-value list submitted");
     auto record = static_cast<ddi_tx_t*>(calloc(1, sizeof(ddi_tx_t)));
     if (!record) return fail(handle, out_of_memory);
-    tx_draft_t draft = {handle, current_rulebook, record, "debtor name", &record->amount, &record->date, &record->ref};
+    tx_draft_t draft = {handle,          rulebook_in_force(), record,      "debtor name",
+                        &record->amount, &record->date,       &record->ref};
     return add_record(
         handle, list, record, ddi_free,
         [&](const char* key, const char* value) { return take_key(draft, record, key, value); },

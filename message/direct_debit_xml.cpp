@@ -1,19 +1,10 @@
 #include "message/document.h"
 #include "platform/clock.h"
 
+using namespace sepa_internal;
+
 static constexpr document_kind_t direct_debit = {
-    {
-        "pain.008.002.02",  // DE-2.6
-        "pain.008.003.02",  // DE-2.7
-        "pain.008.001.02",  // AT-6
-        "pain.008.001.02",  // NL-6
-        "pain.008.003.02",  // DE-2.8
-        "pain.008.003.02",  // DE-2.9
-        "pain.008.001.02",  // DE-3.0
-        "pain.008.001.02",  // DE-3.1
-        "pain.008.001.02",  // DE-3.5
-        "pain.008.001.08",  // DE-3.7
-    },
+    &rulebook_t::debit_schema,
     "CstmrDrctDbtInitn",
     "ddi_toXML: strdup() failed",
 };
@@ -30,10 +21,10 @@ static int check_complete(sepa_t* handle) {
 }
 
 // The scheme's code of the local instrument, or null where the rulebook has none.
-static const char* local_instrument(int dd_type, int rulebook) {
+static const char* local_instrument(int dd_type, const rulebook_t& rulebook) {
     switch (dd_type) {
         case SEPA_DDTYPE_CORE: return "CORE";
-        case SEPA_DDTYPE_COR1: return is_rulebook_de_3(rulebook) ? nullptr : "COR1";
+        case SEPA_DDTYPE_COR1: return rulebook.cor1 == COR1_REFUSED ? nullptr : "COR1";
         case SEPA_DDTYPE_B2B: return "B2B";
         default: return nullptr;
     }
@@ -48,15 +39,14 @@ static int check_mandates(sepa_t* handle) {
     return 1;
 }
 
-// The marker "SMNDA" in an element `outer`, inside it `inner`.
-static void write_smnda(xml_writer_t* xml, const char* outer, const char* inner) {
-    xml_open(xml, 7, outer);
-    xml_open(xml, 8, inner);
+static void write_smnda(xml_writer_t* xml, const smnda_place_t& place) {
+    xml_open(xml, 7, place.outer);
+    xml_open(xml, 8, place.inner);
     xml_open(xml, 9, "Othr");
     xml_fixed(xml, 10, "Id", "SMNDA");
     xml_close(xml, 9, "Othr");
-    xml_close(xml, 8, inner);
-    xml_close(xml, 7, outer);
+    xml_close(xml, 8, place.inner);
+    xml_close(xml, 7, place.outer);
 }
 
 static void write_amendment(document_t* document, const ddi_tx_t& tx) {
@@ -66,10 +56,7 @@ static void write_amendment(document_t* document, const ddi_tx_t& tx) {
     xml_open(xml, 6, "AmdmntInfDtls");
     xml_text(xml, 7, "OrgnlMndtId", tx.old_mref);
     if (tx.smnda) {
-        if (is_rulebook_de_3(document->rulebook))
-            write_smnda(xml, "OrgnlDbtrAcct", "Id");
-        else
-            write_smnda(xml, "OrgnlDbtrAgt", "FinInstnId");
+        write_smnda(xml, document->rulebook.smnda);
     } else if (tx.old_iban) {
         xml_open(xml, 7, "OrgnlDbtrAcct");
         xml_open(xml, 8, "Id");
@@ -96,7 +83,7 @@ static void write_debtor_agent(document_t* document, const ddi_tx_t& tx) {
     xml_open(xml, 4, "DbtrAgt");
     xml_open(xml, 5, "FinInstnId");
     if (tx.bic) {
-        xml_text(xml, 6, bic_element(document), tx.bic);
+        xml_text(xml, 6, document->rulebook.bic_element, tx.bic);
     } else {
         xml_open(xml, 6, "Othr");
         xml_fixed(xml, 7, "Id", "NOTPROVIDED");
@@ -163,7 +150,7 @@ static void write_block(document_t* document, const payment_block_t& block, uint
 }
 
 int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer) {
-    document_t document = {handle, &direct_debit, current_rulebook, clock_now(), {buffer, true}};
+    document_t document = {handle, &direct_debit, rulebook_in_force(), clock_now(), {buffer, true}};
     if (!check_complete(handle)) return 0;
     const char* instrument = local_instrument(handle->dd_type, document.rulebook);
     if (!instrument) return fail(handle, "Unknown/unsupported LocalInstrumentCode (setDDType)");

@@ -7,6 +7,8 @@
 
 #include "platform/clock.h"
 
+using namespace sepa_internal;
+
 // Names of the ISO 20022 schemas. The Austrian and Dutch rulebooks name no
 // schema file.
 static constexpr const char* schema_namespace = "urn:iso:std:iso:20022:tech:xsd:";
@@ -111,11 +113,9 @@ static void write_group_header(document_t* document) {
 }
 
 int write_document_start(document_t* document) {
-    int rulebook = document->rulebook;
-    if (rulebook < RULEBOOK_DE_2_6 || rulebook > RULEBOOK_DE_3_7)
-        return fail(document->handle, "unknown/unsupported SEPA rulebook selected");
-    write_head(&document->xml, document->kind->schema_of_rulebook[rulebook],
-               rulebook != RULEBOOK_AT_6 && rulebook != RULEBOOK_NL_6);
+    const char* schema = document->rulebook.*document->kind->schema;
+    if (!schema) return fail(document->handle, "unknown/unsupported SEPA rulebook selected");
+    write_head(&document->xml, schema, document->rulebook.names_schema_file);
     xml_open(&document->xml, 1, document->kind->root);
     write_group_header(document);
     return 1;
@@ -146,8 +146,6 @@ void write_date(document_t* document, const char* name, const payment_block_t& b
     xml_text(&document->xml, 3, name, date);
 }
 
-const char* bic_element(const document_t* document) { return document->rulebook == RULEBOOK_DE_3_7 ? "BICFI" : "BIC"; }
-
 void write_own_party(document_t* document, const own_party_names_t& names) {
     xml_writer_t* xml = &document->xml;
     const sepa_t* handle = document->handle;
@@ -161,7 +159,7 @@ void write_own_party(document_t* document, const own_party_names_t& names) {
     xml_close(xml, 3, names.account);
     xml_open(xml, 3, names.agent);
     xml_open(xml, 4, "FinInstnId");
-    xml_text(xml, 5, bic_element(document), handle->bic);
+    xml_text(xml, 5, document->rulebook.bic_element, handle->bic);
     xml_close(xml, 4, "FinInstnId");
     xml_close(xml, 3, names.agent);
     xml_fixed(xml, 3, "ChrgBr", "SLEV");
@@ -194,7 +192,7 @@ void write_postal_address(document_t* document, const sepa_party_t& party) {
     if (!party.addrCC && !party.addrTown && !party.addrLine1 && !party.addrLine2) return;
     xml_writer_t* xml = &document->xml;
     xml_open(xml, 5, "PstlAdr");
-    if (document->rulebook == RULEBOOK_DE_3_7)
+    if (document->rulebook.address == ADDRESS_OF_PARTS)
         write_structured_address(xml, party);
     else
         write_address_lines(xml, party);

@@ -4,11 +4,12 @@
 #include <ctime>
 
 #include "message/payment_blocks.h"
+#include "message/rulebook.h"
 #include "message/xml_writer.h"
 
 // The names by which the two kinds of document differ in shared pieces.
 struct document_kind_t {
-    const char* schema_of_rulebook[RULEBOOK_COUNT];
+    const char* sepa_internal::rulebook_t::*schema;
     const char* root;             // child of Document
     const char* no_msgid_memory;  // failure text
 };
@@ -17,7 +18,7 @@ struct document_kind_t {
 struct document_t {
     sepa_t* handle;
     const document_kind_t* kind;
-    int rulebook;
+    const sepa_internal::rulebook_t& rulebook;
     time_t now;  // the one clock reading of the document
     xml_writer_t xml;
 };
@@ -57,9 +58,6 @@ void write_blocks(const payment_order_t& order, WriteBlock write_block) {
         first += block.count;
     }
 }
-
-// The name of the element that holds a BIC.
-const char* bic_element(const document_t* document);
 
 // PstlAdr, unless the party has none of the fields that call for one.
 void write_postal_address(document_t* document, const sepa_party_t& party);

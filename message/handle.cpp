@@ -46,8 +46,3 @@ bool bic_in_capitals(const char* bic, char (&out)[max_bic_length + 1]) {
     *p = '\0';
     return true;
 }
-
-bool is_rulebook_de_3(int rulebook) {
-    return rulebook == RULEBOOK_DE_3_0 || rulebook == RULEBOOK_DE_3_1 || rulebook == RULEBOOK_DE_3_5 ||
-           rulebook == RULEBOOK_DE_3_7;
-}

@@ -37,6 +37,3 @@ bool bic_in_capitals(const char* bic, char (&out)[max_bic_length + 1]);
 
 // Today's date as clock_local gives it, or any date of ten bytes.
 constexpr size_t date_length = 10;
-
-// Tells whether the rulebook in force is one of DE-3.0, DE-3.1, DE-3.5, DE-3.7.
-bool is_rulebook_de_3(int rulebook);

@@ -4,42 +4,15 @@
 
 #include "iban/iban.h"
 #include "message/handle.h"
-#include "platform/clock.h"
+#include "message/rulebook.h"
 #include "statement/mt940.h"
 
-std::atomic<int> current_rulebook{RULEBOOK_NONE};
+using namespace sepa_internal;
+
 std::atomic<uint32_t> message_counter{0};
 
-static const struct {
-    const char* text;
-    sepa_rulebook id;
-} rulebooks[] = {
-    {"DE-2.6", RULEBOOK_DE_2_6}, {"DE-2.7", RULEBOOK_DE_2_7}, {"AT-6", RULEBOOK_AT_6},     {"NL-6", RULEBOOK_NL_6},
-    {"DE-2.8", RULEBOOK_DE_2_8}, {"DE-2.9", RULEBOOK_DE_2_9}, {"DE-3.0", RULEBOOK_DE_3_0}, {"DE-3.1", RULEBOOK_DE_3_1},
-    {"DE-3.5", RULEBOOK_DE_3_5}, {"DE-3.7", RULEBOOK_DE_3_7},
-};
-
-int sepa_init(long option, const char* value) {
-    if (option != SEPA_INIT_RULEBOOK || !value) return 0;
-    for (const auto& rulebook : rulebooks) {
-        if (strcmp(value, rulebook.text) != 0) continue;
-        current_rulebook = rulebook.id;
-        return 1;
-    }
-    return 0;
-}
-
-// DE-3.7 is in force from 17 April 2024 on.
-static sepa_rulebook rulebook_of_today() {
-    struct tm today;
-    clock_local(clock_now(), &today);
-    int date = (today.tm_year + 1900) * 10000 + (today.tm_mon + 1) * 100 + today.tm_mday;
-    return date >= 20240417 ? RULEBOOK_DE_3_7 : RULEBOOK_DE_3_5;
-}
-
 sepa_t* sepa_new(long msgtype) {
-    int none = RULEBOOK_NONE;
-    if (current_rulebook == RULEBOOK_NONE) current_rulebook.compare_exchange_strong(none, rulebook_of_today());
+    settle_rulebook();
     if (msgtype != SEPA_MSGTYPE_DDI && msgtype != SEPA_MSGTYPE_CTI) return nullptr;
     auto handle = static_cast<sepa_t*>(calloc(1, sizeof(sepa_t)));
     if (!handle) return nullptr;

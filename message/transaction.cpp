@@ -7,7 +7,10 @@
 #include <initializer_list>
 
 #include "iban/iban.h"
+#include "message/charset.h"
 #include "statement/mt940.h"
+
+using namespace sepa_internal;
 
 static constexpr text_rule_t name_rule = {1, 70, "Invalid name (must be 1-70 characters)", CHARSET_EXTENDED, nullptr};
 static constexpr text_rule_t line1_rule = {1, 70, "Invalid address line 1 (must be 1-70 chars)", CHARSET_EXTENDED,
@@ -61,10 +64,11 @@ static bool within(const char* value, size_t min_bytes, size_t max_bytes) {
     return length >= min_bytes && length <= max_bytes;
 }
 
-tx_key_result take_text(sepa_t* handle, const text_rule_t& rule, const char* value, char** field) {
+tx_key_result take_text(const tx_draft_t& draft, const text_rule_t& rule, const char* value, char** field) {
+    sepa_t* handle = draft.handle;
     char bad;
     if (!within(value, rule.min_bytes, rule.max_bytes)) return refuse(handle, rule.length_error);
-    if (!sepa_check_charset(value, &bad, rule.level)) {
+    if (!check_charset(draft.rulebook, value, &bad, rule.level)) {
         fail_with(handle, "Invalid character '%c' in %s", bad, rule.noun);
         return KEY_REFUSED;
     }
@@ -98,9 +102,9 @@ static tx_key_result take_country(sepa_t* handle, const char* value, char** fiel
 
 static tx_key_result take_address_line(const tx_draft_t& draft, const text_rule_t& rule, const char* value,
                                        char** field) {
-    if (draft.rulebook == RULEBOOK_DE_3_7)
+    if (draft.rulebook.address == ADDRESS_OF_PARTS)
         return refuse(draft.handle, "selected SEPA rulebook requires structured address data");
-    return take_text(draft.handle, rule, value, field);
+    return take_text(draft, rule, value, field);
 }
 
 // Whether sepa_format_amount can write it: its cents fit a signed 64-bit integer.
@@ -130,7 +134,7 @@ static tx_key_result take_amount(const tx_draft_t& draft, const char* value) {
 tx_key_result take_shared_key(const tx_draft_t& draft, const char* key, const char* value) {
     sepa_t* handle = draft.handle;
     sepa_party_t* party = draft.party;
-    if (draft.rulebook == RULEBOOK_DE_3_7) {
+    if (draft.rulebook.address == ADDRESS_OF_PARTS) {
         for (const auto& address : address_keys) {
             if (!same_key(key, address.key)) continue;
             if (sepa_check_field(address.kind, value)) return store(handle, value, &(party->*address.field));
@@ -141,24 +145,24 @@ tx_key_result take_shared_key(const tx_draft_t& draft, const char* key, const ch
     if (same_key(key, "name")) {
         text_rule_t rule = name_rule;
         rule.noun = draft.name_noun;
-        return take_text(handle, rule, value, &party->name);
+        return take_text(draft, rule, value, &party->name);
     }
     if (same_key(key, "iban")) return take_iban(handle, value, &party->iban);
     if (same_key(key, "bic")) return take_bic(handle, value, &party->bic);
     if (same_key(key, "addrCC")) return take_country(handle, value, &party->addrCC);
     if (same_key(key, "addrLine1")) return take_address_line(draft, line1_rule, value, &party->addrLine1);
     if (same_key(key, "addrLine2")) return take_address_line(draft, line2_rule, value, &party->addrLine2);
-    if (same_key(key, "ref")) return take_text(handle, ref_rule, value, draft.ref);
+    if (same_key(key, "ref")) return take_text(draft, ref_rule, value, draft.ref);
     if (same_key(key, "amount")) return take_amount(draft, value);
     if (same_key(key, "date"))
         return take_exact(handle, date_length, "Invalid execution date (format: yyyy-mm-dd)", value, draft.date);
-    if (same_key(key, "id")) return take_text(handle, id_rule, value, &party->id);
+    if (same_key(key, "id")) return take_text(draft, id_rule, value, &party->id);
     return KEY_UNKNOWN;
 }
 
 int check_party_complete(const tx_draft_t& draft) {
     if (!draft.party->iban) return fail(draft.handle, "IBAN missing");
-    if (!draft.party->bic && draft.rulebook == RULEBOOK_DE_2_6) return fail(draft.handle, "BIC missing");
+    if (!draft.party->bic && draft.rulebook.bic_required) return fail(draft.handle, "BIC missing");
     return 1;
 }
 

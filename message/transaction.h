@@ -2,12 +2,13 @@
 #pragma once
 
 #include "message/handle.h"
+#include "message/rulebook.h"
 
 // One add under way. The pointers name the fields of the record in hand that
 // both kinds have outside sepa_party_t.
 struct tx_draft_t {
     sepa_t* handle;
-    int rulebook;  // the one in force when the add began
+    const sepa_internal::rulebook_t& rulebook;  // the one in force when the add began
     sepa_party_t* party;
     const char* name_noun;  // "creditor name" or "debtor name"
     double* amount;
@@ -31,7 +32,7 @@ struct text_rule_t {
 };
 
 // Tests `value` by `rule` and stores a copy of it in `field`.
-tx_key_result take_text(sepa_t* handle, const text_rule_t& rule, const char* value, char** field);
+tx_key_result take_text(const tx_draft_t& draft, const text_rule_t& rule, const char* value, char** field);
 
 // Tests an IBAN and stores it; the reason text becomes last_error.
 tx_key_result take_iban(sepa_t* handle, const char* value, char** field);
