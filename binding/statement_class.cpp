@@ -82,27 +82,47 @@ static void add_float(zval* array, result_key_t key, double number) {
     add(array, key, &value);
 }
 
-static void add_text(zval* array, result_key_t key, const char* text) {
-    if (!text) return;
+// From this length on a text can pass the memory limit by itself.
+static constexpr size_t large_text = 64 * 1024;
+
+// Null where the engine is to end the request for the text's size.
+static zend_string* make_string(const char* text) {
+    size_t length = strlen(text);
+    if (!length) return ZSTR_EMPTY_ALLOC();
+    if (length < large_text) return zend_string_init(text, length, 0);
+    SEPA_KEEP_MEMORY_LIMIT();
+    return SEPA_NEW_STRING(text, length);
+}
+
+static void add_string(zval* array, result_key_t key, zend_string* string) {
+    if (!string) return;
     zval value;
-    if (*text)
-        ZVAL_STRING(&value, text);
-    else
-        ZVAL_EMPTY_STRING(&value);
+    ZVAL_STR(&value, string);
     add(array, key, &value);
 }
 
-// In a malformed file thousands of transactions can have the same megabytes as
-// their reference. They share one string.
-static void add_reference(zval* array, const sepa_stmt_tx_t* tx, const sepa_stmt_tx_t* before, zval* last) {
-    if (!tx->ref) return;
-    if (before && before->ref == tx->ref) {
-        Z_TRY_ADDREF_P(last);
-        add(array, key_ref, last);
-        return;
+static void add_text(zval* array, result_key_t key, const char* text) {
+    if (text) add_string(array, key, make_string(text));
+}
+
+// In a malformed file the references of thousands of transactions, in as many
+// statements, can be the same megabytes. One place in the text makes one string.
+// Places of references never fall from one transaction of a file to the next,
+// so the latest is all that has to be remembered; no other text has two owners.
+struct latest_reference_t {
+    const char* place;    // null before the first
+    zend_string* string;  // owned by the arrays that have it
+};
+
+static void add_reference(zval* array, const char* place, latest_reference_t* latest) {
+    if (!place) return;
+    if (place != latest->place) {
+        latest->place = place;
+        latest->string = make_string(place);
+    } else if (latest->string) {
+        latest->string = zend_string_copy(latest->string);
     }
-    add_text(array, key_ref, tx->ref);
-    ZVAL_COPY_VALUE(last, zend_hash_find(Z_ARRVAL_P(array), keys[key_ref]));
+    add_string(array, key_ref, latest->string);
 }
 
 // Dates are shown as the file has them, also the thirteenth month.
@@ -114,13 +134,13 @@ static void add_date(zval* array, result_key_t key, const struct tm* date) {
     add(array, key, &value);
 }
 
-static void make_transaction(zval* array, const sepa_stmt_tx_t* tx, const sepa_stmt_tx_t* before, zval* last_ref) {
+static void make_transaction(zval* array, const sepa_stmt_tx_t* tx, latest_reference_t* latest) {
     array_init_size(array, transaction_size);
     add_date(array, key_valuta, &tx->valuta);
     if (tx->booked.tm_year > 0) add_date(array, key_booked, &tx->booked);
     add_float(array, key_amount, tx->amount);
     add_text(array, key_code, tx->code);
-    add_reference(array, tx, before, last_ref);
+    add_reference(array, tx->ref, latest);
     add_text(array, key_bankref, tx->bankref);
     add_integer(array, key_gvc, static_cast<uint32_t>(tx->gvc));
     if (tx->extcode) add_integer(array, key_extcode, static_cast<uint32_t>(tx->extcode));
@@ -143,19 +163,17 @@ static void make_transaction(zval* array, const sepa_stmt_tx_t* tx, const sepa_s
     add_text(array, key_abwe, tx->abwe);
 }
 
-static void make_transactions(zval* list, const sepa_statement_t* statement) {
+static void make_transactions(zval* list, const sepa_statement_t* statement, latest_reference_t* latest) {
     array_init(list);
-    const sepa_stmt_tx_t* before = nullptr;
-    zval last_ref;
-    for (const sepa_stmt_tx_t* tx = statement->tx_first; tx; before = tx, tx = tx->next) {
+    for (const sepa_stmt_tx_t* tx = statement->tx_first; tx; tx = tx->next) {
         zval item;
-        make_transaction(&item, tx, before, &last_ref);
+        make_transaction(&item, tx, latest);
         add_next_index_zval(list, &item);
         SEPA_KEEP_MEMORY_LIMIT();
     }
 }
 
-static void make_statement(zval* array, const sepa_statement_t* statement) {
+static void make_statement(zval* array, const sepa_statement_t* statement, latest_reference_t* latest) {
     array_init_size(array, statement_size);
     add_text(array, key_ref, statement->ref);
     add_text(array, key_account, statement->account);
@@ -168,7 +186,7 @@ static void make_statement(zval* array, const sepa_statement_t* statement) {
     add_text(array, key_close_currency, statement->close_currency);
     add_date(array, key_close_date, &statement->close_date);
     zval transactions;
-    make_transactions(&transactions, statement);
+    make_transactions(&transactions, statement, latest);
     add(array, key_tx, &transactions);
 }
 
@@ -234,9 +252,10 @@ static ZEND_METHOD(SEPAStatementParser, getStatements) {
     sepa_stmt_parser_t* handle = handle_of(ZEND_THIS);
     if (!handle || !handle->first) return;
     array_init(return_value);
+    latest_reference_t latest = {};
     for (const sepa_statement_t* statement = handle->first; statement; statement = statement->next) {
         zval item;
-        make_statement(&item, statement);
+        make_statement(&item, statement, &latest);
         add_next_index_zval(return_value, &item);
         SEPA_KEEP_MEMORY_LIMIT();
     }

@@ -42,7 +42,7 @@ ends_well() { # CALL KILOBYTES
 # is met in the middle of calls.
 memory_runs_out() {
     count_script with_failing_memory allocations.php
-    for call in document numbers texts exit handler fiber objects statements; do
+    for call in document numbers texts exit handler fiber objects statements accounts references; do
         for kilobytes in 500 900 1300; do
             check "the memory limit, $call, $kilobytes kB" ends_well $call $kilobytes
         done

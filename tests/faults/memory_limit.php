@@ -36,16 +36,17 @@ function big_message(): SEPA
     return $message;
 }
 
-function parser_of_big_file(): SEPAStatementParser
+function parser_of(string $content): SEPAStatementParser
 {
     $file = tempnam(sys_get_temp_dir(), 'sepa');
-    $statement = file_get_contents(__DIR__ . '/../data/statements/two_accounts.sta');
-    file_put_contents($file, str_repeat("\r\n" . $statement, 2000));
+    file_put_contents($file, $content);
     $parser = new SEPAStatementParser();
     $parser->load(SEPA_STMT_FORMAT_MT940, $file);
     unlink($file);
     return $parser;
 }
+
+$get_statements = function (SEPAStatementParser $parser) { return $parser->getStatements(); };
 
 /** What to prepare, and what to call then. */
 $calls = [
@@ -78,7 +79,16 @@ $calls = [
             $all[] = credit_transfer();
         }
     }],
-    'statements' => ['parser_of_big_file', function (SEPAStatementParser $parser) { return $parser->getStatements(); }],
+    'statements' => [function () {
+        return parser_of(str_repeat("\r\n" . file_get_contents(__DIR__ . '/../data/statements/two_accounts.sta'), 2000));
+    }, $get_statements],
+    // Texts of a statement and of a transaction, each far beyond the limit.
+    'accounts' => [function () {
+        return parser_of(str_repeat("\r\n:20:\r\n:25:" . str_repeat('x', 30 << 20) . "\r\n-\r\n", 2));
+    }, $get_statements],
+    'references' => [function () {
+        return parser_of("\r\n:20:\r\n:61:240102C1,NTRF" . str_repeat('x', 30 << 20) . '//' . str_repeat('x', 30 << 20) . "\r\n-");
+    }, $get_statements],
 ];
 
 putenv('FAIL_AT=0');

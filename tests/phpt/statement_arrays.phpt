@@ -50,6 +50,15 @@ foreach ($first as $number => $statement) {
         echo "  $index: ", line($transaction), "\n";
     }
 }
+
+// A far-away type gives all statements before it the same long reference.
+file_put_contents($file, str_repeat("\r\n:20:\r\n:61:240102C1,\r\n-", 2500) . 'NTRF' . str_repeat('x', 65000));
+$parser = new SEPAStatementParser();
+$parser->load(SEPA_STMT_FORMAT_MT940, $file);
+$before = memory_get_usage();
+$statements = $parser->getStatements();
+echo count($statements), ' ', strlen($statements[0]['tx'][0]['ref']), ' ', strlen($statements[2499]['tx'][0]['ref']), "\n";
+var_dump(memory_get_usage() - $before < 10 << 20);
 --CLEAN--
 <?php unlink(__DIR__ . '/statement_arrays.sta');
 --EXPECT--
@@ -64,3 +73,5 @@ SECOND', eref 'E', kref 'K', mref 'M', cred 'C', debt 'D', purp 'P', coam '1.5',
 2: ref 'POOR', openSaldo 0.0, openCurrency '', openDate NONE, closeSaldo 1.0, closeCurrency 'EUR', closeDate '2024-01-02', tx 2
   0: valuta '2024-01-02', amount 1.0, code 'TRF', ref '', gvc 4294967295, extcode 4294967295, txtext '', bank '', account '', name '', purpose ''
   1: valuta NONE, amount 0.0, code '', gvc 0, bank '', account '', name ''
+2500 65000 65000
+bool(true)
