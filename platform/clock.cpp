@@ -6,6 +6,7 @@ time_t clock_now() { return time(nullptr); }
 
 void clock_local(time_t seconds, struct tm* out) {
     *out = {};
+    tzset();  // a web server sets a worker's zone late, and localtime_r need not look again
     if (!localtime_r(&seconds, out)) *out = {};
 }
 

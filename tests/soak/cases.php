@@ -22,6 +22,13 @@ function kept_rulebook(): string
     return $schema[1];
 }
 
+/** The message id has local time, the time of creation is UTC. */
+function hours_ahead(): float
+{
+    preg_match('~<MsgId>SEPA-(\d{14})-.*<CreDtTm>([^<]*)<~s', (new SEPA(SEPA_MSGTYPE_CTI))->toXML(), $times);
+    return (strtotime("$times[1] UTC") - strtotime($times[2])) / 3600;
+}
+
 /** The document of $message with as many payments as $case wants. */
 function document(SEPA $message, int $case): string
 {

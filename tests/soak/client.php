@@ -4,12 +4,17 @@
  *
  *     client.php load PORT FIRST COUNT    cases FIRST, FIRST + 1, …
  *     client.php rulebooks PORT COUNT     does each process keep the rulebook selected last?
+ *     client.php zone PORT                prints hours ahead of UTC, no more
  *
  * Prints "COUNT requests, N wrong" and the process ids that answered.
  */
 require __DIR__ . '/cases.php';
 
-[, $mode, $port, $first] = $argv;
+[, $mode, $port, $first] = $argv + [3 => 0];
+if ($mode === 'zone') {
+    echo explode("\n", (string) file_get_contents("http://127.0.0.1:$port/request.php?zone"))[1] ?? '', "\n";
+    exit;
+}
 $count = (int) ($argv[4] ?? $first);
 $kept = [];
 $wrong = 0;
