@@ -29,9 +29,10 @@ foreach (read_csv($file, $columns) as $line => $row) {
         'iban'   => $row['iban'],
         'amount' => $row['amount'],
         'date'   => $row['date'],
-        'ref'    => in_charset_of($rulebook, $row['reference']),
     ];
-    foreach (['bic' => bic_of($rulebook, $row), 'purp' => $row['purpose'], 'id' => $row['id']] as $key => $value) {
+    $optional = ['bic' => bic_of($rulebook, $row), 'purp' => $row['purpose'], 'id' => $row['id'],
+                 'ref' => in_charset_of($rulebook, $row['reference'])];
+    foreach ($optional as $key => $value) {
         if ($value !== '') {
             $payment[$key] = $value;
         }
@@ -49,7 +50,7 @@ if (!$dates) {
     stop("$file: no payments");
 }
 try {
-    echo $message->toXML();
+    echo with_date_element($rulebook, $message->toXML());
 } catch (SEPAException $e) {
     stop($e->getMessage());
 }

@@ -48,9 +48,9 @@ foreach (read_csv($file, $columns) as $line => $row) {
         'seq'    => $row['sequence'],
         'mref'   => $row['mandate'],
         'mdate'  => $row['signed'],
-        'ref'    => in_charset_of($rulebook, $row['reference']),
     ];
-    $optional = ['bic' => bic_of($rulebook, $row), 'old_mref' => $row['old_mandate'], 'old_iban' => $row['old_iban'], 'id' => $row['id']];
+    $optional = ['bic' => bic_of($rulebook, $row), 'old_mref' => $row['old_mandate'], 'old_iban' => $row['old_iban'],
+                 'ref' => in_charset_of($rulebook, $row['reference']), 'id' => $row['id']];
     foreach ($optional as $key => $value) {
         if ($value !== '') {
             $collection[$key] = $value;

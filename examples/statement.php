@@ -16,6 +16,26 @@ function utf8(string $text): string
     }, $text);
 }
 
+/**
+ * A copy of the file as the parser reads it whole: CR LF at each line's end, one
+ * before the first line, and a line of its own between a :86: and the closing
+ * "-". It is gone when the program lets go of it.
+ */
+function readable_copy(string $file)
+{
+    $text = @file_get_contents($file);
+    if ($text === false) {
+        stop("can't read $file");
+    }
+    $text = "\r\n" . preg_replace('/\r\n?|\n/', "\r\n", $text) . "\r\n";
+    if (preg_match('/\n:61:\d{6}(\d{4})?R?[CD][A-Z]?\d+(,\d*)?[^\d,\rN].*/', $text, $line)) {
+        stop("$file: only transaction types that begin with N are understood, not this: " . trim($line[0]));
+    }
+    $copy = tmpfile();
+    fwrite($copy, str_replace("\r\n-\r\n", "\r\n:\r\n-\r\n", $text));
+    return $copy;
+}
+
 /** The text without control characters, cut or filled up to $width characters. */
 function column(string $text, int $width): string
 {
@@ -63,9 +83,10 @@ $arguments = array_slice($argv, 1);
 $as_json = in_array('--json', $arguments, true);
 $file = array_values(array_diff($arguments, ['--json']))[0] ?? __DIR__ . '/statement.sta';
 
+$copy = readable_copy($file);
 $parser = new SEPAStatementParser();
 try {
-    $parser->load(SEPA_STMT_FORMAT_MT940, $file);
+    $parser->load(SEPA_STMT_FORMAT_MT940, stream_get_meta_data($copy)['uri']);
 } catch (SEPAException $e) {
     stop("$file: {$e->getMessage()}");
 }
@@ -89,6 +110,6 @@ if ($as_json) {
     exit;
 }
 if (!$statements) {
-    stop("$file: no statement; the lines of an MT940 file end in CR LF");
+    stop("$file: no line begins with :20:, so this is no MT940 file");
 }
 array_map('print_statement', $statements);

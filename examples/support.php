@@ -71,6 +71,19 @@ function in_charset_of(string $rulebook, string $text): string
     ]);
 }
 
+/**
+ * A credit transfer as the bank takes it: the schema of DE-3.7 wants <Dt> inside
+ * the execution date, which the extension writes bare. No value can hold these
+ * tags, since "<" is escaped in them.
+ */
+function with_date_element(string $rulebook, string $transfer): string
+{
+    if ($rulebook !== 'DE-3.7') {
+        return $transfer;
+    }
+    return str_replace(['<ReqdExctnDt>', '</ReqdExctnDt>'], ['<ReqdExctnDt><Dt>', '</Dt></ReqdExctnDt>'], $transfer);
+}
+
 /** The row's BIC. DE-2.6 asks for one in every row; the directory knows most. */
 function bic_of(string $rulebook, array $row): string
 {

@@ -27,9 +27,14 @@ need() {
 
 install_wanted() {
     [ -n "$wanted" ] || return 0
-    say "Installing:$wanted"
     sudo=
     [ "$(id -u)" -eq 0 ] || sudo=sudo
+    [ -z "$sudo" ] || command -v sudo >/dev/null 2>&1 || {
+        say "Something is missing. An administrator has to run:"
+        say "    apt-get update && apt-get install -y --no-install-recommends$wanted"
+        exit 1
+    }
+    say "Installing:$wanted"
     {
         $sudo apt-get update
         # shellcheck disable=SC2086
