@@ -12,8 +12,8 @@ directory/bank_directory.lo: generated/directory_tables.inc
 generated/directory_tables.inc: generated/gen_directory generated/directory_choice.txt $(sepa_lists)
 	generated/gen_directory $(srcdir)/directory/data/$(sepa_release) $@
 
-sepa_generator := $(srcdir)/tools/gen_directory.cpp $(srcdir)/tools/bank_lists.cpp
-generated/gen_directory: $(sepa_generator) $(srcdir)/tools/bank_lists.h
+sepa_generator := $(addprefix $(srcdir)/tools/,gen_directory.cpp bank_lists.cpp list_text.cpp files.cpp)
+generated/gen_directory: $(sepa_generator) $(sepa_headers)
 	@mkdir -p generated
 	$(CXX) -std=c++17 -O1 -I$(srcdir) $(sepa_generator) -o $@
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "account/method_codes.h"
 #include "account/weighted_sum.h"
 #include "text/ascii.h"
 
@@ -14,27 +15,9 @@ struct slot {
 };
 }  // namespace
 
-// clang-format off
-#define SLOT(code) {0x##code, method_##code}
-static constexpr slot slots[] = {
-    SLOT(00), SLOT(01), SLOT(02), SLOT(03), SLOT(04), SLOT(05), SLOT(06), SLOT(07), SLOT(08), SLOT(09),
-    SLOT(10), SLOT(11), SLOT(13), SLOT(14), SLOT(15), SLOT(16), SLOT(17), SLOT(18), SLOT(19),
-    SLOT(20), SLOT(21), SLOT(22), SLOT(23), SLOT(24), SLOT(25), SLOT(26), SLOT(27), SLOT(28), SLOT(29),
-    SLOT(30), SLOT(31), SLOT(32), SLOT(33), SLOT(34), SLOT(38),
-    SLOT(40), SLOT(41), SLOT(42), SLOT(43), SLOT(44), SLOT(45), SLOT(46), SLOT(47), SLOT(48), SLOT(49),
-    SLOT(50), SLOT(51), SLOT(55), SLOT(56), SLOT(57), SLOT(58), SLOT(59),
-    SLOT(60), SLOT(61), SLOT(63), SLOT(64), SLOT(65), SLOT(66), SLOT(67), SLOT(68),
-    SLOT(71), SLOT(73), SLOT(74), SLOT(75), SLOT(76), SLOT(78),
-    SLOT(81), SLOT(84), SLOT(85), SLOT(87), SLOT(88),
-    SLOT(90), SLOT(91), SLOT(92), SLOT(93), SLOT(94), SLOT(95), SLOT(96), SLOT(98), SLOT(99),
-    SLOT(A1), SLOT(A2), SLOT(A3), SLOT(A4), SLOT(A5), SLOT(A6), SLOT(A7), SLOT(A8), SLOT(A9),
-    SLOT(B1), SLOT(B2), SLOT(B3), SLOT(B5), SLOT(B7), SLOT(B8), SLOT(B9),
-    SLOT(C1), SLOT(C2), SLOT(C3), SLOT(C4), SLOT(C5), SLOT(C6), SLOT(C7), SLOT(C8), SLOT(C9),
-    SLOT(D0), SLOT(D1), SLOT(D2), SLOT(D3), SLOT(D4), SLOT(D5), SLOT(D6), SLOT(D7), SLOT(D8), SLOT(D9),
-    SLOT(E0), SLOT(E1), SLOT(E2), SLOT(E3), SLOT(E4),
-};
+#define SLOT(code) {0x##code, method_##code},
+static constexpr slot slots[] = {SEPA_METHOD_CODES(SLOT)};
 #undef SLOT
-// clang-format on
 
 static constexpr std::array<method_fn, 256> fill_slots() {
     std::array<method_fn, 256> table{};

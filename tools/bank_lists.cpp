@@ -2,9 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
+
+#include "account/method_codes.h"
+#include "iban/rules/rule_versions.h"
+#include "text/ascii.h"
+
+using namespace sepa_internal;
+
+const char* const german_header = "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country";
+const char* const national_header = "bank_id,bic,name,postal_code,city,country";
+const char* const bic_header = "bic,sct,sdd,cor1,b2b,name";
 
 namespace {
 
@@ -13,165 +22,108 @@ namespace {
 constexpr size_t TEXT_SIZE = 168;
 constexpr size_t BIC_TEXT_REST = 12 + 1 + 3;
 
-// ---------------------------------------------------------------- lists ----
-
-struct row_t {
-    size_t line;
-    std::vector<std::string> fields;
-};
-
-struct list_t {
-    std::string file;
-    std::vector<row_t> rows;
-};
-
-// Length of the UTF-8 character at `at`, or 0 if there is none: overlong
-// forms, surrogates and anything above U+10FFFF are none.
-size_t utf8_length(const std::string& text, size_t at) {
-    auto byte = [&](size_t i) { return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0u; };
-    auto follows = [&](size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
-        return byte(i) >= low && byte(i) <= high;
-    };
-    unsigned first = byte(0);
-    if (first < 0x80) return 1;
-    if (first >= 0xC2 && first <= 0xDF) return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first <= 0xEF) {
-        unsigned low = first == 0xE0 ? 0xA0 : 0x80;
-        unsigned high = first == 0xED ? 0x9F : 0xBF;
-        return follows(1, low, high) && follows(2) ? 3 : 0;
-    }
-    if (first >= 0xF0 && first <= 0xF4) {
-        unsigned low = first == 0xF0 ? 0x90 : 0x80;
-        unsigned high = first == 0xF4 ? 0x8F : 0xBF;
-        return follows(1, low, high) && follows(2) && follows(3) ? 4 : 0;
-    }
-    return 0;
-}
-
-// Refuses what no field may hold: broken UTF-8, control characters, and the
-// bar that separates the fields of an entry.
-void check_characters(const std::string& file, size_t line, const std::string& text) {
-    for (size_t at = 0; at < text.size();) {
-        size_t length = utf8_length(text, at);
-        if (length == 0) stop(file, line, "invalid UTF-8");
-        auto first = static_cast<unsigned char>(text[at]);
-        bool c1_control = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
-        if (first < 0x20 || first == 0x7F || c1_control) stop(file, line, "control character in a text");
-        if (first == '|') stop(file, line, "vertical bar in a text");
-        at += length;
-    }
-}
-
-std::vector<std::string> split_fields(const std::string& file, size_t line, const std::string& text) {
-    std::vector<std::string> fields;
-    for (size_t at = 0;; at++) {
-        std::string field;
-        if (at < text.size() && text[at] == '"') {
-            for (at++;; at++) {
-                if (at >= text.size()) stop(file, line, "bad quoting: no closing quote");
-                if (text[at] != '"') {
-                    field += text[at];
-                    continue;
-                }
-                if (at + 1 >= text.size() || text[at + 1] != '"') break;
-                field += text[at++];
-            }
-            at++;
-            if (at < text.size() && text[at] != ',') stop(file, line, "bad quoting: text behind the closing quote");
-        } else {
-            for (; at < text.size() && text[at] != ','; at++) {
-                if (text[at] == '"') stop(file, line, "bad quoting: quote inside a field without quotes");
-                field += text[at];
-            }
-        }
-        fields.push_back(field);
-        if (at >= text.size()) return fields;
-    }
-}
-
-// Reads a list whose first line is `header`. A line is a row: a quoted line
-// break would be a control character, which no text may hold.
-list_t read_list(const list_text_t& text_of_list, const std::string& header) {
-    const auto& [file, content] = text_of_list;
-    size_t width = static_cast<size_t>(std::count(header.begin(), header.end(), ',')) + 1;
-    list_t list{file, {}};
-    size_t line = 0;
-    for (size_t at = 0; at < content.size(); line++) {
-        size_t end = content.find('\n', at);
-        if (end == std::string::npos) stop(file, line + 1, "the last line has no line end");
-        std::string text = content.substr(at, end - at);
-        at = end + 1;
-        if (line == 0) {
-            if (text != header) stop(file, 1, "wrong header, expected " + header);
-            continue;
-        }
-        check_characters(file, line + 1, text);
-        list.rows.push_back({line + 1, split_fields(file, line + 1, text)});
-        if (list.rows.back().fields.size() != width) {
-            stop(file, line + 1, "wrong number of fields, expected " + std::to_string(width));
-        }
-    }
-    if (line == 0) stop(file, 1, "wrong header, expected " + header);
-    return list;
-}
-
 // --------------------------------------------------------------- fields ----
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-bool is_digits(const std::string& text, size_t width) {
-    return text.size() == width && std::all_of(text.begin(), text.end(), is_digit);
-}
-
-bool is_bic(const std::string& text) {
-    auto allowed = [](char c) { return is_digit(c) || (c >= 'A' && c <= 'Z'); };
-    return text.size() == 11 && std::all_of(text.begin(), text.end(), allowed);
-}
-
-unsigned read_bit(const list_t& list, const row_t& row, size_t column, const char* name) {
+unsigned read_bit(const row_t& row, size_t column, const char* name) {
     const std::string& text = row.fields[column];
-    if (text != "0" && text != "1") stop(list.file, row.line, std::string(name) + " is neither 0 nor 1");
+    if (text != "0" && text != "1") stop(row, std::string(name) + " is neither 0 nor 1");
     return text == "1";
 }
 
-unsigned read_method(const list_t& list, const row_t& row, const std::string& text) {
+unsigned read_method(const row_t& row, const std::string& text) {
     unsigned value = 0;
     for (char c : text) {
         unsigned digit = 16;
         if (is_digit(c)) digit = static_cast<unsigned>(c - '0');
         if (c >= 'A' && c <= 'F') digit = static_cast<unsigned>(c - 'A') + 10;
         if (c >= 'a' && c <= 'f') digit = static_cast<unsigned>(c - 'a') + 10;
-        if (text.size() != 2 || digit == 16) stop(list.file, row.line, "method is not two hexadecimal digits");
+        if (text.size() != 2 || digit == 16) stop(row, "method is not two hexadecimal digits");
         value = value * 16 + digit;
     }
-    if (text.empty()) stop(list.file, row.line, "method is not two hexadecimal digits");
+    if (text.empty()) stop(row, "method is not two hexadecimal digits");
     return value;
 }
 
-unsigned read_rule(const list_t& list, const row_t& row, const std::string& text) {
-    if (text.empty()) stop(list.file, row.line, "rule is not a decimal number");
+unsigned read_rule(const row_t& row, const std::string& text) {
+    if (text.empty()) stop(row, "rule is not a decimal number");
     unsigned value = 0;
     for (char c : text) {
-        if (!is_digit(c)) stop(list.file, row.line, "rule is not a decimal number");
+        if (!is_digit(c)) stop(row, "rule is not a decimal number");
         value = value * 10 + static_cast<unsigned>(c - '0');
-        if (value > 0xFFFF) stop(list.file, row.line, "rule does not fit in 16 bits");
+        if (value > 0xFFFF) stop(row, "rule does not fit in 16 bits");
     }
     return value;
 }
 
-void check_optional_bic(const list_t& list, const row_t& row, const std::string& text) {
+void check_optional_bic(const row_t& row, const std::string& text) {
     if (!text.empty() && !is_bic(text)) {
-        stop(list.file, row.line, "BIC is neither empty nor 11 capital letters and digits");
+        stop(row, "BIC is neither empty nor 11 capital letters and digits");
     }
 }
 
-std::string join(const list_t& list, const row_t& row, size_t first) {
+std::string join(const row_t& row, size_t first) {
     std::string text = row.fields[first];
     for (size_t i = first + 1; i < row.fields.size(); i++) text += "|" + row.fields[i];
     if (text.size() + 1 > TEXT_SIZE) {
-        stop(list.file, row.line, "text of " + std::to_string(text.size()) + " bytes does not fit a record");
+        stop(row, "text of " + std::to_string(text.size()) + " bytes does not fit a record");
     }
     return text;
+}
+
+// ------------------------------------------------------------- warnings ----
+
+void warn(directory_t* directory, const row_t& row, const std::string& reason) {
+    directory->warnings.push_back(row.file + ":" + std::to_string(row.line) + ": warning: " + reason);
+}
+
+bool method_exists(unsigned method) {
+#define SLOT(code) 0x##code,
+    static constexpr unsigned methods[] = {SEPA_METHOD_CODES(SLOT) SEPA_BANK_METHOD_CODES(SLOT)};
+#undef SLOT
+    return std::find(std::begin(methods), std::end(methods), method) != std::end(methods);
+}
+
+// What is unknown of a rule word, or an empty text.
+std::string unknown_in_rule(unsigned word) {
+    const std::string rule = std::to_string(word / 100), version = std::to_string(word % 100);
+    if (word / 100 >= IBAN_RULE_COUNT) return "rule " + rule + " does not exist";
+    int known = rule_versions[word / 100];
+    if (known == static_cast<int>(word % 100)) return "";
+    if (known == unseen) return "no version of rule " + rule + " is known, this is " + version;
+    return "version " + version + " of rule " + rule + " is unknown, the code has " + std::to_string(known);
+}
+
+// Tells methods and rules that the library does not have, each once.
+void warn_of_codes(const list_t& list, directory_t* directory) {
+    struct found_t {
+        const row_t* first;
+        size_t rows;
+    };
+    std::map<std::string, found_t> found;
+    for (const row_t& row : list.rows) {
+        const std::string& method = row.fields[DE_METHOD];
+        if (!method_exists(read_method(row, method))) {
+            found.insert({"method " + method + " does not exist", {&row, 0}}).first->second.rows++;
+        }
+        std::string rule = unknown_in_rule(read_rule(row, row.fields[DE_RULE]));
+        if (!rule.empty()) found.insert({rule, {&row, 0}}).first->second.rows++;
+    }
+    for (const auto& [what, at] : found) {
+        warn(directory, *at.first, what + " (rows: " + std::to_string(at.rows) + ")");
+    }
+}
+
+// Tells a list that has no rows, and the first row that stands before its place.
+void warn_of_order(const list_t& list, const std::vector<size_t>& key, directory_t* directory) {
+    if (list.rows.empty()) warn(directory, {list.file, 1, {}}, "a list without banks");
+    auto before = [&](const row_t& a, const row_t& b) {
+        for (size_t column : key) {
+            if (a.fields[column] != b.fields[column]) return a.fields[column] < b.fields[column];
+        }
+        return false;
+    };
+    auto row = std::is_sorted_until(list.rows.begin(), list.rows.end(), before);
+    if (row != list.rows.end()) warn(directory, *row, "rows out of order from " + row->fields[key[0]] + " on");
 }
 
 // ---------------------------------------------------------------- dates ----
@@ -210,7 +162,7 @@ int64_t german_midnight(date_t date) {
 }
 
 // A yyyy-mm-dd text of a year for which the rule above holds.
-date_t read_date(const list_t& list, const row_t& row, const std::string& text) {
+date_t read_date(const row_t& row, const std::string& text) {
     bool formed = text.size() == 10 && is_digits(text.substr(0, 4), 4) && text[4] == '-' &&
                   is_digits(text.substr(5, 2), 2) && text[7] == '-' && is_digits(text.substr(8, 2), 2);
     auto number = [&](size_t at, size_t width) {
@@ -219,7 +171,7 @@ date_t read_date(const list_t& list, const row_t& row, const std::string& text) 
     date_t date = formed ? date_t{number(0, 4), number(5, 2), number(8, 2)} : date_t{};
     bool exists = date.year >= 1996 && date.month >= 1 && date.month <= 12 && date.day >= 1 &&
                   date.day <= days_in_month(date.year, date.month);
-    if (!exists) stop(list.file, row.line, "bad valid_from, expected a date yyyy-mm-dd from 1996 on");
+    if (!exists) stop(row, "bad valid_from, expected a date yyyy-mm-dd from 1996 on");
     return date;
 }
 
@@ -231,116 +183,106 @@ size_t append_sorted(std::vector<entry_t>& entries, const std::map<std::string, 
     return bodies.size();
 }
 
-std::map<std::string, std::string> read_bics(const list_text_t& text) {
-    list_t list = read_list(text, "bic,sct,sdd,cor1,b2b,name");
+std::map<std::string, std::string> bic_bodies(const list_t& list) {
     std::map<std::string, std::string> bodies;
     for (const row_t& row : list.rows) {
-        const std::string& bic = row.fields[0];
-        const std::string& name = row.fields[5];
-        if (!is_bic(bic)) stop(list.file, row.line, "BIC is not 11 capital letters and digits");
-        unsigned flags = read_bit(list, row, 1, "sct") | read_bit(list, row, 2, "sdd") << 1 |
-                         read_bit(list, row, 3, "cor1") << 2 | read_bit(list, row, 4, "b2b") << 3;
+        const std::string& bic = row.fields[BIC_BIC];
+        const std::string& name = row.fields[BIC_NAME];
+        if (!is_bic(bic)) stop(row, "BIC is not 11 capital letters and digits");
+        unsigned flags = read_bit(row, BIC_SCT, "sct") | read_bit(row, BIC_SDD, "sdd") << 1 |
+                         read_bit(row, BIC_COR1, "cor1") << 2 | read_bit(row, BIC_B2B, "b2b") << 3;
         if (name.size() + BIC_TEXT_REST > TEXT_SIZE) {
-            stop(list.file, row.line, "name of " + std::to_string(name.size()) + " bytes does not fit a record");
+            stop(row, "name of " + std::to_string(name.size()) + " bytes does not fit a record");
         }
         std::string body = static_cast<char>(flags) + name + '\0';
-        if (!bodies.emplace(bic, body).second) stop(list.file, row.line, "duplicate BIC " + bic);
+        if (!bodies.emplace(bic, body).second) stop(row, "duplicate BIC " + bic);
     }
     return bodies;
 }
 
-std::map<std::string, std::string> read_national(const list_text_t& text, const std::string& prefix) {
-    list_t list = read_list(text, "bank_id,bic,name,postal_code,city,country");
+std::map<std::string, std::string> national_bodies(const list_t& list, const std::string& prefix) {
     std::map<std::string, std::string> bodies;
     for (const row_t& row : list.rows) {
-        const std::string& id = row.fields[0];
-        if (!is_digits(id, 5)) stop(list.file, row.line, "bank id is not 5 digits");
-        check_optional_bic(list, row, row.fields[1]);
-        std::string body = join(list, row, 1) + '\0';
-        if (!bodies.emplace(prefix + id, body).second) stop(list.file, row.line, "duplicate bank id " + id);
+        const std::string& id = row.fields[NATIONAL_ID];
+        if (!is_digits(id, 5)) stop(row, "bank id is not 5 digits");
+        check_optional_bic(row, row.fields[NATIONAL_BIC]);
+        std::string body = join(row, NATIONAL_BIC) + '\0';
+        if (!bodies.emplace(prefix + id, body).second) stop(row, "duplicate bank id " + id);
     }
     return bodies;
 }
 
-// What a German bank code has in one period. `line` is 0 if it has nothing.
+// What a German bank code has in one period. `row` is null if it has nothing.
 struct period_t {
-    size_t line = 0;
+    const row_t* row = nullptr;
     std::string successor;
     std::string record;  // the sub-record without its terminator
 };
 
 using german_banks_t = std::map<std::string, std::array<period_t, 2>>;
 
-period_t read_period(const list_t& list, const row_t& row) {
-    unsigned flag = read_bit(list, row, 2, "flag");
-    unsigned method = read_method(list, row, row.fields[3]);
-    unsigned rule = read_rule(list, row, row.fields[4]);
-    const std::string& successor = row.fields[5];
+period_t read_period(const row_t& row) {
+    unsigned flag = read_bit(row, DE_FLAG, "flag");
+    unsigned method = read_method(row, row.fields[DE_METHOD]);
+    unsigned rule = read_rule(row, row.fields[DE_RULE]);
+    const std::string& successor = row.fields[DE_SUCCESSOR];
     if (!successor.empty() && !is_digits(successor, 8)) {
-        stop(list.file, row.line, "successor is neither empty nor 8 digits");
+        stop(row, "successor is neither empty nor 8 digits");
     }
-    check_optional_bic(list, row, row.fields[6]);
+    check_optional_bic(row, row.fields[DE_BIC]);
     std::string record{static_cast<char>(flag), static_cast<char>(method), static_cast<char>(rule >> 8),
                        static_cast<char>(rule & 0xFF)};
-    return {row.line, successor, record + join(list, row, 5)};
+    return {&row, successor, record + join(row, DE_SUCCESSOR)};
 }
 
 // The distinct values of valid_from, earlier first; at most two of them.
 std::map<std::string, date_t> find_periods(const list_t& list) {
     std::map<std::string, date_t> dates;
     for (const row_t& row : list.rows) {
-        dates.emplace(row.fields[0], read_date(list, row, row.fields[0]));
-        if (dates.size() > 2) stop(list.file, row.line, "third valid_from");
+        dates.emplace(row.fields[DE_VALID_FROM], read_date(row, row.fields[DE_VALID_FROM]));
+        if (dates.size() > 2) stop(row, "third valid_from");
     }
     return dates;
 }
 
 // A successor has to be in the directory, and following successors has to come
 // to an end, in each period by itself.
-void check_successors(const std::string& file, const german_banks_t& banks, size_t period, bool warn_only) {
-    auto report = [&](size_t line, const std::string& reason) {
-        if (!warn_only) stop(file, line, reason);
-        fprintf(stderr, "%s:%zu: warning: %s\n", file.c_str(), line, reason.c_str());
-    };
+void check_successors(const german_banks_t& banks, size_t period) {
     auto at = [&](const german_banks_t::const_iterator& bank) -> const period_t& {
-        return bank->second[bank->second[period].line ? period : 1];
+        return bank->second[bank->second[period].row ? period : 1];
     };
     for (auto bank = banks.begin(); bank != banks.end(); ++bank) {
         const period_t& start = at(bank);
         size_t steps = 0;
         for (auto next = bank; next != banks.end() && !at(next).successor.empty(); steps++) {
-            if (steps > banks.size()) {
-                report(start.line, "successor " + start.successor + " leads in a circle");
-                break;
-            }
+            if (steps > banks.size()) stop(*start.row, "successor " + start.successor + " leads in a circle");
             next = banks.find(at(next).successor);
             if (next == banks.end() && steps == 0) {
-                report(start.line, "successor " + start.successor + " is not in the list");
+                stop(*start.row, "successor " + start.successor + " is not in the list");
             }
         }
     }
 }
 
-// Reads the German list, leaving the bank codes of the later period. Sets what
-// the directory keeps of the periods.
-german_banks_t read_german(const list_text_t& text, bool allow_bad_successors, directory_t* directory) {
-    list_t list = read_list(text, "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country");
+// The German banks, leaving the bank codes of the later period. Sets what the
+// directory keeps of the periods.
+german_banks_t german_banks(const list_t& list, bool allow_bad_successors, directory_t* directory) {
     std::map<std::string, date_t> dates = find_periods(list);
     if (dates.size() == 2) directory->switch_time = german_midnight(dates.rbegin()->second);
     german_banks_t banks;
     for (const row_t& row : list.rows) {
-        const std::string& code = row.fields[1];
-        if (!is_digits(code, 8)) stop(list.file, row.line, "bank code is not 8 digits");
-        size_t period = row.fields[0] == dates.rbegin()->first ? 1 : 0;
+        const std::string& code = row.fields[DE_CODE];
+        if (!is_digits(code, 8)) stop(row, "bank code is not 8 digits");
+        size_t period = row.fields[DE_VALID_FROM] == dates.rbegin()->first ? 1 : 0;
         period_t& place = banks[code][period];
-        if (place.line) stop(list.file, row.line, "duplicate bank code " + code);
-        place = read_period(list, row);
+        if (place.row) stop(row, "duplicate bank code " + code);
+        place = read_period(row);
     }
     size_t all = banks.size();
     for (auto bank = banks.begin(); bank != banks.end();) {
-        bank = bank->second[1].line ? std::next(bank) : banks.erase(bank);
+        bank = bank->second[1].row ? std::next(bank) : banks.erase(bank);
     }
-    for (size_t period = 0; period < 2; period++) check_successors(list.file, banks, period, allow_bad_successors);
+    for (size_t period = 0; period < 2 && !allow_bad_successors; period++) check_successors(banks, period);
     directory->ended_de_count = all - banks.size();
     return banks;
 }
@@ -349,7 +291,7 @@ std::map<std::string, std::string> german_bodies(const german_banks_t& banks) {
     std::map<std::string, std::string> bodies;
     for (const auto& [code, periods] : banks) {
         const auto& [earlier, later] = periods;
-        bool changed = earlier.line && earlier.record != later.record;
+        bool changed = earlier.row && earlier.record != later.record;
         bodies["_DE" + code] = (changed ? earlier.record + '|' : std::string()) + later.record + '\0';
     }
     return bodies;
@@ -357,12 +299,21 @@ std::map<std::string, std::string> german_bodies(const german_banks_t& banks) {
 
 }  // namespace
 
-directory_t read_directory(const list_texts_t& lists, bool allow_bad_successors) {
+lists_t read_lists(const list_texts_t& texts) {
+    return {read_list(texts.de, german_header), read_list(texts.bic, bic_header), read_list(texts.at, national_header),
+            read_list(texts.ch, national_header)};
+}
+
+directory_t make_directory(const lists_t& lists, bool allow_bad_successors) {
     directory_t directory{};
-    german_banks_t german = read_german(lists.de, allow_bad_successors, &directory);
-    directory.bic_count = append_sorted(directory.entries, read_bics(lists.bic));
-    directory.at_count = append_sorted(directory.entries, read_national(lists.at, "_AT"));
-    directory.ch_count = append_sorted(directory.entries, read_national(lists.ch, "_CH"));
+    german_banks_t german = german_banks(lists.de, allow_bad_successors, &directory);
+    directory.bic_count = append_sorted(directory.entries, bic_bodies(lists.bic));
+    directory.at_count = append_sorted(directory.entries, national_bodies(lists.at, "_AT"));
+    directory.ch_count = append_sorted(directory.entries, national_bodies(lists.ch, "_CH"));
     directory.de_count = append_sorted(directory.entries, german_bodies(german));
+    warn_of_codes(lists.de, &directory);
+    warn_of_order(lists.de, {DE_CODE, DE_VALID_FROM}, &directory);
+    warn_of_order(lists.bic, {BIC_BIC}, &directory);
+    for (const list_t* list : {&lists.at, &lists.ch}) warn_of_order(*list, {NATIONAL_ID}, &directory);
     return directory;
 }

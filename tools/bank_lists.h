@@ -1,21 +1,28 @@
-// Reads the bank lists that a directory release is made of, and turns their
-// rows into the entries of the directory. No file is touched here: the lists
-// come as text, so that a test can bring its own.
+// The four bank lists that a directory release is made of, and the entries of
+// the directory that their rows become.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-// A list with the name that its faults are reported under.
-struct list_text_t {
-    std::string file;
-    std::string content;
-};
+#include "tools/list_text.h"
+
+// The header lines of the lists of a release, and the columns by name. The
+// German list has one row for each bank code and period.
+extern const char* const german_header;
+extern const char* const national_header;  // Austria and Switzerland
+extern const char* const bic_header;
+enum { DE_VALID_FROM, DE_CODE, DE_FLAG, DE_METHOD, DE_RULE, DE_SUCCESSOR, DE_BIC, DE_NAME };
+enum { NATIONAL_ID, NATIONAL_BIC };
+enum { BIC_BIC, BIC_SCT, BIC_SDD, BIC_COR1, BIC_B2B, BIC_NAME };
 
 struct list_texts_t {
     list_text_t de, bic, at, ch;
+};
+
+struct lists_t {
+    list_t de, bic, at, ch;
 };
 
 struct entry_t {
@@ -29,12 +36,13 @@ struct directory_t {
     size_t bic_count, at_count, ch_count, de_count;
     size_t ended_de_count;  // bank codes that end with the earlier period, which are left out
     int64_t switch_time;    // beginning of the later of two periods, or 0
+    // What may be right and still is worth a look, each "file:line: warning: ...".
+    std::vector<std::string> warnings;
 };
 
-// Reports the first fault of a list and does not return. The program that
-// reads the lists brings it.
-[[noreturn]] void stop(const std::string& file, size_t line, const std::string& reason);
+// Splits all lists into rows; a fault goes to stop.
+lists_t read_lists(const list_texts_t& texts);
 
-// Reads all lists; a fault goes to stop. With `allow_bad_successors` a
-// successor that is missing or leads in a circle is a warning on standard error.
-directory_t read_directory(const list_texts_t& lists, bool allow_bad_successors);
+// Checks all rows, which may stand in any order; a fault goes to stop. With
+// `allow_bad_successors` a successor may be missing or lead in a circle.
+directory_t make_directory(const lists_t& lists, bool allow_bad_successors);

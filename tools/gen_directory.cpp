@@ -2,31 +2,29 @@
 // directory: the entries in their order and a minimal perfect hash over their
 // keys. A program of the build, run by both builds:
 //
-//     gen_directory [--allow-bad-successors] LIST_FOLDER OUTPUT_FILE
+//     gen_directory [--for-tests] LIST_FOLDER OUTPUT_FILE
 //
 // The first fault in a list ends it with "file:line: reason" and status 1, and
-// OUTPUT_FILE stays as it was. What it leaves out, it says. The same lists give
-// the same bytes on every machine. --allow-bad-successors is for tests alone: a
-// successor that is missing or leads in a circle is then reported and written
-// all the same.
+// OUTPUT_FILE stays as it was. What it leaves out, it says, and it warns of what
+// the library will not check: methods and rules that it does not have. The same
+// lists give the same bytes on every machine. --for-tests takes lists as a test
+// needs them: nothing is warned of, and a successor may be missing or lead in a
+// circle.
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "tools/bank_lists.h"
+#include "tools/files.h"
 
-void stop(const std::string& file, size_t line, const std::string& reason) {
-    fprintf(stderr, "%s:%zu: %s\n", file.c_str(), line, reason.c_str());
-    exit(1);
-}
+const char* const program_name = "gen_directory";
 
 namespace {
 
@@ -39,24 +37,6 @@ constexpr size_t POSITIONS = 15;
 constexpr size_t CHARACTERS = 75;
 constexpr char FIRST_CHARACTER = '0';
 constexpr size_t MAX_DRAWS = 100000;
-
-[[noreturn]] void stop(const std::string& reason) {
-    fprintf(stderr, "gen_directory: %s\n", reason.c_str());
-    exit(1);
-}
-
-std::string read_file(const std::string& name) {
-    FILE* file = fopen(name.c_str(), "rb");
-    if (!file) stop(name + ": cannot be opened: " + strerror(errno));
-    std::string content;
-    char buffer[65536];
-    size_t got;
-    while ((got = fread(buffer, 1, sizeof buffer, file)) > 0) content.append(buffer, got);
-    bool failed = ferror(file) != 0;
-    fclose(file);
-    if (failed) stop(name + ": cannot be read");
-    return content;
-}
 
 // ----------------------------------------------------------------- hash ----
 // Minimal perfect hash of Czech, Havas and Majewski: each key is an edge that
@@ -216,16 +196,18 @@ void write_output(const std::string& name, const directory_t& directory, const h
 }  // namespace
 
 int main(int argc, char** argv) {
-    bool allow_bad_successors = argc == 4 && strcmp(argv[1], "--allow-bad-successors") == 0;
-    if (argc != 3 && !allow_bad_successors) stop("usage: [--allow-bad-successors] LIST_FOLDER OUTPUT_FILE");
+    bool for_tests = argc == 4 && strcmp(argv[1], "--for-tests") == 0;
+    if (argc != 3 && !for_tests) stop("usage: [--for-tests] LIST_FOLDER OUTPUT_FILE");
     const std::string folder = argv[argc - 2];
     auto list = [&](const char* name) { return list_text_t{folder + name, read_file(folder + name)}; };
-    directory_t directory =
-        read_directory({list("/de.csv"), list("/bic.csv"), list("/at.csv"), list("/ch.csv")}, allow_bad_successors);
+    lists_t lists = read_lists({list("/de.csv"), list("/bic.csv"), list("/at.csv"), list("/ch.csv")});
+    directory_t directory = make_directory(lists, for_tests);
     if (directory.ended_de_count) {
         printf("%s/de.csv: bank codes that end with the earlier period: %zu\n", folder.c_str(),
                directory.ended_de_count);
     }
+    if (for_tests) directory.warnings.clear();
+    for (const std::string& warning : directory.warnings) fprintf(stderr, "%s\n", warning.c_str());
     if (directory.entries.empty()) stop(folder + ": the lists are empty");
     write_output(argv[argc - 1], directory, make_hash(directory.entries));
     return 0;

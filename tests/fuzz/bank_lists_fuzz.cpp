@@ -38,15 +38,14 @@ void stop(const std::string&, size_t line, const std::string& reason) {
 
 FUZZ_TARGET(bank_lists) {
     std::string rest(reinterpret_cast<const char*>(data), size);
-    const char* national = "bank_id,bic,name,postal_code,city,country";
     list_texts_t lists = {
-        list_of("de.csv", "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country", rest),
-        list_of("bic.csv", "bic,sct,sdd,cor1,b2b,name", rest),
-        list_of("at.csv", national, rest),
-        list_of("ch.csv", national, rest),
+        list_of("de.csv", german_header, rest),
+        list_of("bic.csv", bic_header, rest),
+        list_of("at.csv", national_header, rest),
+        list_of("ch.csv", national_header, rest),
     };
     try {
-        directory_t directory = read_directory(lists, false);
+        directory_t directory = make_directory(read_lists(lists), false);
         expect(directory.entries.size() ==
                    directory.bic_count + directory.at_count + directory.ch_count + directory.de_count,
                "the entries are counted");

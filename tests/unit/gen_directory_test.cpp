@@ -89,12 +89,44 @@ TEST_F(Generator, TakesWhatJustFits) {
     lists["at.csv"] += unescaped("00200,,{161},,,AT\n");
     lists["bic.csv"] += unescaped("LONGDEFFXXX,1,0,0,0,{152}\n");
     generate(lists);
-    EXPECT_EQ(said, "");
     EXPECT_EQ(constant("directory_count"), "8");
     EXPECT_EQ(constant("directory_cells"), "10");
     EXPECT_EQ(constant("directory_switch_time"), "0");
     EXPECT_NE(read_file(output).find("\"_DE30000000\\000\\243\\377\\377||a \\042b\\042, \\077|||DE\\000\"\n"),
               std::string::npos);
+}
+
+TEST_F(Generator, WarnsOfWhatTheLibraryWillNotCheck) {
+    lists_t lists = good_lists();
+    lists["ch.csv"] = national_header;
+    lists["at.csv"] += "00300,,a,,,AT\n00200,,a,,,AT\n00100,,b,,,AT\n";
+    lists["at.csv"].erase(national_header.size(), lists["at.csv"].find("00300") - national_header.size());
+    for (const char* codes : {"53,503", "C0,5700", "12,0", "62,0", "12,0", "09,5800", "09,504", "09,900"}) {
+        std::string code = std::to_string(20000000 + lists["de.csv"].size());
+        lists["de.csv"] += "2025-03-03," + code + ",0," + codes + ",,,a,,,DE\n";
+    }
+    generate(lists);
+    EXPECT_EQ(status, 0);
+    const std::string de = folder + "/de.csv:", warning = ": warning: ";
+    EXPECT_EQ(said, de + "5" + warning + "method 12 does not exist (rows: 2)\n" +      //
+                        de + "6" + warning + "method 62 does not exist (rows: 1)\n" +  //
+                        de + "10" + warning + "no version of rule 9 is known, this is 0 (rows: 1)\n" + de + "8" +
+                        warning + "rule 58 does not exist (rows: 1)\n" +  //
+                        de + "9" + warning + "version 4 of rule 5 is unknown, the code has 3 (rows: 1)\n" + folder +
+                        "/at.csv:3" + warning + "rows out of order from 00200 on\n" +  //
+                        folder + "/ch.csv:1" + warning + "a list without banks\n");
+}
+
+TEST_F(Generator, KnowsWhatTheReleasesUse) {
+    for (const auto& release : std::filesystem::directory_iterator(DIRECTORY_RELEASES)) {
+        if (!release.is_directory()) continue;
+        run(release.path().string() + " " + output);
+        EXPECT_EQ(status, 0);
+        // One bank of 2025-03 has a method that is in no catalogue.
+        const std::string known = "warning: method 12 does not exist (rows: 1)\n";
+        size_t warning = said.rfind("warning: ");
+        EXPECT_TRUE(warning == std::string::npos || said.compare(warning, known.size(), known) == 0) << said;
+    }
 }
 
 TEST_F(Generator, RefusesHeaders) {
@@ -117,7 +149,7 @@ TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
     EXPECT_EQ(said, "gen_directory: " + folder + "/bic.csv: cannot be opened: No such file or directory\n");
     generate(
         {{"de.csv", german_header}, {"at.csv", national_header}, {"ch.csv", national_header}, {"bic.csv", bic_header}});
-    EXPECT_EQ(said, "gen_directory: " + folder + ": the lists are empty\n");
+    EXPECT_NE(said.find("gen_directory: " + folder + ": the lists are empty\n"), std::string::npos);
     generate(good_lists());
     EXPECT_EQ(status, 0);
     std::filesystem::create_directory(folder + "/taken");
@@ -133,10 +165,9 @@ TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
 TEST_F(Generator, AllowsBadSuccessorsForTests) {
     lists_t lists = good_lists();
     lists["de.csv"] += "2025-03-03,20000000,1,09,0,20000000,,a,,,DE\n2025-03-03,30000000,1,09,0,40000000,,a,,,DE\n";
-    generate(lists, "--allow-bad-successors");
+    generate(lists, "--for-tests");
     EXPECT_EQ(status, 0);
-    EXPECT_NE(said.find("/de.csv:3: warning: successor 20000000 leads in a circle\n"), std::string::npos);
-    EXPECT_NE(said.find("/de.csv:4: warning: successor 40000000 is not in the list\n"), std::string::npos);
+    EXPECT_EQ(said, "");
     EXPECT_NE(read_file(output).find("_DE30000000\\001\\011\\000\\00040000000||a|||DE\\000"), std::string::npos);
 }
 
@@ -160,7 +191,7 @@ TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
 // FNV-1a of the tables made from the frozen lists: the same bytes wherever and
 // by whatever compiler this is built.
 TEST_F(Generator, SameListsSameBytes) {
-    run("--allow-bad-successors " TEST_DATA "/frozen_directory " + output);
+    run("--for-tests " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
     EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
     EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(6694531572275297067));

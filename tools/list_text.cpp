@@ -1,0 +1,106 @@
+#include "tools/list_text.h"
+
+#include <algorithm>
+
+#include "text/ascii.h"
+
+using namespace sepa_internal;
+
+size_t utf8_length(const std::string& text, size_t at) {
+    auto byte = [&](size_t i) { return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0u; };
+    auto follows = [&](size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
+        return byte(i) >= low && byte(i) <= high;
+    };
+    unsigned first = byte(0);
+    if (first < 0x80) return 1;
+    if (first >= 0xC2 && first <= 0xDF) return follows(1) ? 2 : 0;
+    if (first >= 0xE0 && first <= 0xEF) {
+        unsigned low = first == 0xE0 ? 0xA0 : 0x80;
+        unsigned high = first == 0xED ? 0x9F : 0xBF;
+        return follows(1, low, high) && follows(2) ? 3 : 0;
+    }
+    if (first >= 0xF0 && first <= 0xF4) {
+        unsigned low = first == 0xF0 ? 0x90 : 0x80;
+        unsigned high = first == 0xF4 ? 0x8F : 0xBF;
+        return follows(1, low, high) && follows(2) && follows(3) ? 4 : 0;
+    }
+    return 0;
+}
+
+void check_characters(const std::string& file, size_t line, const std::string& text) {
+    for (size_t at = 0; at < text.size();) {
+        size_t length = utf8_length(text, at);
+        if (length == 0) stop(file, line, "invalid UTF-8");
+        auto first = static_cast<unsigned char>(text[at]);
+        bool c1_control = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
+        if (first < 0x20 || first == 0x7F || c1_control) stop(file, line, "control character in a text");
+        if (first == '|') stop(file, line, "vertical bar in a text");
+        at += length;
+    }
+}
+
+std::vector<std::string> split_lines(const list_text_t& text) {
+    std::vector<std::string> lines;
+    const std::string& content = text.content;
+    for (size_t at = 0; at < content.size();) {
+        size_t end = content.find('\n', at);
+        if (end == std::string::npos) stop(text.file, lines.size() + 1, "the last line has no line end");
+        lines.push_back(content.substr(at, end - at));
+        at = end + 1;
+    }
+    return lines;
+}
+
+std::vector<std::string> split_fields(const std::string& file, size_t line, const std::string& text, char separator) {
+    std::vector<std::string> fields;
+    for (size_t at = 0;; at++) {
+        std::string field;
+        if (at < text.size() && text[at] == '"') {
+            for (at++;; at++) {
+                if (at >= text.size()) stop(file, line, "bad quoting: no closing quote");
+                if (text[at] != '"') {
+                    field += text[at];
+                    continue;
+                }
+                if (at + 1 >= text.size() || text[at + 1] != '"') break;
+                field += text[at++];
+            }
+            at++;
+            if (at < text.size() && text[at] != separator) {
+                stop(file, line, "bad quoting: text behind the closing quote");
+            }
+        } else {
+            for (; at < text.size() && text[at] != separator; at++) {
+                if (text[at] == '"') stop(file, line, "bad quoting: quote inside a field without quotes");
+                field += text[at];
+            }
+        }
+        fields.push_back(field);
+        if (at >= text.size()) return fields;
+    }
+}
+
+list_t read_list(const list_text_t& text, const std::string& header) {
+    const std::string& file = text.file;
+    size_t width = static_cast<size_t>(std::count(header.begin(), header.end(), ',')) + 1;
+    std::vector<std::string> lines = split_lines(text);
+    if (lines.empty() || lines[0] != header) stop(file, 1, "wrong header, expected " + header);
+    list_t list{file, {}};
+    for (size_t line = 2; line <= lines.size(); line++) {
+        check_characters(file, line, lines[line - 1]);
+        list.rows.push_back({file, line, split_fields(file, line, lines[line - 1], ',')});
+        if (list.rows.back().fields.size() != width) {
+            stop(list.rows.back(), "wrong number of fields, expected " + std::to_string(width));
+        }
+    }
+    return list;
+}
+
+bool is_digits(const std::string& text, size_t width) {
+    return text.size() == width && std::all_of(text.begin(), text.end(), is_digit);
+}
+
+bool is_bic(const std::string& text) {
+    return text.size() == 11 &&
+           std::all_of(text.begin(), text.end(), [](char c) { return is_digit(c) || is_capital(c); });
+}
