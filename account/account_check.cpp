@@ -4,24 +4,23 @@
 
 #include "account/method_codes.h"
 #include "account/weighted_sum.h"
-#include "text/ascii.h"
 
 using namespace sepa_internal;
 
 namespace {
-struct slot {
+struct slot_t {
     uint8_t code;
     method_fn method;
 };
 }  // namespace
 
 #define SLOT(code) {0x##code, method_##code},
-static constexpr slot slots[] = {SEPA_METHOD_CODES(SLOT)};
+static constexpr slot_t slots[] = {SEPA_METHOD_CODES(SLOT)};
 #undef SLOT
 
 static constexpr std::array<method_fn, 256> fill_slots() {
     std::array<method_fn, 256> table{};
-    for (const slot& s : slots) table[s.code] = s.method;
+    for (const slot_t& s : slots) table[s.code] = s.method;
     return table;
 }
 
@@ -34,28 +33,19 @@ static_assert(std::size(slots) == 120 && slots_ascend());
 
 constexpr std::array<method_fn, 256> method_table = fill_slots();
 
-static constexpr size_t form_length = 10;
-static constexpr size_t bank_code_length = 8;
-
-static bool all_digits(const char* text, size_t length) {
-    for (size_t i = 0; i < length; ++i)
-        if (!is_digit(text[i])) return false;
-    return true;
-}
-
 // Writes the account form of `account`; false if it is not 1 to 10 digits.
-static bool build_form(char (&form)[form_length + 1], const char* account) {
+static bool build_form(char (&form)[account_length + 1], const char* account) {
     if (!account) return false;
-    size_t length = strnlen(account, form_length + 1);
-    if (length == 0 || length > form_length || !all_digits(account, length)) return false;
-    memset(form, '0', form_length - length);
-    memcpy(form + form_length - length, account, length);
-    form[form_length] = '\0';
+    size_t length = strnlen(account, account_length + 1);
+    if (length == 0 || length > account_length || !all_digits(account, length)) return false;
+    memset(form, '0', account_length - length);
+    memcpy(form + account_length - length, account, length);
+    form[account_length] = '\0';
     return true;
 }
 
 int account_check(const char* account, uint8_t method) {
-    char form[form_length + 1];
+    char form[account_length + 1];
     if (!build_form(form, account)) return -1;
     return method_table[method] ? method_table[method](form) : 0;
 }
@@ -71,7 +61,7 @@ static int method_C0(const char* form, const char* bank_code) {
 }
 
 int account_check_bank(const char* account, const char* bank_code, uint8_t method) {
-    char form[form_length + 1];
+    char form[account_length + 1];
     if (!build_form(form, account)) return -1;
     if (!bank_code || strnlen(bank_code, bank_code_length + 1) != bank_code_length) return -1;
 

@@ -7,7 +7,9 @@
 // A check method takes the account form: exactly ten ASCII digits and a NUL,
 // padded on the left with zeros. Results: 1 the number passes; -1 it fails;
 // 0 the method makes no check for it; 2 (method 76 alone) it passes in the
-// method's second reading.
+// method's second reading. Ten characters that are not all digits are no
+// account form; methods that look digits up in a table give -1 then, others
+// add up what stands there, and none reads outside its tables.
 using check_method = int(const char* form);
 using method_fn = check_method*;
 
@@ -39,7 +41,8 @@ int check_cross_sum(const char* form, int modulus, int position, int w10, int w9
 // positions 4 to 1. A number that asks for the check digit ten fails.
 int check_mod11(const char* form, int w4, int w3, int w2, int w1);
 
-// Modulus 10 over replaced digits, by four rows of replacements in turn.
+// Modulus 10 over replaced digits, by four rows of replacements in turn. -1 if
+// there is any character but digits.
 int check_digit_table(const char* form);
 
 // The exception of several methods for numbers with a 9 at position 3: modulus

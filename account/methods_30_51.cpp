@@ -1,6 +1,8 @@
 #include "account/account_check.h"
 #include "account/weighted_sum.h"
 
+using namespace sepa_internal;
+
 int method_30(const char* form) { return check_sum(form, {mod10, 10, from(9, {2, 1, 2, 1, 0, 0, 0, 0, 2})}); }
 
 // The remainder itself, over 11 minus the usual weights. The remainder 10 fails.

@@ -5,6 +5,8 @@
 #include "account/account_check.h"
 #include "account/weighted_sum.h"
 
+using namespace sepa_internal;
+
 // Methods 52 and 53 check an older form of the number, the work string: four
 // digits of the bank code, a leading digit, the check digit at place 6 and up
 // to six more digits. Its digits take these weights from the right end.
@@ -110,6 +112,7 @@ static int check_date(const char* form) {
 }
 
 int method_57(const char* form) {
+    if (!all_digits(form, account_length)) return -1;
     int number = digit(form, 1) * 10 + digit(form, 2);
     switch (treatments[static_cast<size_t>(number)]) {
         case treatment::fails: return -1;

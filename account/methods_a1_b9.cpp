@@ -1,6 +1,8 @@
 #include "account/account_check.h"
 #include "account/weighted_sum.h"
 
+using namespace sepa_internal;
+
 int method_A1(const char* form) {
     bool ten_digits = digit(form, 1) != 0;
     if (!ten_digits && !eight_digits(form)) return -1;

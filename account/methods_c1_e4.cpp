@@ -4,6 +4,8 @@
 #include "account/account_check.h"
 #include "account/weighted_sum.h"
 
+using namespace sepa_internal;
+
 int method_C1(const char* form) {
     if (digit(form, 1) != 5) return method_17(form);
     int r = (sum_of_cross_sums(form, from(9, {1, 2, 1, 2, 1, 2, 1, 2})) + 4) % 11;
@@ -28,7 +30,7 @@ int method_C5(const char* form) {
     return -1;
 }
 
-// The first digit stands for seven digits in front of the next eight. Rows
+// The first digit stands for seven digits before the next eight. Rows
 // without a text are rejected.
 static constexpr size_t prefix_length = 7;
 using prefix_table = char[10][prefix_length + 1];
@@ -43,7 +45,7 @@ static constexpr int full_rows(const prefix_table& table) {
     int full = 0;
     for (const auto& row : table) {
         size_t digits = 0;
-        for (char c : row) digits += c >= '0' && c <= '9';
+        for (char c : row) digits += is_digit(c);
         if (digits != 0 && digits != prefix_length) return -1;
         full += digits == prefix_length;
     }
@@ -52,6 +54,7 @@ static constexpr int full_rows(const prefix_table& table) {
 static_assert(full_rows(prefix_c6) == 10 && full_rows(prefix_d1) == 9 && full_rows(prefix_e2) == 6);
 
 static int check_prefixed(const char* form, const prefix_table& table) {
+    if (!all_digits(form, account_length)) return -1;
     const char* prefix = table[digit(form, 1)];
     if (!*prefix) return -1;
     int sum = sum_of_cross_sums(form, from(9, {2, 1, 2, 1, 2, 1, 2, 1}));

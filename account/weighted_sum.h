@@ -1,38 +1,11 @@
-// What the check methods are written in: digits by their position in the
-// account form (1 to 10 from the left), lists of weights, and the rules that
-// turn a sum into the digit it asks for. Everything is static, for other rooms
-// may use these short names too.
+// What the check methods are written in: lists of weights, and the rules that
+// turn a sum into the digit it asks for.
 #pragma once
 
-#include <cstdint>
-
 #include "account/account_check.h"
+#include "account/account_form.h"
 
-static inline int digit(const char* form, int position) { return form[position - 1] - '0'; }
-
-// Whether the digits from position `first` to position `last` are all 0.
-static inline bool digits_zero(const char* form, int first, int last) {
-    for (int position = first; position <= last; ++position)
-        if (form[position - 1] != '0') return false;
-    return true;
-}
-
-// The ten digits as a number; 32 bits would not hold it.
-static inline uint64_t value(const char* form) {
-    uint64_t number = 0;
-    for (int position = 1; position <= 10; ++position)
-        number = number * 10 + static_cast<uint64_t>(digit(form, position));
-    return number;
-}
-
-// Numbers of exactly eight digits.
-static inline bool eight_digits(const char* form) { return digits_zero(form, 1, 2) && digit(form, 3) != 0; }
-
-static inline bool nines_at_3_and_4(const char* form) { return digit(form, 3) == 9 && digit(form, 4) == 9; }
-
-static inline bool in_range(uint64_t number, uint64_t first, uint64_t last) {
-    return number >= first && number <= last;
-}
+namespace sepa_internal {
 
 // One weight for each position, position 1 first.
 struct weights {
@@ -47,25 +20,25 @@ struct weights {
 // folds a method's weights into its code. With g++ a method of several sums
 // takes half the time then.
 template <int count>
-[[gnu::always_inline]] static constexpr weights from(int position, const int (&list)[count]) {
+[[gnu::always_inline]] constexpr weights from(int position, const int (&list)[count]) {
     weights result{};
     for (int i = 0; i < count && i < position; ++i) result.at[position - 1 - i] = list[i];
     return result;
 }
 
 // The sum of digit times weight.
-[[gnu::always_inline]] static inline int weighted_sum(const char* form, const weights& w) {
+[[gnu::always_inline]] inline int weighted_sum(const char* form, const weights& w) {
     int sum = 0;
 #pragma GCC unroll 10
     for (int i = 0; i < 10; ++i) sum += (form[i] - '0') * w.at[i];
     return sum;
 }
 
-// The sum of a number's two decimal digits. Unsigned, for the cheaper division.
-static inline int cross_sum(int product) { return product - 9 * static_cast<int>(static_cast<unsigned>(product) / 10); }
+// The sum of the two decimal digits of a digit times a weight of 1 or 2.
+inline int cross_sum(int product) { return product > 9 ? product - 9 : product; }
 
 // The sum of the cross sums of digit times weight, for weights up to 2.
-[[gnu::always_inline]] static inline int sum_of_cross_sums(const char* form, const weights& w) {
+[[gnu::always_inline]] inline int sum_of_cross_sums(const char* form, const weights& w) {
     int sum = 0;
 #pragma GCC unroll 10
     for (int i = 0; i < 10; ++i) sum += cross_sum((form[i] - '0') * w.at[i]);
@@ -77,13 +50,13 @@ static inline int cross_sum(int product) { return product - 9 * static_cast<int>
 // digit is, and mod11_zero takes a zero in its place.
 enum modulus_rule { mod7, mod9, mod10, mod11_reject, mod11_zero };
 
-// Unsigned for the same reason; no sum is negative.
-static inline int distance(int sum, int modulus) {
+// Unsigned, for the cheaper division; no sum of digits is negative.
+inline int distance(int sum, int modulus) {
     unsigned m = static_cast<unsigned>(modulus);
     return static_cast<int>((m - static_cast<unsigned>(sum) % m) % m);
 }
 
-[[gnu::always_inline]] static inline int check_value(modulus_rule rule, int sum) {
+[[gnu::always_inline]] inline int check_value(modulus_rule rule, int sum) {
     switch (rule) {
         case mod7: return distance(sum, 7);
         case mod9: return distance(sum, 9);
@@ -95,7 +68,7 @@ static inline int distance(int sum, int modulus) {
     return asked == 10 ? 0 : asked;
 }
 
-static inline int verdict(bool passes) { return passes ? 1 : -1; }
+inline int verdict(bool passes) { return passes ? 1 : -1; }
 
 // One weighted sum with one rule: what most methods are made of.
 struct sum_check {
@@ -104,20 +77,21 @@ struct sum_check {
     weights w;
 };
 
-[[gnu::always_inline]] static inline int check_sum(const char* form, const sum_check& check) {
+[[gnu::always_inline]] inline int check_sum(const char* form, const sum_check& check) {
     return verdict(check_value(check.rule, weighted_sum(form, check.w)) == digit(form, check.position));
 }
 
 // As the primitive of the same name, with its weights as a list.
-[[gnu::always_inline]] static inline int check_cross_sum(const char* form, int modulus, int position,
-                                                         const weights& w) {
+[[gnu::always_inline]] inline int check_cross_sum(const char* form, int modulus, int position, const weights& w) {
     return verdict(distance(sum_of_cross_sums(form, w), modulus) == digit(form, position));
 }
 
 // Tries the methods in turn: 1 as soon as one passes, else what the last says.
 template <int count>
-static inline int first_pass(const char* form, const method_fn (&methods)[count]) {
+inline int first_pass(const char* form, const method_fn (&methods)[count]) {
     for (int i = 0; i < count - 1; ++i)
         if (methods[i](form) == 1) return 1;
     return methods[count - 1](form);
 }
+
+}  // namespace sepa_internal
