@@ -29,16 +29,24 @@ target_compile_options(gen_directory PRIVATE ${warnings})
 set(directory_lookups ${PROJECT_SOURCE_DIR}/directory/bank_directory.cpp)
 
 function(sepa_compile_settings target)
-  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   target_compile_definitions(${target} PRIVATE _GNU_SOURCE)
+  target_compile_features(${target} PUBLIC cxx_std_17)
   target_compile_options(${target} PRIVATE ${warnings} -fno-exceptions -fno-rtti -fvisibility=hidden)
+  # Also when static: it may become part of somebody else's shared library.
+  set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  if(BUILD_SHARED_LIBS)
+    target_compile_options(${target} PRIVATE "SHELL:-include ${shared_exports}")
+    # A program's function of the same name must not become the library's.
+    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
+  endif()
   target_link_libraries(${target} PUBLIC Threads::Threads)
 endfunction()
 
-# sepa_library(NAME DATA_DIR OUTPUT_DIR [OPTION...])
-# The static library NAME with the lists of DATA_DIR. Its tables are made in
-# OUTPUT_DIR/generated. OPTIONs go to the generator.
-function(sepa_library name data_dir output_dir)
+# sepa_library(NAME KIND DATA_DIR OUTPUT_DIR [OPTION...])
+# The STATIC or SHARED library NAME with the lists of DATA_DIR. Its tables are
+# made in OUTPUT_DIR/generated. OPTIONs go to the generator.
+function(sepa_library name kind data_dir output_dir)
   set(tables ${output_dir}/generated/directory_tables.inc)
   # Not every make sees that a command has changed; all see that a file has.
   set(choice ${output_dir}/generated/directory_choice.txt)
@@ -49,7 +57,7 @@ function(sepa_library name data_dir output_dir)
     DEPENDS gen_directory ${choice} ${data_dir}/de.csv ${data_dir}/at.csv ${data_dir}/ch.csv ${data_dir}/bic.csv
     COMMENT "Bank directory of ${name}"
     VERBATIM)
-  add_library(${name} STATIC $<TARGET_OBJECTS:sepa_objects> ${directory_lookups} ${tables})
+  add_library(${name} ${kind} $<TARGET_OBJECTS:sepa_objects> ${directory_lookups} ${tables})
   # First of all: an in-tree phpize build leaves tables in the source folder.
   target_include_directories(${name} BEFORE PRIVATE ${output_dir})
   sepa_compile_settings(${name})
@@ -60,5 +68,5 @@ endfunction()
 # hand-written lists in DATA_DIR, which no release touches. A test links it
 # instead of sepa_core (see library_of_... in tests/unit/CMakeLists.txt).
 function(sepa_frozen_library name data_dir)
-  sepa_library(${name} ${data_dir} ${PROJECT_BINARY_DIR}/frozen/${name} --for-tests)
+  sepa_library(${name} STATIC ${data_dir} ${PROJECT_BINARY_DIR}/frozen/${name} --for-tests)
 endfunction()
