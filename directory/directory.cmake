@@ -40,7 +40,6 @@ function(sepa_compile_settings target)
     # A program's function of the same name must not become the library's.
     target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
   endif()
-  target_link_libraries(${target} PUBLIC Threads::Threads)
 endfunction()
 
 # sepa_library(NAME KIND DATA_DIR OUTPUT_DIR [OPTION...])
