@@ -4,7 +4,6 @@
 
 #include "binding/key_list.h"
 #include "binding/sepa_methods.h"
-#include "message/rulebook.h"
 
 sepa_t** sepa_handle_slot(zend_object* object) {
     auto start = reinterpret_cast<char*>(object) - offsetof(sepa_object_t, std);
@@ -60,11 +59,6 @@ static void return_result(zval* return_value, sepa_t* handle, int result) {
         sepa_throw(handle->last_error, 0);
 }
 
-static void refuse(sepa_t* handle, const char* reason) {
-    handle->last_error = reason;
-    sepa_throw(reason, 0);
-}
-
 ZEND_METHOD(SEPA, __construct) {
     (void)return_value;
     zend_long msgtype;
@@ -97,55 +91,20 @@ ZEND_METHOD(SEPA, setBIC) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setB
 ZEND_METHOD(SEPA, setName) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setName); }
 ZEND_METHOD(SEPA, setCreditorIdentifier) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setCreditorIdentifier); }
 ZEND_METHOD(SEPA, setDate) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setDate); }
+ZEND_METHOD(SEPA, setMessageId) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sepa_setMessageId); }
 
 ZEND_METHOD(SEPA, setDDType) {
     zend_long type;
     if (SEPA_PARSE_PARAMETERS("l", &type) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
-    if (!handle) return;
-    if (handle->msgtype != SEPA_MSGTYPE_DDI) {
-        refuse(handle, "Not a direct debit message");
-        return;
-    }
-    if (type == SEPA_DDTYPE_COR1 && sepa_internal::rulebook_in_force().cor1 != sepa_internal::COR1_SET_AND_WRITTEN) {
-        refuse(handle, "COR1 is not allowed with selected SEPA rulebook");
-        return;
-    }
-    if (type != SEPA_DDTYPE_CORE && type != SEPA_DDTYPE_COR1 && type != SEPA_DDTYPE_B2B) {
-        refuse(handle, "Unknown/unsupported LocalInstrumentCode (setDDType)");
-        return;
-    }
-    handle->dd_type = static_cast<int32_t>(type);
-    RETURN_TRUE;
+    if (handle) return_result(return_value, handle, sepa_setDDType(handle, type));
 }
 
 ZEND_METHOD(SEPA, setBatchBooking) {
     bool batch_booking;
     if (SEPA_PARSE_PARAMETERS("b", &batch_booking) == FAILURE) return;
     sepa_t* handle = handle_of(ZEND_THIS);
-    if (!handle) return;
-    handle->batch_booking = batch_booking ? 1 : 0;
-    RETURN_TRUE;
-}
-
-ZEND_METHOD(SEPA, setMessageId) {
-    char* msgid;
-    size_t length;
-    if (SEPA_PARSE_PARAMETERS("s", &msgid, &length) == FAILURE) return;
-    sepa_t* handle = handle_of(ZEND_THIS);
-    if (!handle) return;
-    if (!sepa_check_message_id(msgid)) {
-        refuse(handle, "Invalid message id");
-        return;
-    }
-    char* copy = strdup(msgid);
-    if (!copy) {
-        refuse(handle, "Out of memory");
-        return;
-    }
-    free(handle->msgid);
-    handle->msgid = copy;
-    RETURN_TRUE;
+    if (handle) return_result(return_value, handle, sepa_setBatchBooking(handle, batch_booking));
 }
 
 ZEND_METHOD(SEPA, add) {
@@ -156,13 +115,13 @@ ZEND_METHOD(SEPA, add) {
     key_list_t list;
     bool complete = key_list_from_array(&list, Z_ARRVAL_P(tx));
     if (EG(exception)) return;
-    // Converting values can run script code that constructs the object anew.
-    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
     if (!complete) {
-        refuse(handle, "Out of memory");
+        sepa_throw(SEPA_OUT_OF_MEMORY, 0);
         return;
     }
-    int added = handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_add(handle, list.pairs) : cti_add(handle, list.pairs);
+    // Converting values can run script code that constructs the object anew.
+    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
+    int added = sepa_add(handle, list.pairs);
     key_list_free(&list);
     return_result(return_value, handle, added);
 }

@@ -1,4 +1,5 @@
 #include "message/document.h"
+#include "message/failure.h"
 #include "platform/clock.h"
 
 using namespace sepa_internal;
@@ -59,7 +60,7 @@ int cti_toXML(sepa_t* handle, xmlbuf_t* buffer) {
     if (!ensure_message_id(&document) || !write_document_start(&document)) return 0;
 
     payment_order_t order;
-    if (!payment_order_new(&order, handle)) return fail(handle, out_of_memory);
+    if (!payment_order_new(&order, handle)) return fail(handle, SEPA_OUT_OF_MEMORY);
     for (auto tx = static_cast<const cti_tx_t*>(handle->tx_head); tx; tx = tx->next)
         payment_order_add(&order, handle, tx->date, 0, tx->amount, tx);
     payment_order_sort(&order);
@@ -67,5 +68,5 @@ int cti_toXML(sepa_t* handle, xmlbuf_t* buffer) {
     payment_order_free(&order);
 
     write_document_end(&document);
-    return document.xml.good ? 1 : fail(handle, out_of_memory);
+    return document.xml.good ? 1 : fail(handle, SEPA_OUT_OF_MEMORY);
 }

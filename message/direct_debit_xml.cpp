@@ -1,4 +1,5 @@
 #include "message/document.h"
+#include "message/failure.h"
 #include "platform/clock.h"
 
 using namespace sepa_internal;
@@ -139,7 +140,7 @@ static void write_block(document_t* document, const payment_block_t& block, uint
     xml_open(xml, 4, "LclInstrm");
     xml_fixed(xml, 5, "Cd", instrument);
     xml_close(xml, 4, "LclInstrm");
-    xml_fixed(xml, 4, "SeqTp", sequence_codes[block.items->slot]);
+    xml_fixed(xml, 4, "SeqTp", sequence_codes[block.items->sequence]);
     xml_close(xml, 3, "PmtTpInf");
     write_date(document, "ReqdColltnDt", block);
     write_own_party(document, {"Cdtr", "CdtrAcct", "CdtrAgt"});
@@ -153,11 +154,11 @@ int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer) {
     document_t document = {handle, &direct_debit, rulebook_in_force(), clock_now(), {buffer, true}};
     if (!check_complete(handle)) return 0;
     const char* instrument = local_instrument(handle->dd_type, document.rulebook);
-    if (!instrument) return fail(handle, "Unknown/unsupported LocalInstrumentCode (setDDType)");
+    if (!instrument) return fail(handle, unknown_instrument);
     if (!check_mandates(handle) || !ensure_message_id(&document) || !write_document_start(&document)) return 0;
 
     payment_order_t order;
-    if (!payment_order_new(&order, handle)) return fail(handle, out_of_memory);
+    if (!payment_order_new(&order, handle)) return fail(handle, SEPA_OUT_OF_MEMORY);
     for (auto tx = static_cast<const ddi_tx_t*>(handle->tx_head); tx; tx = tx->next)
         payment_order_add(&order, handle, tx->date, static_cast<uint8_t>(tx->seq), tx->amount, tx);
     payment_order_sort(&order);
@@ -167,5 +168,5 @@ int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer) {
     payment_order_free(&order);
 
     write_document_end(&document);
-    return document.xml.good ? 1 : fail(handle, out_of_memory);
+    return document.xml.good ? 1 : fail(handle, SEPA_OUT_OF_MEMORY);
 }

@@ -5,9 +5,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "message/failure.h"
 #include "platform/clock.h"
 
-using namespace sepa_internal;
+namespace sepa_internal {
 
 // Names of the ISO 20022 schemas. The Austrian and Dutch rulebooks name no
 // schema file.
@@ -37,7 +38,7 @@ static calendar_t utc_calendar(time_t now) {
     return calendar_of(utc);
 }
 
-static int ensure_date(sepa_t* handle) {
+int ensure_date(sepa_t* handle) {
     if (handle->date) return 1;
     auto date = static_cast<char*>(malloc(date_length + 1));
     if (!date) return fail(handle, "malloc() failed");
@@ -45,24 +46,6 @@ static int ensure_date(sepa_t* handle) {
     snprintf(date, date_length + 1, "%04u-%02u-%02u", today.year, today.month, today.day);
     handle->date = date;
     return 1;
-}
-
-static int write_message(sepa_t* handle, xmlbuf_t* buffer) {
-    if (!xmlbuf_append(buffer, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n")) return fail(handle, out_of_memory);
-    return handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_toXML(handle, buffer) : cti_toXML(handle, buffer);
-}
-
-char* sepa_toXML(sepa_t* handle) {
-    auto buffer = static_cast<xmlbuf_t*>(calloc(1, sizeof(xmlbuf_t)));
-    if (!buffer) return nullptr;
-    char* document = nullptr;
-    if (ensure_date(handle) && write_message(handle, buffer)) {
-        document = buffer->text;
-        buffer->text = nullptr;
-    }
-    free(buffer->text);
-    free(buffer);
-    return document;
 }
 
 int ensure_message_id(document_t* document) {
@@ -205,3 +188,5 @@ void write_payment_id(document_t* document, const sepa_party_t& party) {
     xml_text(xml, 5, "EndToEndId", party.id ? party.id : "NOTPROVIDED");
     xml_close(xml, 4, "PmtId");
 }
+
+}  // namespace sepa_internal

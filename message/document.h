@@ -1,4 +1,5 @@
-// The pieces that both kinds of document are made of.
+// The pieces that both kinds of document are made of. The two writers stand on
+// them, and sepa_toXML (output.cpp) on the writers.
 #pragma once
 
 #include <ctime>
@@ -7,9 +8,11 @@
 #include "message/rulebook.h"
 #include "message/xml_writer.h"
 
+namespace sepa_internal {
+
 // The names by which the two kinds of document differ in shared pieces.
 struct document_kind_t {
-    const char* sepa_internal::rulebook_t::*schema;
+    const char* rulebook_t::*schema;
     const char* root;             // child of Document
     const char* no_msgid_memory;  // failure text
 };
@@ -18,10 +21,13 @@ struct document_kind_t {
 struct document_t {
     sepa_t* handle;
     const document_kind_t* kind;
-    const sepa_internal::rulebook_t& rulebook;
-    time_t now;  // the one clock reading of the document
+    const rulebook_t& rulebook;
+    time_t now;  // of CreDtTm and a generated message id; a generated date has a reading of its own
     xml_writer_t xml;
 };
+
+// Today's date for a message without one. Returns 1, or 0 with last_error.
+int ensure_date(sepa_t* handle);
 
 // Generates the message id if there is none. Returns 1, or 0 with last_error.
 int ensure_message_id(document_t* document);
@@ -61,3 +67,5 @@ void write_blocks(const payment_order_t& order, WriteBlock write_block) {
 
 // PstlAdr, unless the party has none of the fields that call for one.
 void write_postal_address(document_t* document, const sepa_party_t& party);
+
+}  // namespace sepa_internal

@@ -1,48 +1,40 @@
-#include "message/handle.h"
-
-#include <cstdarg>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <initializer_list>
 
-int fail(sepa_t* handle, const char* text) {
-    handle->last_error = text;
-    return 0;
+#include "message/rulebook.h"
+#include "message/wipe.h"
+
+using namespace sepa_internal;
+
+std::atomic<uint32_t> message_counter{0};
+
+sepa_t* sepa_new(long msgtype) {
+    settle_rulebook();
+    if (msgtype != SEPA_MSGTYPE_DDI && msgtype != SEPA_MSGTYPE_CTI) return nullptr;
+    auto handle = static_cast<sepa_t*>(calloc(1, sizeof(sepa_t)));
+    if (!handle) return nullptr;
+    handle->msgtype = static_cast<int32_t>(msgtype);
+    handle->batch_booking = 1;
+    return handle;
 }
 
-int fail_with(sepa_t* handle, const char* format, ...) {
-    va_list values;
-    va_start(values, format);
-    vsnprintf(handle->error_buffer, sizeof handle->error_buffer, format, values);
-    va_end(values);
-    handle->last_error = handle->error_buffer;
-    return 0;
+template <typename Record>
+static void free_list(void* head, void (*release)(Record*)) {
+    for (auto record = static_cast<Record*>(head); record;) {
+        Record* next = record->next;
+        release(record);
+        record = next;
+    }
 }
 
-void wipe_text(char** text) {
-    if (!*text) return;
-    explicit_bzero(*text, strlen(*text));
-    free(*text);
-    *text = nullptr;
-}
-
-void wipe_record(void* record, size_t size) {
-    explicit_bzero(record, size);
-    free(record);
-}
-
-char ascii_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-bool same_text(const char* a, const char* b) {
-    for (; ascii_upper(*a) == ascii_upper(*b); ++a, ++b)
-        if (!*a) return true;
-    return false;
-}
-
-bool bic_in_capitals(const char* bic, char (&out)[max_bic_length + 1]) {
-    if (!bic || strnlen(bic, max_bic_length + 1) > max_bic_length) return false;
-    char* p = out;
-    for (; *bic; ++bic) *p++ = ascii_upper(*bic);
-    *p = '\0';
-    return true;
+void sepa_free(sepa_t* handle) {
+    if (!handle) return;
+    if (handle->msgtype == SEPA_MSGTYPE_DDI)
+        free_list<ddi_tx_t>(handle->tx_head, ddi_free);
+    else
+        free_list<cti_tx_t>(handle->tx_head, cti_free);
+    for (char** text :
+         {&handle->iban, &handle->bic, &handle->name, &handle->creditor_id, &handle->date, &handle->msgid})
+        wipe_text(text);
+    wipe_block(handle, sizeof *handle);
 }

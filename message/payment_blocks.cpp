@@ -4,6 +4,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "message/wipe.h"
+
+namespace sepa_internal {
+
 bool payment_order_new(payment_order_t* order, const sepa_t* handle) {
     *order = {};
     if (!handle->tx_count) return true;
@@ -11,13 +15,13 @@ bool payment_order_new(payment_order_t* order, const sepa_t* handle) {
     return order->items;
 }
 
-void payment_order_free(payment_order_t* order) { free(order->items); }
+void payment_order_free(payment_order_t* order) { wipe_block(order->items, order->count * sizeof(payment_item_t)); }
 
-void payment_order_add(payment_order_t* order, const sepa_t* handle, const char* date, uint8_t slot, double amount,
+void payment_order_add(payment_order_t* order, const sepa_t* handle, const char* date, uint8_t sequence, double amount,
                        const void* record) {
     payment_item_t* item = &order->items[order->count];
     memcpy(item->date, date ? date : handle->date, date_length);
-    item->slot = slot;
+    item->sequence = sequence;
     item->index = order->count;
     item->amount = amount;
     item->record = record;
@@ -26,7 +30,7 @@ void payment_order_add(payment_order_t* order, const sepa_t* handle, const char*
 
 static int compare_blocks(const payment_item_t& a, const payment_item_t& b) {
     int by_date = memcmp(a.date, b.date, date_length);
-    return by_date ? by_date : a.slot - b.slot;
+    return by_date ? by_date : a.sequence - b.sequence;
 }
 
 static bool comes_before(const payment_item_t& a, const payment_item_t& b) {
@@ -48,3 +52,5 @@ payment_block_t payment_block_at(const payment_order_t* order, uint32_t first) {
     }
     return block;
 }
+
+}  // namespace sepa_internal

@@ -106,7 +106,10 @@ struct sepa_t {
     void* tx_tail;
 };
 
-// --- Handle and setters (message.cpp)
+// The reason of a call that found no memory, where it has no text of its own.
+constexpr const char* SEPA_OUT_OF_MEMORY = "Out of memory";
+
+// --- Handle and setters
 
 // Makes an empty message of kind `msgtype`, or gives null for another kind or
 // without memory. The first call of a process chooses the rulebook by the
@@ -128,6 +131,12 @@ int sepa_setBIC(sepa_t* handle, const char* bic);
 int sepa_setName(sepa_t* handle, const char* name);                      // 1 to 70 bytes
 int sepa_setCreditorIdentifier(sepa_t* handle, const char* identifier);  // EPC262-08
 int sepa_setDate(sepa_t* handle, const char* date);                      // yyyy-mm-dd, no calendar check
+
+// Settings of the message. Each returns 1, or 0 with the reason in last_error
+// and the setting as it was. The message id is copied.
+int sepa_setDDType(sepa_t* handle, long type);  // a sepa_ddtype; direct debits only
+int sepa_setBatchBooking(sepa_t* handle, bool batch_booking);
+int sepa_setMessageId(sepa_t* handle, const char* msgid);
 
 // --- Character set (charset.cpp)
 
@@ -155,6 +164,9 @@ int cti_add(sepa_t* handle, const kv_pair_t* list);
 
 int ddi_add(sepa_t* handle, const kv_pair_t* list);
 
+// The one of them that the message's kind needs.
+int sepa_add(sepa_t* handle, const kv_pair_t* list);
+
 // Wipes and releases one record.
 void cti_free(cti_tx_t* record);
 void ddi_free(ddi_tx_t* record);
@@ -166,8 +178,9 @@ int is_non_eea_bic(const char* bic);
 // --- Documents
 
 // Writes the message as a document of the current rulebook. Returns malloc
-// text that the caller frees, or null with the reason in last_error. Date and
-// message id are generated if unset, and stay.
+// text that the caller frees, or null with the reason in last_error; a null of
+// its very first allocation brings no new reason. Date and message id are
+// generated if unset, and stay. A document that fails is wiped.
 char* sepa_toXML(sepa_t* handle);
 
 // Writes a credit transfer message as pain.001 into `buffer`, which holds the

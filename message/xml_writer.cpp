@@ -3,29 +3,29 @@
 #include <cstdio>
 #include <cstring>
 
-#include "message/sepa.h"
+#include "text/amount.h"
+
+namespace sepa_internal {
 
 static constexpr size_t max_tabs = 16;  // more than any document has
 static constexpr char tab_text[max_tabs + 1] = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
 
-// Room for `n` bytes and a NUL, or null. The buffer itself grows by what it
-// needs; a document asks for half of what it has, so that its cost stays
-// linear.
-static char* make_room(xml_writer_t* xml, size_t n) {
+// Appends what `fill` writes from the place it is given on, at most `n` bytes;
+// it returns the end. An xmlbuf_t grows by what it needs; a document asks for
+// half of what it has, so that its cost stays linear. No other function beside
+// xmlbuf.cpp moves a buffer's fields.
+template <typename Fill>
+static void append(xml_writer_t* xml, size_t n, Fill fill) {
     xmlbuf_t* buffer = xml->buffer;
-    if (!xml->good) return nullptr;
+    if (!xml->good) return;
     if (buffer->capacity - buffer->used <= n) {
         size_t generous = n + 1 > buffer->used / 2 ? n + 1 : buffer->used / 2;
         xml->good = xmlbuf_reserve(buffer, generous) || xmlbuf_reserve(buffer, n + 1);
-        if (!xml->good) return nullptr;
+        if (!xml->good) return;
     }
-    return buffer->text + (buffer->used ? buffer->used - 1 : 0);
-}
-
-// Ends the text at `end`.
-static void finish(xml_writer_t* xml, char* end) {
+    char* end = fill(buffer->text + (buffer->used ? buffer->used - 1 : 0));
     *end = '\0';
-    xml->buffer->used = static_cast<size_t>(end - xml->buffer->text) + 1;
+    buffer->used = static_cast<size_t>(end - buffer->text) + 1;
 }
 
 static char* put(char* at, std::string_view text) {
@@ -40,15 +40,13 @@ static char* put_tabs(char* at, unsigned tabs) {
 }
 
 void xml_plain(xml_writer_t* xml, std::string_view text) {
-    if (char* at = make_room(xml, text.size())) finish(xml, put(at, text));
+    append(xml, text.size(), [&](char* at) { return put(at, text); });
 }
 
 // A line that is one tag.
 static void tag_line(xml_writer_t* xml, unsigned tabs, std::string_view opening, std::string_view name) {
-    char* at = make_room(xml, max_tabs + sizeof "</>\n" + name.size());
-    if (!at) return;
-    at = put(put(put_tabs(at, tabs), opening), name);
-    finish(xml, put(at, ">\n"));
+    append(xml, max_tabs + sizeof "</>\n" + name.size(),
+           [&](char* at) { return put(put(put(put_tabs(at, tabs), opening), name), ">\n"); });
 }
 
 void xml_open(xml_writer_t* xml, unsigned tabs, std::string_view name) { tag_line(xml, tabs, "<", name); }
@@ -58,12 +56,12 @@ void xml_close(xml_writer_t* xml, unsigned tabs, std::string_view name) { tag_li
 // A line with content that needs no escaping; `attribute` belongs to the tag.
 static void content_line(xml_writer_t* xml, unsigned tabs, std::string_view name, std::string_view attribute,
                          std::string_view value) {
-    char* at = make_room(xml, max_tabs + sizeof "<></>\n" + 2 * name.size() + attribute.size() + value.size());
-    if (!at) return;
-    at = put(put(put_tabs(at, tabs), "<"), name);
-    at = put(put(at, attribute), ">");
-    at = put(put(put(at, value), "</"), name);
-    finish(xml, put(at, ">\n"));
+    append(xml, max_tabs + sizeof "<></>\n" + 2 * name.size() + attribute.size() + value.size(), [&](char* at) {
+        at = put(put(put_tabs(at, tabs), "<"), name);
+        at = put(put(at, attribute), ">");
+        at = put(put(put(at, value), "</"), name);
+        return put(at, ">\n");
+    });
 }
 
 void xml_fixed(xml_writer_t* xml, unsigned tabs, std::string_view name, std::string_view value) {
@@ -132,3 +130,5 @@ void xml_numbered_id(xml_writer_t* xml, unsigned tabs, std::string_view name, co
     xml_plain(xml, number_text(number).text);
     end_line(xml, name);
 }
+
+}  // namespace sepa_internal

@@ -8,6 +8,8 @@
 
 #include "message/xmlbuf.h"
 
+namespace sepa_internal {
+
 struct xml_writer_t {
     xmlbuf_t* buffer;
     bool good;  // false once memory has run out
@@ -32,3 +34,5 @@ void xml_instructed_amount(xml_writer_t* xml, unsigned tabs, double euro);
 
 // `value`, "-P" and `number` in one line.
 void xml_numbered_id(xml_writer_t* xml, unsigned tabs, std::string_view name, const char* value, uint32_t number);
+
+}  // namespace sepa_internal

@@ -13,10 +13,18 @@
 #include "tests/unit/message_helpers.h"
 
 static bool memory_is_out;
+static int growths_left = -1;           // of a buffer; below 0 for any number
 static std::atomic<int> secrets_freed;  // blocks with this word in them
 
-// The linker sends the program's calls of strdup and free here.
+// The linker sends the program's calls of strdup, realloc and free here.
 extern "C" {
+void* __real_realloc(void* block, size_t size);
+void* __wrap_realloc(void* block, size_t size);
+void* __wrap_realloc(void* block, size_t size) {
+    if (growths_left == 0) return nullptr;
+    if (growths_left > 0) --growths_left;
+    return __real_realloc(block, size);
+}
 char* __real_strdup(const char* text);
 char* __wrap_strdup(const char* text);
 char* __wrap_strdup(const char* text) { return memory_is_out ? nullptr : __real_strdup(text); }
@@ -120,8 +128,9 @@ TEST(Handle, NothingIsFreedWithItsContents) {
     for (const char* rulebook : {"DE-3.5", "DE-3.7"})
         for (long kind : {SEPA_MSGTYPE_DDI, SEPA_MSGTYPE_CTI}) {
             use_rulebook(rulebook);
-            message_t message = new_message(kind);
+            message_t message = ready_message(kind);
             EXPECT_EQ(sepa_setName(message.get(), "secret"), 1);
+            EXPECT_EQ(sepa_setMessageId(message.get(), "secret"), 1);
             keys_t list = keys;
             const keys_t& address = current_rulebook == RULEBOOK_DE_3_7 ? parts : lines;
             list.insert(list.end(), address.begin(), address.end());
@@ -129,8 +138,15 @@ TEST(Handle, NothingIsFreedWithItsContents) {
             EXPECT_EQ(add(message, list), 1) << message->last_error;
             list.insert(list.end(), {{"name", "another secret"}, {"ref", "another secret"}});
             EXPECT_EQ(add(message, list), 1) << "a key that comes twice";
+            list.push_back({"date", "secret day"});
+            EXPECT_EQ(add(message, list), 1) << "the items of the sort have dates";
+            growths_left = 2;
+            EXPECT_EQ(sepa_toXML(message.get()), nullptr) << "a document that memory cuts short";
+            growths_left = -1;
             list.push_back({"name", ""});
             EXPECT_EQ(add(message, list), 0);
+            EXPECT_EQ(sepa_setName(message.get(), "another secret") + sepa_setMessageId(message.get(), "secret 2"), 2)
+                << "a value replaced";
         }
     EXPECT_EQ(secrets_freed, 1);
 }

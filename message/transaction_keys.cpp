@@ -1,0 +1,251 @@
+// The keys of transactions, a row each. What fills, copies and wipes the texts
+// of a record goes by the rows: a text that has none is never set.
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "iban/iban.h"
+#include "message/charset.h"
+#include "message/failure.h"
+#include "message/transaction.h"
+#include "message/wipe.h"
+#include "text/amount.h"
+#include "text/field_check.h"
+
+namespace sepa_internal {
+
+struct key_row_t;
+using take_t = int(draft_t* draft, const key_row_t& row, const kv_pair_t& pair);
+
+// The kinds of transaction that take a key, and where each keeps its text,
+// unless what it keeps is no text.
+struct key_place_t {
+    bool in_transfers, in_debits;
+    char* cti_tx_t::*transfer;
+    char* ddi_tx_t::*debit;
+};
+
+struct key_row_t {
+    std::string_view key;
+    take_t* take;
+    key_place_t place;
+    // What the tests of texts need:
+    size_t min_bytes = 0, max_bytes = 0;
+    const char* length_failure = nullptr;
+    int level = CHARSET_STRICT;
+    const char* noun = nullptr;  // in "Invalid character '?' in <noun>"; null: any character will do
+};
+
+static constexpr key_place_t in_both(char* sepa_party_t::*party) { return {true, true, party, party}; }
+static constexpr key_place_t in_both(char* cti_tx_t::*transfer, char* ddi_tx_t::*debit) {
+    return {true, true, transfer, debit};
+}
+static constexpr key_place_t in_transfers(char* cti_tx_t::*transfer) { return {true, false, transfer, nullptr}; }
+static constexpr key_place_t in_debits(char* ddi_tx_t::*debit) { return {false, true, nullptr, debit}; }
+
+static bool same_text(const char* a, const char* b) {
+    for (; ascii_upper(*a) == ascii_upper(*b); ++a, ++b)
+        if (!*a) return true;
+    return false;
+}
+
+// A later value replaces an earlier one.
+static int keep(draft_t* draft, const key_row_t& row, const char* text) {
+    auto kept = const_cast<char*>(text);
+    if (draft->transfer)
+        draft->transfer->*row.place.transfer = kept;
+    else
+        draft->debit->*row.place.debit = kept;
+    return 1;
+}
+
+static int take_limited(draft_t* draft, const key_row_t& row, const char* value, int level, const char* noun) {
+    char bad;
+    if (!length_within(value, row.min_bytes, row.max_bytes)) return fail(draft->handle, row.length_failure);
+    if (noun && !check_charset(draft->rulebook, value, &bad, level))
+        return fail_with(draft->handle, "Invalid character '%c' in %s", bad, noun);
+    return keep(draft, row, value);
+}
+
+static int take_text(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    return take_limited(draft, row, pair.value, row.level, row.noun);
+}
+
+static int take_name(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    return take_limited(draft, row, pair.value, row.level, draft->debit ? "debtor name" : "creditor name");
+}
+
+static int take_mref(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    return take_limited(draft, row, pair.value, draft->rulebook.mref_level, row.noun);
+}
+
+static int take_iban(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    return IBAN_check(pair.value, &draft->handle->last_error) == 1 ? keep(draft, row, pair.value) : 0;
+}
+
+static int take_bic(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    if (!bic_in_capitals(pair.value, draft->bic)) return fail(draft->handle, "Invalid BIC");
+    if (!sepa_check_field(FIELD_BIC, draft->bic)) return fail(draft->handle, "Invalid BIC format");
+    return keep(draft, row, draft->bic);
+}
+
+static int take_country(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    const char* country = pair.value;
+    if (!length_within(country, 2, 2) || !is_capital(country[0]) || !is_capital(country[1]))
+        return fail(draft->handle, "Invalid country code");
+    return keep(draft, row, country);
+}
+
+static int take_address_line(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    if (draft->rulebook.address == ADDRESS_OF_PARTS)
+        return fail(draft->handle, "selected SEPA rulebook requires structured address data");
+    return take_text(draft, row, pair);
+}
+
+// A transfer ignores keys that it does not know.
+static int take_unknown(draft_t* draft, const char* key) {
+    return draft->transfer ? 1 : fail_with(draft->handle, "Invalid transaction property '%s'", key);
+}
+
+// The parts of an address are tested for their lengths alone. Where addresses
+// are lines they are unknown, but for the first, which tells a debit why.
+static int take_address_part(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    if (draft->rulebook.address == ADDRESS_OF_LINES) {
+        if (draft->debit && row.key == "addrDept")
+            return fail(draft->handle, "selected SEPA rulebook does not support structured address data");
+        return take_unknown(draft, pair.key);
+    }
+    if (!length_within(pair.value, row.min_bytes, row.max_bytes))
+        return fail_with(draft->handle, "Invalid format for '%s'", pair.key);
+    return keep(draft, row, pair.value);
+}
+
+// Whether sepa_format_amount can write it: its cents fit a signed 64-bit integer.
+static bool is_writable(double amount) {
+    constexpr double two_to_63 = 9223372036854775808.0;
+    return std::isfinite(amount) && fabs(round(amount * 100)) < two_to_63;
+}
+
+static int take_amount(draft_t* draft, const key_row_t&, const kv_pair_t& pair) {
+    constexpr const char* invalid = "Invalid amount";
+    sepa_t* handle = draft->handle;
+    if (!pair.value) return fail(handle, invalid);
+    const char* end;
+    errno = 0;
+    double amount = parse_amount(pair.value, &end);
+    if (*end) return fail(handle, invalid);
+    if (errno == ERANGE && (amount == 0 || !std::isfinite(amount))) return fail(handle, invalid);
+    if (amount == 0) return fail(handle, "Empty amount not allowed");
+    if (amount < 0) return fail(handle, "Negative or zero amount not allowed");
+    if (!is_writable(amount)) return fail(handle, invalid);
+    amount = round(amount * 100) / 100;
+    if (!is_writable(handle->ctrl_sum + amount)) return fail(handle, invalid);
+    *amount_of(*draft) = amount;
+    return 1;
+}
+
+static int take_sequence(draft_t* draft, const key_row_t&, const kv_pair_t& pair) {
+    constexpr const char* codes[] = {"frst", "rcur", "ooff", "fnal"};  // from SEQ_FRST on
+    for (int32_t i = 0; pair.value && i < SEQ_FNAL; ++i) {
+        if (!same_text(pair.value, codes[i])) continue;
+        draft->debit->seq = SEQ_FRST + i;
+        return 1;
+    }
+    return fail(draft->handle, "Invalid/unknown sequence type");
+}
+
+static int take_smnda(draft_t* draft, const key_row_t&, const kv_pair_t& pair) {
+    const char* value = pair.value ? pair.value : "(null)";
+    if (strcmp(value, "1") != 0) return fail_with(draft->handle, "Invalid value '%s' for SMNDA flag", value);
+    draft->debit->smnda = 1;
+    return 1;
+}
+
+static constexpr key_row_t key_rows[] = {
+    {"iban", take_iban, in_both(&sepa_party_t::iban)},
+    {"amount", take_amount, in_both(nullptr, nullptr)},
+    {"name", take_name, in_both(&sepa_party_t::name), 1, 70, "Invalid name (must be 1-70 characters)",
+     CHARSET_EXTENDED},
+    {"bic", take_bic, in_both(&sepa_party_t::bic)},
+    {"date", take_text, in_both(&cti_tx_t::date, &ddi_tx_t::date), date_length, date_length,
+     "Invalid execution date (format: yyyy-mm-dd)"},
+    {"id", take_text, in_both(&sepa_party_t::id), 1, 35, "Invalid end-to-end ID (must be 1-35 characters)",
+     CHARSET_SPACE, "end-to-end ID"},
+    {"ref", take_text, in_both(&cti_tx_t::ref, &ddi_tx_t::ref), 0, 140,
+     "Invalid unstructured remittance information (must be 0-140 characters)", CHARSET_EXTENDED,
+     "unstructured remittance information"},
+    {"purp", take_text, in_transfers(&cti_tx_t::purp), 4, 4, "Invalid purpose (must be 4 characters)"},
+
+    {"seq", take_sequence, in_debits(nullptr)},
+    {"mref", take_mref, in_debits(&ddi_tx_t::mref), 1, 35, "Invalid mandate reference (must be 1-35 characters)",
+     CHARSET_STRICT, "mandate reference"},
+    {"mdate", take_text, in_debits(&ddi_tx_t::mdate), date_length, date_length,
+     "Invalid mandate signature date (format: yyyy-mm-dd)"},
+    {"old_mref", take_text, in_debits(&ddi_tx_t::old_mref), 1, 35,
+     "Invalid old mandate reference (must be 1-35 characters)", CHARSET_STRICT, "old mandate reference"},
+    {"old_iban", take_iban, in_debits(&ddi_tx_t::old_iban)},
+    {"smnda", take_smnda, in_debits(nullptr)},
+
+    {"addrCC", take_country, in_both(&sepa_party_t::addrCC)},
+    {"addrLine1", take_address_line, in_both(&sepa_party_t::addrLine1), 1, 70,
+     "Invalid address line 1 (must be 1-70 chars)", CHARSET_EXTENDED, "address line 1"},
+    {"addrLine2", take_address_line, in_both(&sepa_party_t::addrLine2), 1, 70,
+     "Invalid address line 2 (must be 1-70 chars)", CHARSET_EXTENDED, "address line 2"},
+    {"addrDept", take_address_part, in_both(&sepa_party_t::addrDept), 1, 70},
+    {"addrSubDept", take_address_part, in_both(&sepa_party_t::addrSubDept), 1, 70},
+    {"addrStreet", take_address_part, in_both(&sepa_party_t::addrStreet), 1, 70},
+    {"addrNum", take_address_part, in_both(&sepa_party_t::addrNum), 1, 16},
+    {"addrBldg", take_address_part, in_both(&sepa_party_t::addrBldg), 1, 35},
+    {"addrFloor", take_address_part, in_both(&sepa_party_t::addrFloor), 1, 70},
+    {"addrPoBox", take_address_part, in_both(&sepa_party_t::addrPoBox), 1, 16},
+    {"addrRoom", take_address_part, in_both(&sepa_party_t::addrRoom), 1, 70},
+    {"addrCode", take_address_part, in_both(&sepa_party_t::addrCode), 1, 16},
+    {"addrTown", take_address_part, in_both(&sepa_party_t::addrTown), 1, 35},
+    {"addrLoc", take_address_part, in_both(&sepa_party_t::addrLoc), 1, 35},
+    {"addrDstrct", take_address_part, in_both(&sepa_party_t::addrDstrct), 1, 35},
+    {"addrCtrySub", take_address_part, in_both(&sepa_party_t::addrCtrySub), 1, 35},
+};
+
+// The first letters differ for most rows.
+static bool is_key(const key_row_t& row, const char* key) {
+    constexpr int but_case = ~0x20;
+    return ((key[0] ^ row.key[0]) & but_case) == 0 && same_text(key, row.key.data());
+}
+
+int take_key(draft_t* draft, const kv_pair_t& pair) {
+    for (const key_row_t& row : key_rows)
+        if ((draft->transfer ? row.place.in_transfers : row.place.in_debits) && is_key(row, pair.key))
+            return row.take(draft, row, pair);
+    return take_unknown(draft, pair.key);
+}
+
+static constexpr char* cti_tx_t::*place_in(const key_row_t& row, const cti_tx_t*) { return row.place.transfer; }
+static constexpr char* ddi_tx_t::*place_in(const key_row_t& row, const ddi_tx_t*) { return row.place.debit; }
+
+template <typename Record>
+static bool copy_each(Record* record) {
+    bool good = true;
+    for (const key_row_t& row : key_rows) {
+        auto place = place_in(row, record);
+        if (!place || !(record->*place)) continue;
+        record->*place = good ? strdup(record->*place) : nullptr;
+        good = good && record->*place;
+    }
+    return good;
+}
+
+template <typename Record>
+static void wipe_each(Record* record) {
+    for (const key_row_t& row : key_rows)
+        if (auto place = place_in(row, record)) wipe_text(&(record->*place));
+}
+
+bool copy_texts(cti_tx_t* record) { return copy_each(record); }
+bool copy_texts(ddi_tx_t* record) { return copy_each(record); }
+
+void wipe_texts(cti_tx_t* record) { wipe_each(record); }
+void wipe_texts(ddi_tx_t* record) { wipe_each(record); }
+
+}  // namespace sepa_internal

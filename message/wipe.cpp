@@ -1,0 +1,18 @@
+#include "message/wipe.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace sepa_internal {
+
+void wipe_block(void* block, size_t size) {
+    if (block) explicit_bzero(block, size);
+    free(block);
+}
+
+void wipe_text(char** text) {
+    if (*text) wipe_block(*text, strlen(*text));
+    *text = nullptr;
+}
+
+}  // namespace sepa_internal
