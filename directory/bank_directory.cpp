@@ -131,10 +131,12 @@ static const char* decode_german(const char* from, const char* end, bank_record_
     return distance == 0 ? nullptr : text + distance;
 }
 
+namespace {
 struct bank_id_width_t {
     const char* country;
     size_t width;
 };
+}  // namespace
 
 static const bank_id_width_t bank_id_widths[] = {{"AT", 5}, {"CH", 5}, {"DE", 8}, {"LI", 5}, {nullptr, 0}};
 

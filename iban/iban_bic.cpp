@@ -3,8 +3,7 @@
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
 
-static constexpr size_t BIC_SIZE = 12;
-
+namespace {
 // How long a country's IBAN is, and how long the bank id from its fifth character on is.
 struct bank_place_t {
     char country[3];
@@ -12,6 +11,7 @@ struct bank_place_t {
     size_t iban_length;
     size_t bank_id_length;
 };
+}  // namespace
 
 static const bank_place_t bank_places[] = {
     {"AT", "AT", 20, 5},
@@ -40,7 +40,7 @@ static const char* prescribed_bic(const char* bank_code, int32_t rule) {
 }
 
 int IBAN_getBIC(const char* iban, char* bic) {
-    memset(bic, 0, BIC_SIZE);
+    memset(bic, 0, BIC_BUFFER_SIZE);
     if (!iban) return 0;
     const bank_place_t* place = find_place(iban);
     if (!place) return 0;
@@ -51,6 +51,6 @@ int IBAN_getBIC(const char* iban, char* bic) {
     if (!bank_lookup(place->directory_country, bank_id, &record)) return -3;
     const char* found = place->country[0] == 'D' ? prescribed_bic(bank_id, record.rule) : nullptr;
     if (!found) found = record.bic;
-    memcpy(bic, found, strnlen(found, BIC_SIZE - 1));
+    memcpy(bic, found, strnlen(found, BIC_BUFFER_SIZE - 1));
     return 1;
 }

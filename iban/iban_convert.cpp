@@ -1,25 +1,24 @@
 #include <cstring>
 
 #include "account/account_check.h"
+#include "account/account_form.h"
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
 #include "text/mod97.h"
 
 using namespace sepa_internal;
 
-static constexpr size_t account_width = 10;
-static constexpr size_t bank_width = 8;
 static constexpr int rule_versions = 100;  // the directory's rule word is number x 100 + version
 
 static bool fill_work(iban_work_t* work, const char* account, const char* bank_id) {
     if (!bank_id || !account) return false;
-    if (strnlen(bank_id, bank_width + 1) != bank_width) return false;
-    size_t length = strnlen(account, account_width + 1);
-    if (!length || length > account_width) return false;
-    memset(work->account, '0', account_width);
-    memcpy(work->account + account_width - length, account, length);
+    if (strnlen(bank_id, bank_code_length + 1) != bank_code_length) return false;
+    size_t length = strnlen(account, account_length + 1);
+    if (!length || length > account_length) return false;
+    memset(work->account, '0', account_length);
+    memcpy(work->account + account_length - length, account, length);
     memcpy(work->account_in, work->account, sizeof work->account_in);
-    memcpy(work->bank, bank_id, bank_width);
+    memcpy(work->bank, bank_id, bank_code_length);
     return true;
 }
 
@@ -32,7 +31,7 @@ static int run_rule(char* iban_buf, iban_work_t* work, const bank_record_t& reco
 }
 
 static bool has_successor(const bank_record_t& record) {
-    return record.successor && strnlen(record.successor, bank_width + 1) == bank_width;
+    return record.successor && strnlen(record.successor, bank_code_length + 1) == bank_code_length;
 }
 
 // Runs the bank's rule and goes on to its successor as long as there is one;
@@ -44,7 +43,7 @@ static bool run_rules(char* iban_buf, iban_work_t* work, int* result) {
         if (bank_lookup("DE", work->bank, &record) != 1) return false;
         *result = run_rule(iban_buf, work, record);
         if (!has_successor(record)) return true;
-        memcpy(work->bank, record.successor, bank_width);
+        memcpy(work->bank, record.successor, bank_code_length);
         work->status = IBAN_STATUS_SUCCESSOR;
     }
 }
@@ -52,8 +51,8 @@ static bool run_rules(char* iban_buf, iban_work_t* work, int* result) {
 static int8_t final_status(const iban_work_t& work, const char* bank_id) {
     if (work.status) return work.status;
     if (work.check == -1) return IBAN_STATUS_CHECK_FAILED;
-    if (memcmp(work.account, work.account_in, account_width) != 0) return IBAN_STATUS_ACCOUNT_CHANGED;
-    if (memcmp(work.bank, bank_id, bank_width) != 0) return IBAN_STATUS_BANK_CHANGED;
+    if (memcmp(work.account, work.account_in, account_length) != 0) return IBAN_STATUS_ACCOUNT_CHANGED;
+    if (memcmp(work.bank, bank_id, bank_code_length) != 0) return IBAN_STATUS_BANK_CHANGED;
     return IBAN_STATUS_NONE;
 }
 

@@ -3,10 +3,10 @@
 #include <cstring>
 
 #include "account/account_check.h"
+#include "account/account_form.h"
 #include "directory/bank_directory.h"
 
-static constexpr size_t bank_code_length = 8;
-static constexpr size_t account_length = 10;
+namespace sepa_internal {
 
 const char* iban_german_fault(const char* iban) {
     const char* digits = iban + 4;
@@ -21,3 +21,5 @@ const char* iban_german_fault(const char* iban) {
         return "Invalid account number in IBAN";
     return nullptr;
 }
+
+}  // namespace sepa_internal

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace sepa_internal {
+
 struct iban_shape_t {
     static constexpr size_t max_length = 34;    // of ISO 13616
     uint8_t length = 0;                         // characters of a matching IBAN
@@ -41,3 +43,5 @@ constexpr iban_shape_t shape_of_pattern(const char* pattern) {
     if (p[0] != '$' || p[1]) shape.length = 0;
     return shape;
 }
+
+}  // namespace sepa_internal

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+namespace sepa_internal {
+
 time_t clock_now() { return time(nullptr); }
 
 void clock_local(time_t seconds, struct tm* out) {
@@ -16,3 +18,5 @@ void clock_utc(time_t seconds, struct tm* out) {
 }
 
 unsigned process_id() { return static_cast<unsigned>(getpid()); }
+
+}  // namespace sepa_internal

@@ -5,6 +5,8 @@
 
 #include <ctime>
 
+namespace sepa_internal {
+
 // Seconds of the Unix epoch.
 time_t clock_now();
 
@@ -15,3 +17,5 @@ void clock_utc(time_t seconds, struct tm* out);
 
 // The id of this process.
 unsigned process_id();
+
+}  // namespace sepa_internal

@@ -3,6 +3,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // clang-format off
 
 inline constexpr account_row_t rule26_accepted[] = {
@@ -53,5 +55,6 @@ inline constexpr account_row_t rule54_other_bank[] = {
     {"0082711908"}, {"0082811908"}, {"0082911908"}, {"0099624044"}, {"0300143869"},
 };
 static_assert(proven(rule54_other_bank, 96, 0x4833cd1ac2fd5524));
-
 // clang-format on
+
+}  // namespace sepa_internal

@@ -6,6 +6,8 @@
 #include "iban/rules/branch_table.h"
 #include "iban/rules/rule_list.h"
 
+namespace sepa_internal {
+
 // The accounts that begin with one branch number, and their bank.
 struct branch_range_t {
     uint32_t branch;  // 100 to 798; 0 ends the table
@@ -51,3 +53,5 @@ constexpr std::array<branch_range_t, branch_range_count + 1> expand_branches() {
 }
 
 inline constexpr auto branch_ranges = expand_branches();
+
+}  // namespace sepa_internal

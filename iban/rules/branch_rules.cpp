@@ -5,6 +5,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 static constexpr auto list_33 = sorted(rule33_accounts);
 static constexpr auto list_34 = sorted(rule34_accounts);
 static constexpr auto list_35 = sorted(rule35_accounts);
@@ -45,7 +47,7 @@ static iban_work_t* change_bank_by_branch(iban_work_t* work) {
 static bool in_closed_range(const iban_work_t* work) { return in_range(account_value(work), closed_range); }
 
 int rule_31(char* iban_buf, iban_work_t* work) {
-    if (digit(work, 1) == '0' || work->check < 0) return -1;
+    if (digit(work->account, 1) == 0 || work->check < 0) return -1;
     return compose(iban_buf, change_bank_by_branch(work));
 }
 
@@ -71,3 +73,5 @@ static int by_branch_and_list(char* iban_buf, iban_work_t* work, rule_list_t<acc
 
 int rule_34(char* iban_buf, iban_work_t* work) { return by_branch_and_list(iban_buf, work, list_34); }
 int rule_35(char* iban_buf, iban_work_t* work) { return by_branch_and_list(iban_buf, work, list_35); }
+
+}  // namespace sepa_internal

@@ -4,6 +4,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // clang-format off
 
 // Bank code, and the first three digits of the accounts that belong to it.
@@ -114,5 +116,6 @@ inline constexpr branch_list_t branch_lists[] = {
     {"87020088", "399, 478, 495"},
 };
 static_assert(proven(branch_lists, 91, 0x095a11b36dcfb045));
-
 // clang-format on
+
+}  // namespace sepa_internal

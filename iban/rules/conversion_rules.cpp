@@ -5,6 +5,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 static constexpr auto accounts_52 = sorted(rule52_accounts);
 static constexpr auto accounts_53 = sorted(rule53_accounts);
 static constexpr auto list_54 = sorted(rule54_accounts);
@@ -38,6 +40,8 @@ int rule_54(char* iban_buf, iban_work_t* work) {
 int rule_56(char* iban_buf, iban_work_t* work) {
     if (const account_pair_bank_t* row = accounts_56.find(account_value(work)))
         return compose_at(iban_buf, row->bank, accept_account(work, row->new_account));
-    if (digit(work, 1) == '0') return -1;
+    if (digit(work->account, 1) == 0) return -1;
     return compose(iban_buf, work);
 }
+
+}  // namespace sepa_internal

@@ -3,6 +3,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // clang-format off
 
 // Bank code, old account, new account.
@@ -110,5 +112,6 @@ inline constexpr account_pair_bank_t rule56_accounts[] = {
     {"0500500500", "1045720000", "60010111"},
 };
 static_assert(proven(rule56_accounts, 35, 0x33acf840041623fa));
-
 // clang-format on
+
+}  // namespace sepa_internal

@@ -5,6 +5,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 static constexpr auto list_4 = sorted(rule4_accounts);
 static constexpr auto list_6 = sorted(rule6_accounts);
 static constexpr auto list_7 = sorted(rule7_accounts);
@@ -30,8 +32,8 @@ int rule_01(char*, iban_work_t* work) {
 
 // The sub-account numbers 6xx and 86x take no IBAN.
 int rule_02(char* iban_buf, iban_work_t* work) {
-    char eighth = digit(work, 8), ninth = digit(work, 9);
-    if (eighth == '6' || (eighth == '8' && ninth == '6')) return -1;
+    int eighth = digit(work->account, 8), ninth = digit(work->account, 9);
+    if (eighth == 6 || (eighth == 8 && ninth == 6)) return -1;
     return compose(iban_buf, work);
 }
 
@@ -71,3 +73,5 @@ int rule_55(char* iban_buf, iban_work_t* work) { return compose(iban_buf, change
 int rule_57(char* iban_buf, iban_work_t* work) {
     return compose(iban_buf, bank_is(work, "50810900") ? change_bank(work, "66010200") : work);
 }
+
+}  // namespace sepa_internal

@@ -4,6 +4,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // clang-format off
 
 inline constexpr account_pair_t rule4_accounts[] = {
@@ -226,5 +228,6 @@ inline constexpr account_pair_t rule54_accounts[] = {
     {"2210531180", "0201053180"},
 };
 static_assert(proven(rule54_accounts, 55, 0xd148fea3f78c9664));
-
 // clang-format on
+
+}  // namespace sepa_internal

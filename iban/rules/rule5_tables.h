@@ -3,6 +3,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // clang-format off
 
 // Banks whose accounts 998000000 to 999499999 take no IBAN.
@@ -124,5 +126,6 @@ inline constexpr bank_account_pair_t rule5_accounts[] = {
     {"86080000", "0000121200", "0480375900"},
 };
 static_assert(proven(rule5_accounts, 96, 0xf0b688e944447c2f));
-
 // clang-format on
+
+}  // namespace sepa_internal

@@ -3,6 +3,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 static constexpr auto closed_banks = sorted(rule5_closed_banks);
 static constexpr auto accounts = sorted(rule5_accounts);
 
@@ -18,8 +20,8 @@ static bool is_closed(const iban_work_t* work) {
 // numbers of six or seven digits the completed reading goes first.
 static int by_method_13(char* iban_buf, iban_work_t* work) {
     account_text_t shifted = shifted_form(work);
-    bool shifted_passes = digits_zero(work, 1, 2) && method_13_passes(shifted.text);
-    if (shifted_passes && digit(work, 3) == '0' && !digits_zero(work, 4, 5))
+    bool shifted_passes = digits_zero(work->account, 1, 2) && method_13_passes(shifted.text);
+    if (shifted_passes && digit(work->account, 3) == 0 && !digits_zero(work->account, 4, 5))
         return compose(iban_buf, accept_account(work, shifted.text));
     if (method_13_passes(work->account)) return compose(iban_buf, work);
     if (shifted_passes) return compose(iban_buf, accept_account(work, shifted.text));
@@ -49,3 +51,5 @@ int rule_05(char* iban_buf, iban_work_t* work) {
         default: return compose(iban_buf, work);
     }
 }
+
+}  // namespace sepa_internal

@@ -2,6 +2,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 // Takes the account with its sub-account 00 written out, if that passes.
 static bool accept_shifted(iban_work_t* work) {
     account_text_t shifted = shifted_form(work);
@@ -13,22 +15,22 @@ static bool accept_shifted(iban_work_t* work) {
 // Whether the account, possibly moved two places to the left, is good as far
 // as method 63 goes.
 static bool settle_method_63(iban_work_t* work) {
-    if (!digits_zero(work, 1, 2)) return work->check >= 0;
-    if (digits_zero(work, 3, 6)) return false;
-    if (digits_zero(work, 3, 5)) return method_13_passes(work->account) || accept_shifted(work);
-    if (digit(work, 3) == '0') return accept_shifted(work) || work->check == 1;
+    if (!digits_zero(work->account, 1, 2)) return work->check >= 0;
+    if (digits_zero(work->account, 3, 6)) return false;
+    if (digits_zero(work->account, 3, 5)) return method_13_passes(work->account) || accept_shifted(work);
+    if (digit(work->account, 3) == 0) return accept_shifted(work) || work->check == 1;
     return work->check >= 0;
 }
 
 static int by_method_63(char* iban_buf, iban_work_t* work) {
     if (!settle_method_63(work)) return -1;
-    if (digit(work, 1) != '0' || digits_zero(work, 2, 4)) return -1;
+    if (digit(work->account, 1) != 0 || digits_zero(work->account, 2, 4)) return -1;
     return compose(iban_buf, work);
 }
 
 static bool first_reading(iban_work_t* work) {
-    if (digit(work, 1) != '0') return false;
-    return method_13_passes(work->account) || (digits_zero(work, 2, 3) && accept_shifted(work));
+    if (digit(work->account, 1) != 0) return false;
+    return method_13_passes(work->account) || (digits_zero(work->account, 2, 3) && accept_shifted(work));
 }
 
 static bool second_reading(const iban_work_t* work) {
@@ -53,3 +55,5 @@ int rule_20(char* iban_buf, iban_work_t* work) {
         default: return compose(iban_buf, work);
     }
 }
+
+}  // namespace sepa_internal

@@ -4,11 +4,7 @@
 
 #include "account/account_check.h"
 
-bool digits_zero(const iban_work_t* work, int first, int last) {
-    for (int position = first; position <= last; ++position)
-        if (digit(work, position) != '0') return false;
-    return true;
-}
+namespace sepa_internal {
 
 bool account_is(const iban_work_t* work, const char (&account)[11]) { return memcmp(work->account, account, 10) == 0; }
 
@@ -78,3 +74,5 @@ iban_work_t* accept_listed(iban_work_t* work, rule_list_t<account_row_t> list) {
     if (list.find(account_value(work))) work->check = 1;
     return work;
 }
+
+}  // namespace sepa_internal

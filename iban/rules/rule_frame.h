@@ -3,18 +3,16 @@
 // rule reads as compose(step(work)).
 #pragma once
 
+#include "account/account_form.h"
 #include "iban/iban.h"
 #include "iban/rules/rule_list.h"
+
+namespace sepa_internal {
 
 // An account number of 10 digits and a NUL.
 struct account_text_t {
     char text[11];
 };
-
-// Positions count from 1 at the left.
-inline char digit(const iban_work_t* work, int position) { return work->account[position - 1]; }
-
-bool digits_zero(const iban_work_t* work, int first, int last);
 
 // Compares the whole account number.
 bool account_is(const iban_work_t* work, const char (&account)[11]);
@@ -27,7 +25,7 @@ struct value_range_t {
     uint64_t low, high;  // both included
 };
 
-inline bool in_range(uint64_t value, value_range_t range) { return value >= range.low && value <= range.high; }
+inline bool in_range(uint64_t value, value_range_t range) { return in_range(value, range.low, range.high); }
 
 // The account read two places further to the left: digits 3 to 10, then 00.
 account_text_t shifted_form(const iban_work_t* work);
@@ -57,3 +55,5 @@ iban_work_t* replace_lenient(iban_work_t* work, rule_list_t<account_pair_t> list
 
 // Accepts a listed account whatever its method said.
 iban_work_t* accept_listed(iban_work_t* work, rule_list_t<account_row_t> list);
+
+}  // namespace sepa_internal

@@ -3,6 +3,8 @@
 
 #include "iban/rules/rule_tables.h"
 
+namespace sepa_internal {
+
 // What digits_value gives for a text with any character but digits: a number
 // that no row and no range of accounts has.
 constexpr uint64_t no_value = UINT64_MAX;
@@ -11,7 +13,7 @@ constexpr uint64_t no_value = UINT64_MAX;
 constexpr uint64_t digits_value(const char* text, size_t count) {
     uint64_t value = 0;
     for (size_t i = 0; i < count; ++i) {
-        if (!sepa_internal::is_digit(text[i])) return no_value;
+        if (!is_digit(text[i])) return no_value;
         value = value * 10 + static_cast<uint64_t>(text[i] - '0');
     }
     return value;
@@ -76,3 +78,5 @@ constexpr sorted_rows_t<Row, N> sorted(const Row (&rows)[N]) {
     }
     return result;
 }
+
+}  // namespace sepa_internal

@@ -6,6 +6,8 @@
 
 #include "text/ascii.h"
 
+namespace sepa_internal {
+
 // Rows hold their texts as published: bank codes of 8 digits, account numbers
 // of 10.
 struct account_row_t {
@@ -50,7 +52,7 @@ struct table_proof_t {
 
     template <size_t N>
     constexpr void digits(const char (&column)[N]) {
-        for (size_t i = 0; i + 1 < N; ++i) digits_only = digits_only && sepa_internal::is_digit(column[i]);
+        for (size_t i = 0; i + 1 < N; ++i) digits_only = digits_only && is_digit(column[i]);
         text(column);
     }
 };
@@ -89,3 +91,5 @@ constexpr bool proven(const Row (&rows)[N], size_t count, uint64_t checksum) {
     for (const Row& row : rows) add_row(proof, row);
     return N == count && proof.digits_only && proof.checksum == checksum;
 }
+
+}  // namespace sepa_internal

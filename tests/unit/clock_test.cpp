@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <tuple>
 
+using namespace sepa_internal;
+
 namespace {
 
 struct tm local_time(time_t seconds) {

@@ -8,6 +8,8 @@
 #include "iban/rules/branch_ranges.h"
 #include "tests/unit/test_files.h"
 
+using namespace sepa_internal;
+
 namespace {
 
 struct outcome {

@@ -5,6 +5,8 @@
 #include "iban/rules/rule_frame.h"
 #include "iban/rules/rules.h"
 
+namespace sepa_internal {
+
 static constexpr auto list_49 = sorted(rule49_accounts);
 
 int rule_09(char* iban_buf, iban_work_t* work) {
@@ -28,13 +30,13 @@ int rule_11(char* iban_buf, iban_work_t* work) {
 }
 
 int rule_21(char* iban_buf, iban_work_t* work) {
-    if (digits_zero(work, 1, 2) && digit(work, 3) != '0') return -1;
-    if (digits_zero(work, 1, 5)) return -1;
+    if (eight_digits(work->account)) return -1;
+    if (digits_zero(work->account, 1, 5)) return -1;
     return compose(iban_buf, change_bank(work, "36020030"));
 }
 
 int rule_29(char* iban_buf, iban_work_t* work) {
-    if (digit(work, 1) != '0' && digit(work, 4) == '0') {
+    if (digit(work->account, 1) != 0 && digit(work->account, 4) == 0) {
         memmove(work->account + 1, work->account, 3);
         work->account[0] = '0';
     }
@@ -81,11 +83,13 @@ int rule_41(char* iban_buf, iban_work_t*) {
 static constexpr value_range_t rule42_ranges[] = {{50462000, 50463999}, {50469000, 50469999}};
 
 int rule_42(char* iban_buf, iban_work_t* work) {
-    if (digit(work, 1) != '0') return digit(work, 4) == '4' && digit(work, 5) == '4' ? compose(iban_buf, work) : -1;
-    if (digit(work, 2) != '0' || digit(work, 3) == '0') return -1;
+    if (digit(work->account, 1) != 0)
+        return digit(work->account, 4) == 4 && digit(work->account, 5) == 4 ? compose(iban_buf, work) : -1;
+    if (digit(work->account, 2) != 0 || digit(work->account, 3) == 0) return -1;
     uint64_t value = account_value(work);
-    if (digit(work, 6) != '0' && !in_range(value, rule42_ranges[0]) && !in_range(value, rule42_ranges[1])) return -1;
-    if (digit(work, 7) == '0') return -1;
+    if (digit(work->account, 6) != 0 && !in_range(value, rule42_ranges[0]) && !in_range(value, rule42_ranges[1]))
+        return -1;
+    if (digit(work->account, 7) == 0) return -1;
     return compose(iban_buf, work);
 }
 
@@ -99,13 +103,12 @@ int rule_43(char* iban_buf, iban_work_t* work) {
 }
 
 int rule_47(char* iban_buf, iban_work_t* work) {
-    bool eight_digits = digits_zero(work, 1, 2) && digit(work, 3) != '0';
-    return compose(iban_buf, eight_digits ? set_account(work, shifted_form(work).text) : work);
+    return compose(iban_buf, eight_digits(work->account) ? set_account(work, shifted_form(work).text) : work);
 }
 
 int rule_49(char* iban_buf, iban_work_t* work) {
     replace_lenient(work, list_49);
-    if (digit(work, 5) == '9') {
+    if (digit(work->account, 5) == 9) {
         char head[4];
         memcpy(head, work->account, 4);
         memmove(work->account, work->account + 4, 6);
@@ -113,3 +116,5 @@ int rule_49(char* iban_buf, iban_work_t* work) {
     }
     return compose(iban_buf, work);
 }
+
+}  // namespace sepa_internal

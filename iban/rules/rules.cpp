@@ -1,5 +1,7 @@
 #include "iban/rules/rules.h"
 
+using namespace sepa_internal;
+
 // clang-format off
 const iban_rule_fn iban_rules[] = {
     rule_00, rule_01, rule_02, rule_03, rule_04, rule_05, rule_06, rule_07, rule_08, rule_09,
