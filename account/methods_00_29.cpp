@@ -23,7 +23,7 @@ int method_11(const char* form) {
 }
 
 // The six digits from position 2 with their check digit; numbers written
-// without the two digits behind it stand two places further right.
+// without the two digits after it stand two places further right.
 int method_13(const char* form) {
     if (check_cross_sum(form, 10, 8, from(7, {2, 1, 2, 1, 2, 1})) == 1) return 1;
     if (!digits_zero(form, 1, 2)) return -1;

@@ -36,7 +36,7 @@ int method_47(const char* form) { return check_sum(form, {mod11_zero, 9, from(8,
 int method_48(const char* form) { return check_sum(form, {mod11_zero, 9, from(8, {2, 3, 4, 5, 6, 7})}); }
 int method_49(const char* form) { return first_pass(form, {method_00, method_01}); }
 
-// Numbers written without the three digits behind the check digit stand three
+// Numbers written without the three digits after the check digit stand three
 // places further right.
 int method_50(const char* form) {
     if (check_sum(form, {mod11_zero, 7, from(6, {2, 3, 4, 5, 6, 7})}) == 1) return 1;

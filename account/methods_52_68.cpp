@@ -7,17 +7,19 @@
 
 using namespace sepa_internal;
 
-// Methods 52 and 53 check an older form of the number, the work string: four
+// Methods 52 and 53 check the number as it once was, the work string: four
 // digits of the bank code, a leading digit, the check digit at place 6 and up
 // to six more digits. Its digits take these weights from the right end.
 static constexpr int solve_weights[] = {2, 4, 8, 5, 10, 9, 7, 3, 6, 1, 2, 4};
 static constexpr int check_place = 6;
 static constexpr int longest_tail = 6;
 
+namespace {
 struct work_string {
     char digits[check_place + longest_tail];
     int count;
 };
+}  // namespace
 
 // The check digit must bring the sum to remainder 10. 11 is a prime and no
 // weight a multiple of it, so there is never more than one such digit.
@@ -130,7 +132,7 @@ int method_58(const char* form) { return check_mod11(form, 0, 0, 0, 0); }
 int method_59(const char* form) { return digits_zero(form, 1, 2) ? 0 : method_00(form); }
 int method_60(const char* form) { return check_cross_sum(form, 10, 10, from(9, {2, 1, 2, 1, 2, 1, 2})); }
 
-// The two digits behind the check digit count only with the mark of the
+// The two digits after the check digit count only with the mark of the
 // method at position 9.
 static int check_marked(const char* form, int mark) {
     if (digit(form, 9) == mark) return check_cross_sum(form, 10, 8, from(10, {2, 1, 0, 2, 1, 2, 1, 2, 1, 2}));

@@ -15,7 +15,7 @@ using namespace sepa_internal;
 #include "generated/directory_tables.inc"
 #pragma GCC diagnostic pop
 
-// The generator and this file have to agree on form and meaning of the tables.
+// The generator and this file have to agree on layout and meaning of the tables.
 static_assert(directory_format == 1, "tables of another generator: build them anew");
 static_assert(directory_bic_count + directory_at_count + directory_ch_count + directory_de_count == directory_count);
 static_assert(directory_cells == (directory_count * 123 + 99) / 100);
@@ -89,7 +89,7 @@ static_assert(zero_bytes(0x80017F00FF000001) == 0x0000008000808000);
 // Copies the text from `from` to `end` into the record, as much of it as fits,
 // and cuts it there at its bars: the record's fields from `field` on point at
 // the pieces, and fields that the text lacks stay as they are. Returns the
-// position behind the last field's bar, or 0 if there is no such bar. The bars
+// position after the last field's bar, or 0 if there is no such bar. The bars
 // are looked for a word at a time; this is half the time of a lookup.
 static size_t cut_fields(const char* from, const char* end, const text_field_t* field, bank_record_t* record) {
     size_t size = std::min(static_cast<size_t>(end - from), BANK_TEXT_SIZE);
@@ -119,7 +119,7 @@ static void decode_national(const char* from, const char* end, bank_record_t* re
 }
 
 // Decodes the sub-record at `from` of an entry that ends at `end`. Returns the
-// one behind it, or null if it is the last.
+// one after it, or null if it is the last.
 static const char* decode_german(const char* from, const char* end, bank_record_t* record) {
     auto byte = [from](size_t i) { return static_cast<uint8_t>(from[i]); };
     clear_fields(record);
@@ -173,7 +173,7 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
     return 1;
 }
 
-// Whether a German entry's text from `text` to `end` has a bar behind its last
+// Whether a German entry's text from `text` to `end` has a bar after its last
 // field, which is to say a further sub-record. Counts by words.
 static bool has_further_sub_record(const char* text, const char* end) {
     constexpr uint64_t fields = fields_end - german_fields;
@@ -232,7 +232,7 @@ int bic_lookup(const char* bic, bank_record_t* record) {
 
 static size_t text_size(const char* text) { return text ? strlen(text) + 1 : 0; }
 
-// Copies `text` to `*place`, which moves behind the copy.
+// Copies `text` to `*place`, which moves to the end of the copy.
 static char* put_text(char** place, const char* text) {
     if (!text) return nullptr;
     size_t size = text_size(text);

@@ -1,5 +1,5 @@
 // The bank directory: German, Austrian and Swiss bank ids and BICs, compiled
-// into the program behind one minimal perfect hash. Every function here is
+// into the program under one minimal perfect hash. Every function here is
 // safe to call from any number of threads.
 #pragma once
 

@@ -17,6 +17,18 @@ extern const int32_t directory_cells;  // cells of directory_g
 // the directory knows one period alone.
 extern const int64_t directory_switch_time;
 
+// An entry is a run of bytes: its key, what the lists have for it, and a NUL.
+//
+//     BIC of 11 characters   flags name
+//     _AT or _CH, 5 digits   bic|name|postal code|city|country
+//     _DE, 8 digits          a sub-record for each period, two at most, a bar between them:
+//                            flag method rule rule successor|bic|name|postal code|city|country
+//
+// flags, flag, method and the two halves of rule, the high one first, are bytes
+// of any value, a bar's and 0 too: they are found by their place and never
+// searched. Texts are UTF-8 without a bar or a NUL and may be empty; those of
+// one sub-record or entry, with their bars and a NUL, fit into BANK_TEXT_SIZE.
+
 // Shape of a key: characters '0' to 'z', at most 15 of them.
 constexpr uint32_t DIRECTORY_POSITIONS = 15;
 constexpr uint32_t DIRECTORY_CHARACTERS = 75;
@@ -32,9 +44,9 @@ extern const uint32_t directory_offsets[];
 extern const char directory_text[];
 
 // The entries, by index; each ends where the next one begins, and the one at
-// directory_count is the end of the last. One run of bytes and 32-bit offsets into it instead
-// of an array of pointers: those would have to be relocated, ten thousand of
-// them, whenever a process loads the module.
+// directory_count is the end of the last. One run of bytes and 32-bit offsets
+// into it instead of an array of pointers: those would have to be relocated,
+// ten thousand of them, whenever a process loads the module.
 struct directory_entries_t {
     const char* operator[](int32_t index) const { return directory_text + directory_offsets[index]; }
 };

@@ -14,7 +14,7 @@ namespace sepa_internal {
 struct iban_shape_t {
     static constexpr size_t max_length = 34;    // of ISO 13616
     uint8_t length = 0;                         // characters of a matching IBAN
-    bool only_digits = true;                    // behind the country code
+    bool only_digits = true;                    // after the country code
     std::array<uint8_t, max_length> classes{};  // a shape_class for each character
 };
 

@@ -60,6 +60,8 @@ int rule_32(char* iban_buf, iban_work_t* work) {
     return compose(iban_buf, change_bank_by_branch(work));
 }
 
+// Not the rule of 34 and 35: this one finds the bank first, and the bank
+// 70020270 takes accounts of the closed range too.
 int rule_33(char* iban_buf, iban_work_t* work) {
     change_bank_by_branch(work);
     if (in_closed_range(work) && !bank_is(work, "70020270")) return -1;

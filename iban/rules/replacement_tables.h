@@ -1,5 +1,5 @@
-// Account numbers that banks publish in a short or memorable form, and the
-// accounts behind them, by IBAN rule: old account, new account.
+// Short or memorable account numbers that banks publish, and the accounts that
+// they stand for, by IBAN rule: old account, new account.
 #pragma once
 
 #include "iban/rules/rule_tables.h"

@@ -16,7 +16,7 @@ static bool is_closed(const iban_work_t* work) {
 }
 
 // An account ends in two digits for the sub-account, which people leave out
-// where it is 00. Whether that has happened is told by the check digit, and for
+// where it is 00. The check digit says whether that has happened, and for
 // numbers of six or seven digits the completed reading goes first.
 static int by_method_13(char* iban_buf, iban_work_t* work) {
     account_text_t shifted = shifted_form(work);

@@ -1,4 +1,4 @@
-// The sorted form in which a rule searches its table.
+// Tables sorted for the search of their rules.
 #pragma once
 
 #include "iban/rules/rule_tables.h"

@@ -37,7 +37,7 @@ FUZZ_TARGET(directory) {
     bank_record_t record;
     if (bank_lookup(country.get(), key.get(), &record) == 1) check_record(record);
     check_bic(key.get());
-    expect(directory_hash(key.get()) < directory_count, "an index behind the last entry");
+    expect(directory_hash(key.get()) < directory_count, "an index after the last entry");
 
     char bic[BIC_BUFFER_SIZE];
     memset(bic, 'x', sizeof bic);

@@ -39,7 +39,7 @@ inline void expect(bool good, const char* what) {
 }
 
 // A NUL-terminated text in a heap block of exactly its size, so that an
-// address sanitizer sees the first byte read behind it.
+// address sanitizer sees the first byte read after it.
 class exact_text_t {
 public:
     exact_text_t(const void* bytes, size_t size) : block_(new char[size + 1]()) {

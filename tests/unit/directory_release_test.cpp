@@ -97,7 +97,7 @@ TEST(Release, EveryBicRow) {
     }
 }
 
-TEST(Release, EntriesStandInTheToldOrder) {
+TEST(Release, EntriesStandInOrder) {
     std::vector<std::string> keys = expected_keys();
     ASSERT_EQ(static_cast<size_t>(directory_count), keys.size());
     EXPECT_TRUE(std::is_sorted(keys.end() - directory_de_count, keys.end()));
@@ -117,7 +117,7 @@ TEST(Release, EntriesStandInTheToldOrder) {
         EXPECT_EQ(directory_g[cell] == -1, reached.count(cell) == 0) << cell;
 }
 
-// Looks a key of the directory's form up by the function that is meant for it.
+// Looks a key of the directory's shape up by the function that is meant for it.
 bool is_found(const std::string& key) {
     bank_record_t record;
     if (key[0] != '_') return bic_lookup(key.c_str(), &record) == 1;

@@ -59,7 +59,7 @@ inline csv_row csv_fields(const std::string& line) {
     return fields;
 }
 
-// The rows behind the header line. `columns` is the header line that the test relies on; empty for any.
+// The rows after the header line. `columns` is the header line that the test relies on; empty for any.
 inline std::vector<csv_row> csv_rows(const std::string& path, const std::string& columns = "") {
     std::ifstream file(path);
     std::string line;
