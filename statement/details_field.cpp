@@ -1,37 +1,35 @@
 #include <cstring>
-#include <iterator>
 
+#include "statement/fields.h"
 #include "statement/parse_run.h"
+#include "text/ascii.h"
+#include "text/scan.h"
 #include "text/utf8.h"
 
-// A full line of 27 runs on in the next one without a blank. Behind a keyword
+namespace sepa_internal {
+
+// A full line of 27 runs on in the next one without a blank. After a keyword
 // of five characters a full line leaves 22.
 static constexpr size_t full_line = 27;
-static constexpr size_t full_line_behind_keyword = 22;
+static constexpr size_t full_line_after_keyword = full_line - keyword_length;
 
-using slot_t = const char* sepa_stmt_tx_t::*;
+static constexpr int name_continued = 33;
+static constexpr bool is_purpose(int number) {
+    return (number >= 20 && number <= 29) || (number >= 60 && number <= 63);
+}
 
-struct keyword_t {
-    char text[6];
-    slot_t slot;
-    bool is_amount;
-};
-
-static constexpr size_t keyword_length = 5;
-static constexpr keyword_t keywords[] = {
-    {"EREF+", &sepa_stmt_tx_t::eref, false}, {"KREF+", &sepa_stmt_tx_t::kref, false},
-    {"MREF+", &sepa_stmt_tx_t::mref, false}, {"CRED+", &sepa_stmt_tx_t::cred, false},
-    {"DEBT+", &sepa_stmt_tx_t::debt, false}, {"PURP+", &sepa_stmt_tx_t::purp, false},
-    {"COAM+", &sepa_stmt_tx_t::coam, true},  {"OAMT+", &sepa_stmt_tx_t::oamt, true},
-    {"SVWZ+", &sepa_stmt_tx_t::svwz, false}, {"ABWA+", &sepa_stmt_tx_t::abwa, false},
-    {"ABWE+", &sepa_stmt_tx_t::abwe, false},
-};
-static_assert(std::size(keywords) == 11);
+// The row of each subfield's number, or null.
+static constexpr auto rows_by_number = [] {
+    std::array<const field_row_t*, 100> rows{};
+    for (const field_row_t& row : transaction_fields)
+        if (row.source.subfield >= 0) rows[static_cast<size_t>(row.source.subfield)] = &row;
+    return rows;
+}();
 
 // One ":86:" field while its subfields are read.
 struct field_t {
     sepa_stmt_tx_t* tx;
-    char* end;               // NUL behind the unfolded field
+    char* end;               // NUL after the unfolded field
     char* last_marker[100];  // the last "?NN" of the field for each number, or null
     char* target;            // the text that a purpose fragment continues; null before the first
     char* target_end;        // its NUL
@@ -51,7 +49,7 @@ static char* find_question(char* from, const char* end) {
 
 // The marker that ends the text of subfield `number`, or null. Numbers rise;
 // what does not rise is text. Where the number's successor stands further on,
-// all in front of it is text too.
+// all before it is text too.
 static char* next_marker(const field_t* field, char* text, int number) {
     char* at = find_question(text, field->end);
     while (at && marker_number(at) <= number) at = find_question(at + 1, field->end);
@@ -60,15 +58,15 @@ static char* next_marker(const field_t* field, char* text, int number) {
     return successor && successor > at ? successor : at;
 }
 
-static const keyword_t* find_keyword(const char* text, size_t length) {
+static const field_row_t* find_keyword(const char* text, size_t length) {
     if (length < keyword_length || text[keyword_length - 1] != '+') return nullptr;
-    for (const keyword_t& keyword : keywords)
-        if (!memcmp(text, keyword.text, keyword_length)) return &keyword;
+    for (const field_row_t& row : transaction_fields)
+        if (*row.source.keyword && !memcmp(text, row.source.keyword, keyword_length)) return &row;
     return nullptr;
 }
 
-static void start_target(field_t* field, slot_t slot, char* text, char* end) {
-    field->tx->*slot = field->target = text;
+static void start_target(field_t* field, const char** member, char* text, char* end) {
+    *member = field->target = text;
     field->target_end = end;
     *end = '\0';
 }
@@ -79,7 +77,7 @@ static void continue_target(field_t* field, const char* text, size_t length) {
     auto so_far = static_cast<size_t>(field->target_end - field->target);
     if (field->target_is_purpose) {
         *field->target_end++ = '\n';
-    } else if (field->last_continuation < full_line && so_far != full_line_behind_keyword) {
+    } else if (field->last_continuation < full_line && so_far != full_line_after_keyword) {
         *field->target_end++ = ' ';
     }
     memmove(field->target_end, text, length);
@@ -90,53 +88,49 @@ static void continue_target(field_t* field, const char* text, size_t length) {
 
 static void add_purpose(field_t* field, char* text, char* end) {
     auto length = static_cast<size_t>(end - text);
-    const keyword_t* keyword = find_keyword(text, length);
-    if (!keyword && field->target) {
+    const field_row_t* row = find_keyword(text, length);
+    if (!row && field->target) {
         continue_target(field, text, length);
         return;
     }
-    field->target_is_purpose = !keyword;
-    if (!keyword) {
-        start_target(field, &sepa_stmt_tx_t::purpose, text, end);
+    field->target_is_purpose = !row;
+    if (!row) {
+        start_target(field, &field->tx->purpose, text, end);
         return;
     }
     char* value = text + keyword_length;
-    if (keyword->is_amount) {
+    if (row->source.is_amount) {
         auto* comma = static_cast<char*>(memchr(value, ',', static_cast<size_t>(end - value)));
         if (comma) *comma = '.';
     }
-    start_target(field, keyword->slot, value, end);
+    start_target(field, row->member.in<const char*>(field->tx), value, end);
 }
 
-static void add_name(sepa_stmt_tx_t* tx, const char* text, size_t length) {
+static void continue_name(sepa_stmt_tx_t* tx, const char* text, size_t length) {
     size_t used = strlen(tx->name);
     if (used < full_line) tx->name[used++] = ' ';
     store_cut(tx->name, sizeof tx->name, used, text, length);
 }
 
+static void read_member(sepa_stmt_tx_t* tx, const member_t& member, char* text, char* end) {
+    if (member.type == member_type_t::TEXT) {
+        *member.in<const char*>(tx) = text;
+        *end = '\0';
+    } else if (member.type == member_type_t::COPY) {
+        store_cut(member.in<char>(tx), member.size, 0, text, static_cast<size_t>(end - text));
+    } else if (member.type == member_type_t::INTEGER) {
+        const char* at = text;
+        scan_number(&at, 3, member.in<int32_t>(tx));
+    }
+}
+
 static void read_subfield(field_t* field, int number, char* text, char* end) {
-    sepa_stmt_tx_t* tx = field->tx;
-    auto length = static_cast<size_t>(end - text);
-    if ((number >= 20 && number <= 29) || (number >= 60 && number <= 63)) return add_purpose(field, text, end);
-    switch (number) {
-        case 0:
-            tx->txtext = text;
-            *end = '\0';
-            break;
-        case 10:
-            tx->primanota = text;
-            *end = '\0';
-            break;
-        case 30: store_cut(tx->bank, sizeof tx->bank, 0, text, length); break;
-        case 31: store_cut(tx->account, sizeof tx->account, 0, text, length); break;
-        case 32: store_cut(tx->name, sizeof tx->name, 0, text, length); break;
-        case 33: add_name(tx, text, length); break;
-        case 34: {
-            const char* at = text;
-            scan_number(&at, 3, &tx->extcode);
-            break;
-        }
-        default: break;
+    if (is_purpose(number)) {
+        add_purpose(field, text, end);
+    } else if (number == name_continued) {
+        continue_name(field->tx, text, static_cast<size_t>(end - text));
+    } else if (const field_row_t* row = rows_by_number[static_cast<size_t>(number)]) {
+        read_member(field->tx, row->member, text, end);
     }
 }
 
@@ -155,13 +149,13 @@ static void read_subfields(field_t* field, char* marker) {
     }
 }
 
-// The CR LF in front of the next line that begins with ":", or null.
+// The CR LF before the next line that begins with ":", or null.
 static char* find_field_end(char* line_end, const char* end) {
     while (line_end && line_end[2] != ':') line_end = find_line_end(line_end + 2, end);
     return line_end;
 }
 
-// Deletes every CR LF of the field and returns the NUL behind what is left. A
+// Deletes every CR LF of the field and returns the NUL after what is left. A
 // CR LF that only a deletion brings together stays.
 static char* unfold(char* line_end, char* field_end) {
     char* to = line_end;
@@ -181,7 +175,7 @@ bool read_details(parse_run_t* run) {
     char* line_end = run->line_end;
     run->line_end = find_field_end(line_end, run->end);
     if (!run->tx) {
-        // Not behind the field: a ":20:" right there must be found.
+        // Not after the field: a ":20:" right there must be found.
         if (run->line_end) run->at = run->line_end;
         return false;
     }
@@ -195,3 +189,5 @@ bool read_details(parse_run_t* run) {
     read_subfields(&field, find_question(run->at + 4, field_end));
     return true;
 }
+
+}  // namespace sepa_internal

@@ -17,13 +17,13 @@ enum sepa_stmt_format : int {
 // nothing but tm_year, tm_mon and tm_mday, are not checked, and are all zero
 // where the file has none. Amounts are negative for a debit.
 
-// One transaction: a ":61:" line and the ":86:" fields behind it.
+// One transaction: a ":61:" line and the ":86:" fields after it.
 struct sepa_stmt_tx_t {
     struct tm valuta;  // value date
     struct tm booked;  // booking date
     uint8_t reversal;  // 1 for a reversal; the sign of the amount does not know of it
     double amount;
-    char code[4];         // booking code, the three characters behind "N"
+    char code[4];         // booking code, the three characters after "N"
     const char* ref;      // reference for the account owner
     const char* bankref;  // reference of the bank
     const char* txtext;   // booking text

@@ -3,22 +3,20 @@
 
 #include "statement/mt940.h"
 #include "statement/text_search.h"
-#include "text/ascii.h"
-#include "text/scan.h"
 
-using namespace sepa_internal;
+namespace sepa_internal {
 
 struct parse_run_t {
     char* at;        // the cursor
-    char* end;       // the text's NUL; a cut in front of the cursor makes the text end there
-    char* line_end;  // CR LF behind the line, or the ":86:" field, at the cursor; null if there is none
+    char* end;       // the text's NUL; a cut before the cursor makes the text end there
+    char* line_end;  // CR LF after the line, or the ":86:" field, at the cursor; null if there is none
     sepa_statement_t* statement;
     sepa_stmt_tx_t* tx;  // of the latest ":61:" line, whichever statement that was in
     bool out_of_memory;
     // What a ":61:" line looks for without regard to its end.
     first_place_t comma{","}, type{"N"}, slashes{"//"};
 
-    // The byte `count` behind the cursor, or the text's NUL.
+    // The byte `count` after the cursor, or the text's NUL.
     char* ahead(size_t count) const { return static_cast<size_t>(end - at) > count ? at + count : end; }
 };
 
@@ -33,3 +31,5 @@ int32_t calendar_year(int32_t year);
 // the statement.
 bool read_transaction(parse_run_t* run);  // ":61:"
 bool read_details(parse_run_t* run);      // ":86:"
+
+}  // namespace sepa_internal

@@ -2,7 +2,11 @@
 #include <cstring>
 
 #include "statement/parse_run.h"
-#include "statement/parser_error.h"
+#include "statement/parser_handle.h"
+#include "text/amount.h"
+#include "text/scan.h"
+
+namespace sepa_internal {
 
 // Columns of a balance line, counted from the tag's first colon.
 static constexpr size_t mark_column = 5;
@@ -111,8 +115,8 @@ static sepa_statement_t* append_statement(sepa_stmt_parser_t* handle) {
     return statement;
 }
 
-// The reference of the next statement, behind its tag, or null. A tag counts
-// only behind a line end, hence not at the very start of a file.
+// The reference of the next statement, after its tag, or null. A tag counts
+// only after a line end, hence not at the very start of a file.
 static char* find_statement(const parse_run_t* run) {
     char* line_end = find_line_end(run->at, run->end);
     while (line_end && !begins_with(line_end + 2, ":20:")) line_end = find_line_end(line_end + 2, run->end);
@@ -134,6 +138,10 @@ static bool read_statements(sepa_stmt_parser_t* handle, parse_run_t* run) {
     }
     return true;
 }
+
+}  // namespace sepa_internal
+
+using namespace sepa_internal;
 
 int mt940_parse(sepa_stmt_parser_t* handle, char* text) {
     if (!handle) return 0;

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+namespace sepa_internal {
+
 char* find_line_end(char* from, const char* end) {
     while (from < end) {
         from = static_cast<char*>(memchr(from, '\r', static_cast<size_t>(end - from)));
@@ -25,3 +27,5 @@ char* first_place_t::find(char* from, char* end) {
     place_ = found ? static_cast<char*>(found) : end;
     return place_;
 }
+
+}  // namespace sepa_internal

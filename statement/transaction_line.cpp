@@ -2,6 +2,10 @@
 #include <cstring>
 
 #include "statement/parse_run.h"
+#include "text/amount.h"
+#include "text/ascii.h"
+
+namespace sepa_internal {
 
 static constexpr int january = 0, december = 11;
 
@@ -47,7 +51,7 @@ static void read_amount(parse_run_t* run, char mark, const char* type) {
     run->tx->amount = parse_amount(run->at, nullptr) * (mark == 'D' ? -1.0 : 1.0);
 }
 
-// The two slashes in the reference, or null. Only a code that stands behind the
+// The two slashes in the reference, or null. Only a code that stands after the
 // line's end makes the rest of the text count as the reference.
 static char* find_bank_reference(parse_run_t* run, char* ref) {
     if (run->line_end && ref <= run->line_end)
@@ -67,7 +71,7 @@ static void read_references(parse_run_t* run, char* type) {
     if (!slashes) return;
     tx->bankref = slashes + 2;
     *slashes = '\0';
-    // Behind the line's end the cut is the end of the text that is left to read.
+    // After the line's end the cut is the end of the text that is left to read.
     if (!run->line_end || slashes > run->line_end) run->end = slashes;
 }
 
@@ -89,3 +93,5 @@ bool read_transaction(parse_run_t* run) {
     read_references(run, type);
     return true;
 }
+
+}  // namespace sepa_internal

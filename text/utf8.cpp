@@ -23,7 +23,7 @@ static size_t character_length(const unsigned char* bytes, size_t count) {
     return length;
 }
 
-// How many bytes in front of the cut belong to a character that the cut tears.
+// How many bytes before the cut belong to a character that the cut tears.
 static size_t torn_bytes(const char* field, size_t filled, const char* rest, size_t rest_length) {
     for (size_t before = 1; before <= 3 && before <= filled; ++before) {
         unsigned char around[6];

@@ -11,7 +11,7 @@ foreach (['tr_TR.UTF-8', 'de_DE.UTF-8', 'de_DE.ISO-8859-1'] as $locale) {
 setlocale(LC_ALL, 'tr_TR.UTF-8');
 require __DIR__ . '/support.inc';
 
-/** Everything that could ask the locale: case, classes, decimal points, dates. */
+/** Everything that could ask the locale: case, classes, decimal points, dates, texts of the system. */
 function results(): string
 {
     $ibans = ['DE89370400440532013000', 'fi2112345600000785', 'FI2112345600000785', 'LI21088100002324013AA',
@@ -32,6 +32,11 @@ function results(): string
             $results[] = $e->getMessage();
         }
     }
+    try {
+        (new SEPAStatementParser())->load(SEPA_STMT_FORMAT_MT940, '/no/such/file');
+    } catch (SEPAException $e) {
+        $results[] = $e->getMessage();
+    }
     preg_match_all('~<(?:\w+Amt|Ustrd|Nm|BIC\w*) ?[^<]+~', $message->toXML(), $parts);
     return addcslashes(implode('|', array_merge($results, $parts[0])), "\x80..\xFF");
 }
@@ -49,7 +54,7 @@ try {
     var_dump(PHP_VERSION_ID < 80000 && $e->getMessage() === 'Invalid amount');
 }
 --EXPECT--
-1||1|1|||ING-DIBA AG (RETAIL BANKING)|DE861005000009900214401|sepa_setName: invalid character '\304' in name|sepa_setName: invalid character '\240' in name|1|sepa_setName: invalid character '\304' in name|sepa_setName: invalid character '\304' in name|1|sepa_setBIC: invalid BIC format|sepa_setBIC: invalid BIC format|Invalid date|1|Invalid amount|Invalid amount|1|<Nm>\303\204pfel|<Nm>\303\204pfel|<BICFI>INGDDEFFXXX|<InstdAmt Ccy="EUR">12.50|<BICFI>COBADEFF|<InstdAmt Ccy="EUR">100.00|<BICFI>COBADEFF
+1||1|1|||ING-DIBA AG (RETAIL BANKING)|DE861005000009900214401|sepa_setName: invalid character '\304' in name|sepa_setName: invalid character '\240' in name|1|sepa_setName: invalid character '\304' in name|sepa_setName: invalid character '\304' in name|1|sepa_setBIC: invalid BIC format|sepa_setBIC: invalid BIC format|Invalid date|1|Invalid amount|Invalid amount|1|Can't open input file: No such file or directory|<Nm>\303\204pfel|<Nm>\303\204pfel|<BICFI>INGDDEFFXXX|<InstdAmt Ccy="EUR">12.50|<BICFI>COBADEFF|<InstdAmt Ccy="EUR">100.00|<BICFI>COBADEFF
 bool(true)
 bool(true)
 bool(true)

@@ -1,10 +1,14 @@
-// What the loader and the parser share of the handle.
+// What parsing and loading change in the handle beside its records.
 #pragma once
 
 #include "statement/mt940.h"
+
+namespace sepa_internal {
 
 // Writes the handle's error text, cut at its capacity, and returns 0.
 __attribute__((format(printf, 2, 3))) int parser_error(sepa_stmt_parser_t* handle, const char* format, ...);
 
 // Releases all records of the handle and leaves its list empty.
 void drop_statements(sepa_stmt_parser_t* handle);
+
+}  // namespace sepa_internal
