@@ -22,7 +22,10 @@ wanted=
 need() {
     path=$1
     shift
-    command -v "$path" >/dev/null 2>&1 || [ -e "$path" ] || wanted="$wanted $*"
+    case $path in
+        /*) [ -e "$path" ] ;;
+        *) command -v "$path" >/dev/null 2>&1 ;;
+    esac || wanted="$wanted $*"
 }
 
 install_wanted() {

@@ -64,6 +64,7 @@ static bool pay() {
         printf("no document: %s\n", message->last_error);
         return false;
     }
+    // A bank wants <Dt> inside ReqdExctnDt, docs/messages.md: put it in first.
     printf("%s", document.get());
     return true;
 }
