@@ -1,0 +1,50 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Command;
+
+use Sepa\Toolkit\Csv\Reader;
+use Symfony\Component\Console\Helper\ProgressBar;
+use Symfony\Component\Console\Output\ConsoleOutputInterface;
+use Symfony\Component\Console\Output\OutputInterface;
+use Symfony\Component\Console\Output\StreamOutput;
+
+/** A bar for a file that is read, on a terminal; nothing elsewhere. */
+final class Progress
+{
+    private const EVERY = 1000;
+
+    private ?ProgressBar $bar = null;
+
+    private Reader $reader;
+
+    private int $rows = 0;
+
+    public function __construct(OutputInterface $output, Reader $reader)
+    {
+        $this->reader = $reader;
+        $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
+        if ($errors instanceof StreamOutput && !$errors->isQuiet() && stream_isatty($errors->getStream())) {
+            $this->bar = new ProgressBar($errors, $reader->size() ?? 0);
+            $this->bar->setFormat($reader->size() === null ? '%message% rows, %elapsed%' : '[%bar%] %percent%%, %message% rows, %elapsed%');
+            $this->bar->setMessage('0');
+        }
+    }
+
+    public function __invoke(): void
+    {
+        if (++$this->rows % self::EVERY === 0 && $this->bar !== null) {
+            $this->bar->setMessage((string) $this->rows);
+            $this->bar->setProgress($this->reader->bytesRead());
+        }
+    }
+
+    /** Before anything else is written. */
+    public function hide(): void
+    {
+        if ($this->bar !== null && $this->rows >= self::EVERY) {
+            $this->bar->clear();
+        }
+    }
+}

@@ -1,0 +1,175 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Command;
+
+use Symfony\Component\Console\Formatter\OutputFormatter;
+use Symfony\Component\Console\Helper\Table;
+use Symfony\Component\Console\Input\InputInterface;
+use Symfony\Component\Console\Input\InputOption;
+use Symfony\Component\Console\Output\BufferedOutput;
+use Symfony\Component\Console\Output\OutputInterface;
+use Symfony\Component\Console\Output\StreamOutput;
+
+/**
+ * Writes rows as they come: tables for people, CSV or one JSON object a line
+ * for programs. What is not written yet is bounded, whatever the number of rows.
+ */
+final class Rows
+{
+    public const TABLE = 'table';
+
+    public const CSV = 'csv';
+
+    public const JSON = 'json';
+
+    /** Rows of one table: the widths of its columns are those of its own cells. */
+    private const TABLE_ROWS = 500;
+
+    private const BUFFER = 65536;
+
+    /** Widest cell of a table, in characters; longer ones take several lines. */
+    private const CELL_WIDTH = 60;
+
+    private OutputInterface $output;
+
+    private string $format;
+
+    private bool $headings;
+
+    /** @var list<array<string, string>> */
+    private array $tableRows = [];
+
+    private string $buffer = '';
+
+    public function __construct(OutputInterface $output, string $format, bool $headings = true)
+    {
+        $this->output = $output;
+        $this->format = $format;
+        $this->headings = $headings;
+    }
+
+    /** @return list<InputOption> that choose the format */
+    public static function options(): array
+    {
+        return [
+            new InputOption('csv', null, InputOption::VALUE_NONE, 'Write CSV'),
+            new InputOption('json', null, InputOption::VALUE_NONE, 'Write one JSON object a line'),
+            new InputOption('no-headings', null, InputOption::VALUE_NONE, 'Write CSV without the row of headings'),
+        ];
+    }
+
+    public static function format(InputInterface $input): string
+    {
+        if ($input->getOption('csv') && $input->getOption('json')) {
+            throw new Failure('either --csv or --json');
+        }
+        if ($input->getOption('csv')) {
+            return self::CSV;
+        }
+
+        return $input->getOption('json') ? self::JSON : self::TABLE;
+    }
+
+    public static function of(InputInterface $input, OutputInterface $output): self
+    {
+        return new self($output, self::format($input), !$input->getOption('no-headings'));
+    }
+
+    /**
+     * @param array<string, mixed>|\JsonSerializable $record for programs
+     * @param array<string, string> $cells for people, by heading
+     */
+    public function add($record, array $cells): void
+    {
+        if ($this->format === self::TABLE) {
+            $this->tableRows[] = $cells;
+            if (count($this->tableRows) === self::TABLE_ROWS) {
+                $this->flush();
+            }
+
+            return;
+        }
+        $this->buffer .= $this->format === self::JSON
+            ? json_encode($record, JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | JSON_INVALID_UTF8_SUBSTITUTE) . "\n"
+            : $this->csv($record instanceof \JsonSerializable ? $record->jsonSerialize() : $record);
+        if (strlen($this->buffer) >= self::BUFFER) {
+            $this->flush();
+        }
+    }
+
+    public function flush(): void
+    {
+        if ($this->tableRows) {
+            $table = new BufferedOutput($this->output->getVerbosity(), $this->output->isDecorated());
+            $this->renderTable($table);
+            $this->buffer = $table->fetch();
+            $this->tableRows = [];
+        }
+        self::write($this->output, $this->buffer);
+        $this->buffer = '';
+    }
+
+    /** @throws Failure where Symfony's own would go on in silence */
+    public static function write(OutputInterface $output, string $text): void
+    {
+        if (!$output instanceof StreamOutput) {
+            $output->write($text, false, OutputInterface::OUTPUT_RAW);
+
+            return;
+        }
+        while ($text !== '') {
+            $written = @fwrite($output->getStream(), $text);
+            if ($written === false || $written === 0) {
+                throw new Failure('cannot write the output');
+            }
+            $text = substr($text, $written);
+        }
+        fflush($output->getStream());
+    }
+
+    private function renderTable(OutputInterface $output): void
+    {
+        $table = new Table($output);
+        $headings = array_keys($this->tableRows[0]);
+        $table->setHeaders($headings);
+        foreach (array_keys($headings) as $column) {
+            $table->setColumnMaxWidth($column, self::CELL_WIDTH);
+        }
+        foreach ($this->tableRows as $cells) {
+            $table->addRow(array_map([self::class, 'printable'], array_values($cells)));
+        }
+        $table->render();
+    }
+
+    /** Without bytes that a terminal would obey. */
+    private static function printable(string $cell): string
+    {
+        return OutputFormatter::escape((string) preg_replace('/\p{Cc}/u', '?', mb_scrub($cell, 'UTF-8')));
+    }
+
+    /** @param array<string, mixed> $record */
+    private function csv(array $record): string
+    {
+        $lines = '';
+        foreach ($this->headings ? [array_keys($record), $record] : [$record] as $cells) {
+            $texts = array_map([self::class, 'csvCell'], $cells);
+            $lines .= implode(',', $texts) . "\n";
+        }
+        $this->headings = false;
+
+        return $lines;
+    }
+
+    /** @param mixed $value */
+    private static function csvCell($value): string
+    {
+        if (is_bool($value)) {
+            return $value ? 'true' : 'false';
+        }
+        $text = is_array($value) ? implode(' ', $value) : mb_scrub((string) $value, 'UTF-8');
+
+        return strpbrk($text, "\",;\r\n") === false ? $text : '"' . str_replace('"', '""', $text) . '"';
+    }
+}

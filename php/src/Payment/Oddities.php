@@ -1,0 +1,103 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Payment;
+
+/** Collects what is legal in payments and seldom meant. */
+final class Oddities
+{
+    private string $today;
+
+    /** @var list<Fault> */
+    private array $found = [];
+
+    /** @var array<string, int> first row by end-to-end id */
+    private array $ids = [];
+
+    /** @var array<string, int> first row by payee and amount */
+    private array $payments = [];
+
+    /** @var array<string, true> dates that were looked at */
+    private array $dates = [];
+
+    public function __construct(string $today)
+    {
+        $this->today = $today;
+    }
+
+    /** @return list<Fault> */
+    public function found(): array
+    {
+        return $this->found;
+    }
+
+    public function add(?int $row, ?string $label, ?string $key, string $code, string $text): void
+    {
+        $this->found[] = new Fault($row, $label, $key, $code, $text, Reasons::HINTS[$code]);
+    }
+
+    /**
+     * @param array<string, string> $values
+     * @param string|null $own the payment's own date
+     * @param string $common the date of those that have none
+     */
+    public function payment(array $values, ?string $own, string $common, int $row, ?string $label): void
+    {
+        $id = $values['id'] ?? null;
+        if ($id !== null && isset($this->ids[$id])) {
+            $this->add($row, $label, 'id', 'duplicate_id', "End-to-end id of row {$this->ids[$id]} again");
+        } elseif ($id !== null) {
+            $this->ids[$id] = $row;
+        }
+        $payment = $values['iban'] . ' ' . (float) $values['amount'];
+        if (isset($this->payments[$payment])) {
+            $this->add($row, $label, 'amount', 'duplicate_payment', "Account and amount of row {$this->payments[$payment]} again");
+        } else {
+            $this->payments[$payment] = $row;
+        }
+        // Each date once, at the first payment that has it.
+        $date = $own ?? $common;
+        if (!isset($this->dates[$date])) {
+            $this->dates[$date] = true;
+            $this->date($date, $own === null ? null : $row, $own === null ? null : $label);
+        }
+    }
+
+    /**
+     * @param array<string, string> $values
+     * @param string $date of the collection
+     */
+    public function mandate(array $values, string $date, string $rulebook, int $row, ?string $label): void
+    {
+        if ($values['mdate'] > $date) {
+            $this->add($row, $label, 'mdate', 'date_order', "Mandate of {$values['mdate']} is younger than its collection of $date");
+        }
+        if (isset($values['smnda']) && in_array($rulebook, ['AT-6', 'NL-6'], true)) {
+            $this->add($row, $label, 'smnda', 'smnda_national', "SMNDA under $rulebook");
+        }
+        if (isset($values['smnda']) && strncmp($rulebook, 'DE-2.', 5) === 0 && strtoupper($values['seq']) !== 'FRST') {
+            $this->add($row, $label, 'smnda', 'smnda_sequence', "SMNDA with {$values['seq']} under $rulebook");
+        }
+    }
+
+    /** @param list<string> $characters of an address, outside the banks' set */
+    public function characters(string $key, array $characters, int $row, ?string $label): void
+    {
+        $this->add($row, $label, $key, 'characters', "Outside the banks' character set: " . implode(' ', $characters));
+    }
+
+    private function date(string $date, ?int $row, ?string $label): void
+    {
+        if ($date < $this->today) {
+            $this->add($row, $label, 'date', 'date_past', "$date is in the past");
+        }
+        $closed = Calendar::closed($date);
+        if ($closed !== null) {
+            $this->add($row, $label, 'date', 'no_bank_day', "$date is $closed");
+        }
+        if ($date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d')) {
+            $this->add($row, $label, 'date', 'date_far', "$date is more than a year away");
+        }
+    }
+}

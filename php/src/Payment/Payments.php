@@ -1,0 +1,461 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Payment;
+
+use Sepa\Toolkit\Iban\Ibans;
+
+/**
+ * One message for the bank, tested as a whole: add payments, look at faults()
+ * and warnings(), take the document() if there are no faults.
+ *
+ * The extension's rulebook is one setting for the whole process. Each call
+ * here selects its own and leaves it selected.
+ */
+abstract class Payments implements \Countable
+{
+    public const RULEBOOKS = ['DE-2.6', 'DE-2.7', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7', 'AT-6', 'NL-6'];
+
+    protected const KEYS = ['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'addrCC'];
+
+    private const LINES = ['addrLine1', 'addrLine2'];
+
+    private const STRUCTURED = [
+        'addrDept', 'addrSubDept', 'addrStreet', 'addrNum', 'addrBldg', 'addrFloor', 'addrPoBox',
+        'addrRoom', 'addrCode', 'addrTown', 'addrLoc', 'addrDstrct', 'addrCtrySub',
+    ];
+
+    /** Values that must be there, with the extension's texts. */
+    protected const REQUIRED = ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing'];
+
+    /** What an address cannot do without under DE-3.7. */
+    private const ADDRESS = ['addrTown' => 'Town missing', 'addrCC' => 'Country missing'];
+
+    /** The longest id of a payment block is the message id, "-P" and a number. */
+    private const MAX_BLOCK_ID = 35;
+
+    protected \SEPA $message;
+
+    protected string $rulebook;
+
+    private Extension $extension;
+
+    private Oddities $oddities;
+
+    private ?Transliterator $transliterator;
+
+    private string $messageId;
+
+    private string $date;
+
+    /** @var array<string, string> key of a transaction by its small letters */
+    private array $keys = [];
+
+    private int $count = 0;
+
+    /** @var int sum of the good payments */
+    private int $cents = 0;
+
+    /** @var array<string, true> by what tells payment blocks apart */
+    private array $blocks = [];
+
+    /** @var list<Fault> */
+    private array $faults = [];
+
+    /** @var list<Change> */
+    private array $changes = [];
+
+    /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
+    protected function __construct(
+        int $kind,
+        string $name,
+        string $iban,
+        string $bic,
+        string $rulebook,
+        ?string $date,
+        ?string $messageId,
+        bool $batchBooking,
+        bool $transliterate,
+        ?\DateTimeInterface $today
+    ) {
+        $this->rulebook = $rulebook;
+        $this->extension = new Extension($kind, $rulebook);
+        $this->message = $this->extension->message();
+        $this->transliterator = $transliterate ? new Transliterator($this->extension) : null;
+        $now = ($today ?? new \DateTimeImmutable())->format('Y-m-d');
+        $this->oddities = new Oddities($now);
+        $this->date = $date ?? $now;
+        $this->messageId = $messageId ?? self::newMessageId();
+        foreach (static::transactionKeys() as $key) {
+            $this->keys[strtolower($key)] = $key;
+        }
+
+        $this->message->setBatchBooking($batchBooking);
+        $this->set('name', $this->transliterated('name', $name, null, null), 'setName');
+        $this->set('iban', Ibans::normalise($iban), 'setIBAN');
+        $this->set('bic', trim($bic), 'setBIC');
+        $this->set('date', $this->date, 'setDate');
+        $this->set('messageId', $this->messageId, 'setMessageId');
+    }
+
+    /** Unique over machines and containers. */
+    public static function newMessageId(): string
+    {
+        return gmdate('Ymd-His') . '-' . bin2hex(random_bytes(6));
+    }
+
+    /** @return list<string> keys of a payment, those of other rulebooks among them */
+    public static function transactionKeys(): array
+    {
+        return array_merge(static::KEYS, self::LINES, self::STRUCTURED);
+    }
+
+    public function rulebook(): string
+    {
+        return $this->rulebook;
+    }
+
+    public function messageId(): string
+    {
+        return $this->messageId;
+    }
+
+    /** Number of payments, bad ones among them. */
+    public function count(): int
+    {
+        return $this->count;
+    }
+
+    /** Sum of the good payments in euro, with two decimals. */
+    public function sum(): string
+    {
+        return self::euro($this->cents);
+    }
+
+    /**
+     * Tests a payment and takes it.
+     *
+     * @param array<string, string|int|float|bool> $payment by the keys of docs/messages.md
+     * @param string|null $label the caller's own name for it, which its faults will carry
+     * @param int|null $row its number there, if it is not simply the number of the call
+     * @return bool whether it is without fault
+     */
+    public function add(array $payment, ?string $label = null, ?int $row = null): bool
+    {
+        $this->extension->select();
+        $row = $row ?? $this->count + 1;
+        ++$this->count;
+        [$values, $faults] = $this->texts($payment, $row, $label);
+        $faults += $this->broken($values);
+        $faults += $this->missing($values + $faults);
+        $text = $faults ? '' : $this->refusal($values);
+        if ($text === null) {
+            $this->remember($values, $row, $label);
+
+            return true;
+        }
+        foreach ($this->inWordsOfExtension($values, $faults, $text) as $key => [$code, $reason]) {
+            $this->fault($row, $label, (string) $key, $code, $reason, $values[$key] ?? '');
+        }
+
+        return false;
+    }
+
+    /** @param iterable<array<string, string|int|float|bool>> $payments their keys, if they are texts, become labels */
+    public function addAll(iterable $payments): void
+    {
+        foreach ($payments as $label => $payment) {
+            $this->add($payment, is_string($label) ? $label : null);
+        }
+    }
+
+    /** Notes a fault that was found outside, such as in the file that a payment comes from. */
+    public function refuse(?int $row, ?string $label, ?string $key, string $code, string $text): void
+    {
+        $this->fault($row, $label, $key, $code, $text, '');
+    }
+
+    /** Notes something odd that was found outside. */
+    public function warn(?int $row, ?string $key, string $code, string $text): void
+    {
+        $this->oddities->add($row, null, $key, $code, $text);
+    }
+
+    /** @return list<Fault> all faults so far, empty if the document can be had */
+    public function faults(): array
+    {
+        $faults = $this->faults;
+        if ($this->count === 0 && !$faults) {
+            $faults[] = self::messageFault(null, 'no_payments', 'No transactions available');
+        }
+        if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
+            $faults[] = self::messageFault('messageId', 'too_many_blocks', 'Message id too long for so many payment blocks');
+        }
+
+        return $faults;
+    }
+
+    /** @return list<Fault> what is legal and odd */
+    public function warnings(): array
+    {
+        return $this->oddities->found();
+    }
+
+    /** @return list<Change> what was transliterated */
+    public function changes(): array
+    {
+        return $this->changes;
+    }
+
+    /**
+     * The document for the bank.
+     *
+     * @throws FaultyPayments while there are faults
+     */
+    public function document(): string
+    {
+        $faults = $this->faults();
+        if (!$faults) {
+            $this->extension->select();
+            $document = new Document($this->message->toXML());
+            if ($document->isSumOf($this->count, self::euro($this->cents))) {
+                return $document->forBank($this->rulebook);
+            }
+            $faults = [self::messageFault('amount', 'control_sum', 'Sum of the amounts out of range')];
+        }
+        throw new FaultyPayments($faults);
+    }
+
+    /** Applies one setter of the submitting party. */
+    protected function set(string $key, string $value, string $setter): void
+    {
+        $this->extension->select();
+        $fault = Rules::garbled($key, $value);
+        if ($fault === null) {
+            try {
+                $this->message->$setter($value);
+                $fault = Rules::broken($key, $value, $this->rulebook);
+            } catch (\SEPAException $e) {
+                $fault = [null, $e->getMessage()];
+            }
+        }
+        if ($fault !== null) {
+            $this->fault(null, null, $key, $fault[0], $fault[1], $value);
+        }
+    }
+
+    /**
+     * What a payment lacks.
+     *
+     * @param array<string, mixed> $given by key
+     * @return array<string, array{string, string}> code and text by key
+     */
+    protected function missing(array $given): array
+    {
+        $required = static::REQUIRED + ($this->rulebook === 'DE-2.6' ? ['bic' => 'BIC missing'] : []);
+        $missing = [];
+        foreach (array_diff_key($required, $given) as $key => $text) {
+            $missing[$key] = ['missing', $text];
+        }
+        if ($this->rulebook === 'DE-3.7' && preg_grep('/^addr/', array_keys($given))) {
+            foreach (array_diff_key(self::ADDRESS, $given) as $key => $text) {
+                $missing[$key] = ['address', $text];
+            }
+        }
+
+        return $missing;
+    }
+
+    /** Keys of another rulebook's address are ignored by the extension in transfers, and refused in collections. */
+    protected function takesKey(string $key): bool
+    {
+        return $this->rulebook === 'DE-3.7' || !in_array($key, self::STRUCTURED, true);
+    }
+
+    /**
+     * What tells the payment block of a payment from others.
+     *
+     * @param array<string, string> $values
+     */
+    protected function block(array $values): string
+    {
+        return $values['date'] ?? $this->date;
+    }
+
+    /** @param array<string, string> $values of a good payment */
+    protected function findOddities(Oddities $oddities, array $values, int $row, ?string $label): void
+    {
+        $oddities->payment($values, $values['date'] ?? null, $this->date, $row, $label);
+    }
+
+    /**
+     * The values as texts under their keys in canonical form, and the faults of
+     * those that are none.
+     *
+     * @param array<mixed> $payment
+     * @return array{array<string, string>, array<string, array{string, string}>}
+     */
+    private function texts(array $payment, int $row, ?string $label): array
+    {
+        $values = [];
+        $faults = [];
+        foreach ($payment as $given => $value) {
+            $key = $this->keys[strtolower((string) $given)] ?? null;
+            if ($key === null || !$this->takesKey($key)) {
+                $faults[$given] = $key === null
+                    ? ['unknown_key', "Invalid transaction property '$given'"]
+                    : ['rulebook', 'selected SEPA rulebook does not support structured address data'];
+                continue;
+            }
+            $text = self::text($key, $value);
+            if (isset($values[$key]) || isset($faults[$key])) {
+                $faults[$key] = ['duplicate_key', "'$key' is given twice"];
+            } elseif ($text === null) {
+                $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
+            } elseif ($key === 'iban' || $key === 'old_iban') {
+                $values[$key] = Ibans::normalise($text);
+            } else {
+                $values[$key] = $this->transliterated($key, $text, $row, $label);
+            }
+        }
+
+        return [$values, $faults];
+    }
+
+    /** @param mixed $value */
+    private static function text(string $key, $value): ?string
+    {
+        if (is_string($value) || is_int($value)) {
+            return (string) $value;
+        }
+        if (is_float($value) && $key === 'amount') {
+            // Unlike a cast this asks no locale and keeps all digits.
+            return (string) preg_replace('/\.0$/D', '', var_export($value, true));
+        }
+
+        return $value === true && $key === 'smnda' ? '1' : null;
+    }
+
+    private function transliterated(string $key, string $text, ?int $row, ?string $label): string
+    {
+        if ($this->transliterator === null || !preg_match('/^(name|ref|addr(?!CC))/', $key)) {
+            return $text;
+        }
+        if (!preg_match('//u', $text) || strpos($text, "\0") !== false) {
+            return $text;
+        }
+        // Structured addresses are under the same rule of the banks as names, though nothing tests them.
+        $changed = $this->transliterator->apply('name', $text);
+        if ($changed !== $text) {
+            $this->changes[] = new Change($row, $label, $key, $text, $changed);
+        }
+
+        return $changed;
+    }
+
+    /**
+     * @param array<string, string> $values
+     * @return array<string, array{string, string}> code and text by key
+     */
+    private function broken(array $values): array
+    {
+        $faults = [];
+        foreach ($values as $key => $value) {
+            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
+            if ($fault !== null) {
+                $faults[$key] = $fault;
+            }
+        }
+
+        return $faults;
+    }
+
+    /**
+     * Adds a payment to the message.
+     *
+     * @param array<string, string> $values
+     */
+    private function refusal(array $values): ?string
+    {
+        try {
+            $this->message->add($values);
+        } catch (\SEPAException $e) {
+            return $e->getMessage();
+        }
+
+        return null;
+    }
+
+    /**
+     * All faults of a payment: the extension stops at its first, so it is asked
+     * value by value. Where it knows a fault, its words count.
+     *
+     * @param array<string, string> $values
+     * @param array<string, array{string, string}> $faults found so far
+     * @param string $text the extension's first refusal, or empty
+     * @return array<string, array{?string, string}>
+     */
+    private function inWordsOfExtension(array $values, array $faults, string $text): array
+    {
+        foreach ($values as $key => $value) {
+            $reason = Rules::garbled($key, $value) ? null : $this->extension->refusalOf($key, $value);
+            if ($reason !== null && !in_array($faults[$key][0] ?? '', ['duplicate_key', 'type'], true)) {
+                $faults[$key] = [null, $reason];
+            }
+        }
+        // What is left is between values that are good by themselves.
+        $between = $this->extension->refusal(array_diff_key($values, $faults));
+        if ($between !== null && !preg_grep('/^addr/', array_keys($faults))) {
+            $faults[$this->rulebook === 'DE-3.7' ? 'addrTown' : 'addrLine1'] = [null, $between];
+        }
+
+        return $faults ?: ['' => [null, $text]];
+    }
+
+    /** @param array<string, string> $values of a payment that the message has taken */
+    private function remember(array $values, int $row, ?string $label): void
+    {
+        [$euro, $cents] = explode('.', $values['amount'] . '.');
+        $this->cents += (int) $euro * 100 + (int) str_pad($cents, 2, '0');
+        $this->blocks[$this->block($values)] = true;
+        $this->findOddities($this->oddities, $values, $row, $label);
+        foreach (preg_grep('/^addr/', array_keys($values)) as $key) {
+            $unusual = $this->extension->refusedCharacters('name', $values[$key]);
+            if ($unusual) {
+                $this->oddities->characters($key, $unusual, $row, $label);
+            }
+        }
+    }
+
+    private static function euro(int $cents): string
+    {
+        return sprintf('%d.%02d', intdiv($cents, 100), $cents % 100);
+    }
+
+    /** @param string|null $code null for a text of the extension, which has its own */
+    private function fault(?int $row, ?string $label, ?string $key, ?string $code, string $text, string $value): void
+    {
+        if ($code === null) {
+            [$code] = Reasons::of($text);
+            // Refused as unknown, though another rulebook has it.
+            $code = $code === 'unknown_key' && isset($this->keys[strtolower((string) $key)]) ? 'rulebook' : $code;
+        }
+        $hint = Reasons::HINTS[$code] ?? Reasons::of($text)[1];
+        if ($code === 'characters' && preg_match('//u', $value)) {
+            $refused = $this->extension->refusedCharacters((string) $key, $value);
+            // The text may quote one byte of a longer character.
+            $text = (string) preg_replace("/'[\x80-\xFF]'/", "'" . ($refused[0] ?? '?') . "'", $text);
+            $hint = ($refused ? 'Not allowed here: ' . implode(' ', $refused) . '. ' : '') . $hint;
+        }
+        if ($code === 'unknown_key' || $code === 'unknown_heading') {
+            $hint .= ' The keys are: ' . implode(', ', array_filter(static::transactionKeys(), [$this, 'takesKey'])) . '.';
+        }
+        $this->faults[] = new Fault($row, $label, $key === '' ? null : mb_scrub((string) $key, 'UTF-8'), $code, mb_scrub($text, 'UTF-8'), $hint);
+    }
+
+    private static function messageFault(?string $key, string $code, string $text): Fault
+    {
+        return new Fault(null, null, $key, $code, $text, Reasons::HINTS[$code]);
+    }
+}

@@ -1,0 +1,100 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Payment;
+
+/**
+ * What the schemas of the banks ask for and the extension does not test.
+ * Each test answers with a code and a text, or null.
+ */
+final class Rules
+{
+    /** Highest amount of a payment in the SEPA schemes. */
+    public const MAX_AMOUNT = '999999999.99';
+
+    /** Form of the national part of a creditor identifier, where it is known. */
+    private const CREDITOR_IDS = ['DE' => '\d{11}', 'AT' => '\d{11}', 'NL' => '\d{12}'];
+
+    private const IDS = ['id', 'mref', 'old_mref', 'messageId'];
+
+    /** @return array{string, string}|null of a text that no bank can read */
+    public static function garbled(string $key, string $value): ?array
+    {
+        if (!preg_match('//u', $value)) {
+            return ['utf8', "Not UTF-8: '$key'"];
+        }
+        // U+FFFE and U+FFFF have no place in XML.
+        if (preg_match('/[\p{Cc}\x{2028}\x{2029}\x{FFFE}\x{FFFF}]/u', $value)) {
+            return ['control_characters', "Control character in '$key'"];
+        }
+        if ($value !== '' && preg_match('/^[\s\p{Z}]*$/u', $value)) {
+            return ['empty', "Only blanks in '$key'"];
+        }
+
+        return null;
+    }
+
+    /** @return array{string, string}|null of a value that the extension would take */
+    public static function broken(string $key, string $value, string $rulebook): ?array
+    {
+        if ($value === '') {
+            return ['empty', "Empty value for '$key'"];
+        }
+        if ($key === 'amount') {
+            return self::brokenAmount($value);
+        }
+        if (in_array($key, ['date', 'mdate'], true)) {
+            return Calendar::exists($value) ? null : ['date', "No such date: $value"];
+        }
+        if ($key === 'purp') {
+            return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', 'Invalid purpose (must be 4 capital letters or digits)'];
+        }
+        if (in_array($key, self::IDS, true)) {
+            return self::brokenId($key, $value, $rulebook);
+        }
+        if ($key === 'creditorId') {
+            return self::brokenCreditorId($value);
+        }
+
+        return null;
+    }
+
+    /** @return array{string, string}|null */
+    private static function brokenAmount(string $value): ?array
+    {
+        if (!preg_match('/^(\d+)(?:\.\d{1,2})?$/D', $value, $part)) {
+            return ['amount', 'Invalid amount'];
+        }
+
+        return strlen(ltrim($part[1], '0')) > 9 ? ['amount_limit', 'Amount above ' . self::MAX_AMOUNT] : null;
+    }
+
+    /** @return array{string, string}|null */
+    private static function brokenId(string $key, string $value, string $rulebook): ?array
+    {
+        if (preg_match('~^/|//|/$~D', $value)) {
+            return ['id', "Slash at an end of '$key', or two slashes in it"];
+        }
+        // Further characters of the Austrian set are for texts only.
+        if ($rulebook === 'AT-6' && preg_match("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
+            return ['characters', "Invalid character '$bad[0]' in '$key'"];
+        }
+        // Payment blocks are numbered by an ending of at least three characters.
+        if ($key === 'messageId' && strlen($value) > 30) {
+            return ['message_id', 'Invalid message id (must be 1-30 characters)'];
+        }
+
+        return null;
+    }
+
+    /** @return array{string, string}|null */
+    private static function brokenCreditorId(string $value): ?array
+    {
+        $national = self::CREDITOR_IDS[substr($value, 0, 2)] ?? '[A-Z0-9]{1,28}';
+
+        return preg_match("/^[A-Z]{2}\\d{2}[A-Z0-9]{3}$national$/D", $value)
+            ? null
+            : ['creditor_id', 'Invalid form or length of Creditor Identifier'];
+    }
+}

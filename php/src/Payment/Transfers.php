@@ -1,0 +1,55 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Payment;
+
+/** Credit transfers: the submitting party pays. */
+final class Transfers extends Payments
+{
+    protected const KEYS = ['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'purp', 'addrCC'];
+
+    /**
+     * @param string $name of the submitting party, as are $iban and $bic
+     * @param string|null $date yyyy-mm-dd, of payments that have none of their own; today if null
+     * @param string|null $messageId generated if null
+     * @param bool $batchBooking whether the bank books the payments of a day as one sum
+     * @param bool $transliterate whether texts are changed where the character set refuses them
+     * @param \DateTimeInterface|null $today for tests
+     */
+    public function __construct(
+        string $name,
+        string $iban,
+        string $bic,
+        string $rulebook = 'DE-3.7',
+        ?string $date = null,
+        ?string $messageId = null,
+        bool $batchBooking = true,
+        bool $transliterate = false,
+        ?\DateTimeInterface $today = null
+    ) {
+        parent::__construct(
+            SEPA_MSGTYPE_CTI,
+            $name,
+            $iban,
+            $bic,
+            $rulebook,
+            $date,
+            $messageId,
+            $batchBooking,
+            $transliterate,
+            $today
+        );
+    }
+
+    protected function missing(array $given): array
+    {
+        $missing = parent::missing($given);
+        // The schemas of these want something in RmtInf, which is always written.
+        if (strncmp($this->rulebook, 'DE-2.', 5) === 0 && !isset($given['ref'])) {
+            $missing['ref'] = ['missing', 'Remittance information missing'];
+        }
+
+        return $missing;
+    }
+}

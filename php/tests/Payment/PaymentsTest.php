@@ -1,0 +1,141 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Tests\Payment;
+
+use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\Payment\Calendar;
+use Sepa\Toolkit\Payment\Change;
+use Sepa\Toolkit\Payment\Document;
+use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Payments;
+
+final class PaymentsTest extends TestCase
+{
+    public function testValuesReachTheDocument(): void
+    {
+        $payments = Samples::collections('DE-2.9', ['messageId' => 'REM 1', 'type' => 'COR1', 'batchBooking' => false]);
+        $payments->addAll([
+            'a' => ['IBAN' => 'de62 7015 0000 0020 2288 88', 'amount' => 49.9, 'smnda' => true, 'seq' => 'frst'] + array_diff_key(Samples::COLLECTION, ['iban' => 0]),
+            'b' => ['amount' => 7] + Samples::COLLECTION,
+        ]);
+        self::assertSame(['56.90', 2], [$payments->sum(), count($payments)]);
+        $xml = $payments->document();
+        foreach (['<MsgId>REM 1<', '<PmtInfId>REM 1-P2<', '<Cd>COR1<', '<BtchBookg>false<', '>49.90<', '>7.00<', '<CtrlSum>56.90<', '<ReqdColltnDt>2026-12-01<'] as $part) {
+            self::assertStringContainsString($part, $xml);
+        }
+        self::assertSame(2, substr_count($xml, '<IBAN>DE62701500000020228888<'));
+    }
+
+    public function testEachMessageHasTheRulebookItWasMadeWith(): void
+    {
+        $old = Samples::transfers('DE-2.9');
+        $new = Samples::transfers('DE-3.7');
+        $old->add(Samples::TRANSFER);
+        $new->add(['addrTown' => 'Bern', 'addrCC' => 'CH'] + Samples::TRANSFER);
+        self::assertStringContainsString('pain.001.003.03', $old->document());
+        self::assertStringContainsString("<ReqdExctnDt>\n\t\t\t\t<Dt>2026-12-01</Dt>\n\t\t\t</ReqdExctnDt>\n", $new->document());
+    }
+
+    public function testAnUnknownRulebookIsAnError(): void
+    {
+        $this->expectExceptionMessage('unknown rulebook: DE-9');
+        Samples::transfers('DE-9');
+    }
+
+    public function testMessageIdsDiffer(): void
+    {
+        $ids = [];
+        for ($i = 0; $i < 100; ++$i) {
+            $ids[Payments::newMessageId()] = true;
+        }
+        self::assertCount(100, $ids);
+        self::assertMatchesRegularExpression('/^\d{8}-\d{6}-[0-9a-f]{12}$/D', (string) key($ids));
+    }
+
+    public function testTextsAreTransliteratedAndTold(): void
+    {
+        $payments = Samples::transfers('DE-2.6', ['transliterate' => true, 'name' => 'Łódź & Söhne']);
+        $payments->add(['name' => "Rene\u{301} Groß", 'ref' => "10 % von „X_Y“\n€ 5", 'id' => 'X'] + Samples::TRANSFER, 'first');
+        self::assertSame([], $payments->faults());
+        $told = array_map(static function (Change $change): array {
+            return array_values($change->jsonSerialize());
+        }, $payments->changes());
+        self::assertSame([
+            [null, null, 'name', 'Łódź & Söhne', 'Lodz + Soehne'],
+            [1, 'first', 'name', "Rene\u{301} Groß", 'Rene Gross'],
+            [1, 'first', 'ref', "10 % von „X_Y“\n€ 5", '10 v.H. von ,,X-Y. EUR 5'],
+        ], $told);
+
+        $payments = Samples::transfers('DE-3.7', ['transliterate' => true]);
+        $payments->add(['name' => 'Müller', 'addrTown' => 'Łódź', 'addrCC' => 'PL', 'id' => 'é'] + Samples::TRANSFER);
+        self::assertSame('Lodz', $payments->changes()[0]->to);
+        self::assertSame(['id'], array_column($payments->faults(), 'key'), 'ids are never changed');
+    }
+
+    /**
+     * @dataProvider oddities
+     * @param list<array<string, string>> $rows what is odd in otherwise different payments
+     * @param list<string> $expected row and code
+     */
+    public function testOddPaymentsAreToldAndTaken(string $where, string $date, array $rows, array $expected): void
+    {
+        [$kind, $rulebook] = explode(' ', $where);
+        $payments = $kind === 'debit' ? Samples::collections($rulebook, ['date' => $date]) : Samples::transfers($rulebook, ['date' => $date]);
+        foreach ($rows as $number => $row) {
+            $payments->add($row + ['amount' => (string) ($number + 1)] + ($kind === 'debit' ? Samples::COLLECTION : Samples::TRANSFER));
+        }
+        self::assertSame([], $payments->faults());
+        $found = array_map(static function (Fault $fault): string {
+            return "$fault->row $fault->code";
+        }, $payments->warnings());
+        self::assertSame($expected, $found);
+        self::assertNotSame('', $payments->document());
+    }
+
+    public function oddities(): iterable
+    {
+        $bank = '2026-12-01';
+        yield ['transfer DE-3.7', $bank, [[], ['id' => 'A'], ['id' => 'B'], ['id' => 'a'], ['id' => 'A']], ['5 duplicate_id']];
+        yield ['transfer DE-3.7', $bank, [['amount' => '5.00'], ['amount' => '5.0'], ['amount' => '5.01']], ['2 duplicate_payment']];
+        yield ['transfer DE-3.7', $bank, [['date' => '2026-11-22'], ['date' => '2026-11-22']], ['1 date_past', '1 no_bank_day']];
+        yield ['transfer DE-3.7', '2026-12-05', [[], []], [' no_bank_day']];
+        yield ['transfer DE-3.7', $bank, [['date' => '2027-03-26'], ['date' => '2027-12-24']], ['1 no_bank_day', '2 date_far']];
+        yield ['transfer DE-3.7', $bank, [['addrTown' => 'Łódź', 'addrCC' => 'PL']], ['1 characters']];
+        yield ['debit DE-3.7', $bank, [['mdate' => '2026-12-02'], ['smnda' => '1']], ['1 date_order']];
+        yield ['debit AT-6', $bank, [['smnda' => '1']], ['1 smnda_national']];
+        yield ['debit NL-6', $bank, [['smnda' => '1']], ['1 smnda_national']];
+        yield ['debit DE-2.9', $bank, [['smnda' => '1', 'seq' => 'FRST'], ['smnda' => '1']], ['2 smnda_sequence']];
+    }
+
+    /** @dataProvider closedDays */
+    public function testBanksAreClosed(string $date, ?string $why): void
+    {
+        self::assertSame($why, Calendar::closed($date));
+    }
+
+    public function closedDays(): array
+    {
+        return [
+            ['2026-11-23', null], ['2026-11-28', 'a Saturday'], ['2026-11-29', 'a Sunday'],
+            ['2027-01-01', 'a TARGET holiday (New Year)'], ['2025-12-26', 'a TARGET holiday (26 December)'],
+            ['2024-03-29', 'a TARGET holiday (Good Friday)'], ['2024-04-01', 'a TARGET holiday (Easter Monday)'],
+            // The latest Easter and the earliest of our days, and the exception in Gauss's rule.
+            ['2038-04-26', 'a TARGET holiday (Easter Monday)'], ['2285-03-23', 'a TARGET holiday (Easter Monday)'],
+            ['2049-04-19', 'a TARGET holiday (Easter Monday)'], ['1981-04-20', 'a TARGET holiday (Easter Monday)'],
+        ];
+    }
+
+    public function testADocumentWithWrongSumsDoesNotLeave(): void
+    {
+        $payments = Samples::transfers('DE-3.7');
+        $payments->add(Samples::TRANSFER);
+        $xml = $payments->document();
+        self::assertTrue((new Document($xml))->isSumOf(1, '842.17'));
+        self::assertFalse((new Document($xml))->isSumOf(2, '842.17'));
+        self::assertFalse((new Document($xml))->isSumOf(1, '842.18'));
+        $last = strrpos($xml, '<CtrlSum>842.17');
+        self::assertFalse((new Document(substr_replace($xml, '<CtrlSum>842.16', $last, 15)))->isSumOf(1, '842.17'));
+    }
+}
