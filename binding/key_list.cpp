@@ -72,9 +72,9 @@ static void fill(key_list_t* list, zend_array* array) {
         if (key) {
             pair->key = ZSTR_VAL(key);
         } else {
-            char* slot = list->number_keys[list->count];
-            ap_php_snprintf(slot, NUMBER_KEY_SIZE - 1, "%ld", static_cast<long>(number));
-            pair->key = slot;
+            char* digits = list->number_keys[list->count];
+            ap_php_snprintf(digits, NUMBER_KEY_LIMIT, "%ld", static_cast<long>(number));
+            pair->key = digits;
         }
         pair->value = ZSTR_VAL(text);
         list->count += 1;

@@ -3,8 +3,11 @@
 
 #include "binding/sepa_module.h"
 
-constexpr uint32_t SMALL_LIST = 32;     // entries that need no allocation
-constexpr size_t NUMBER_KEY_SIZE = 10;  // a number key as text, cut to 8 characters
+constexpr uint32_t SMALL_LIST = 32;  // entries that need no allocation
+
+// A number key as text. It is cut to 8 characters, sign included: no key of the
+// library is a number, but a refusal quotes it, and scripts compare that.
+constexpr size_t NUMBER_KEY_SIZE = 10, NUMBER_KEY_LIMIT = 9;
 
 // The list, and what its texts live in. Plain storage on the caller's frame.
 struct key_list_t {

@@ -3,7 +3,7 @@
 #pragma once
 #pragma GCC system_header  // the engine's headers do not meet our warning flags
 
-// All others need php.h in front of them.
+// All others need php.h before them.
 // clang-format off
 #include "php.h"
 

@@ -5,9 +5,9 @@
 #include "binding/key_list.h"
 #include "binding/sepa_methods.h"
 
-sepa_t** sepa_handle_slot(zend_object* object) {
+sepa_t*& sepa_handle_of(zend_object* object) {
     auto start = reinterpret_cast<char*>(object) - offsetof(sepa_object_t, std);
-    return &reinterpret_cast<sepa_object_t*>(start)->handle;
+    return reinterpret_cast<sepa_object_t*>(start)->handle;
 }
 
 void sepa_throw(const char* message, zend_long code) {
@@ -38,15 +38,15 @@ zend_object* sepa_object_create(zend_class_entry* ce) {
 void sepa_object_dtor(zend_object* object) { zend_objects_destroy_object(object); }
 
 void sepa_object_free(zend_object* object) {
-    sepa_t** slot = sepa_handle_slot(object);
-    sepa_free(*slot);
-    *slot = nullptr;
+    sepa_t*& handle = sepa_handle_of(object);
+    sepa_free(handle);
+    handle = nullptr;
     zend_object_std_dtor(object);
 }
 
 // The handle of `$this`; null, with the exception raised, if it has none.
-static sepa_t* handle_of(zval* self) {
-    sepa_t* handle = *sepa_handle_slot(Z_OBJ_P(self));
+static sepa_t* checked_handle(zval* self) {
+    sepa_t* handle = sepa_handle_of(Z_OBJ_P(self));
     if (!handle) sepa_throw("Invalid sepa_t handle (NULL)", 0);
     return handle;
 }
@@ -72,9 +72,9 @@ ZEND_METHOD(SEPA, __construct) {
         sepa_throw("can't create SEPA message object", SEPA_CODE_CONSTRUCTOR);
         return;
     }
-    sepa_t** slot = sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
-    sepa_free(*slot);
-    *slot = handle;
+    sepa_t*& held = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
+    sepa_free(held);  // of an earlier construction
+    held = handle;
 }
 
 // A setter that takes one text.
@@ -82,7 +82,7 @@ static void set_text(INTERNAL_FUNCTION_PARAMETERS, int (*setter)(sepa_t*, const 
     char* text;
     size_t length;
     if (SEPA_PARSE_PARAMETERS("s", &text, &length) == FAILURE) return;
-    sepa_t* handle = handle_of(ZEND_THIS);
+    sepa_t* handle = checked_handle(ZEND_THIS);
     if (handle) return_result(return_value, handle, setter(handle, text));
 }
 
@@ -96,21 +96,21 @@ ZEND_METHOD(SEPA, setMessageId) { set_text(INTERNAL_FUNCTION_PARAM_PASSTHRU, sep
 ZEND_METHOD(SEPA, setDDType) {
     zend_long type;
     if (SEPA_PARSE_PARAMETERS("l", &type) == FAILURE) return;
-    sepa_t* handle = handle_of(ZEND_THIS);
+    sepa_t* handle = checked_handle(ZEND_THIS);
     if (handle) return_result(return_value, handle, sepa_setDDType(handle, type));
 }
 
 ZEND_METHOD(SEPA, setBatchBooking) {
     bool batch_booking;
     if (SEPA_PARSE_PARAMETERS("b", &batch_booking) == FAILURE) return;
-    sepa_t* handle = handle_of(ZEND_THIS);
+    sepa_t* handle = checked_handle(ZEND_THIS);
     if (handle) return_result(return_value, handle, sepa_setBatchBooking(handle, batch_booking));
 }
 
 ZEND_METHOD(SEPA, add) {
     zval* tx;
     if (SEPA_PARSE_PARAMETERS("a", &tx) == FAILURE) return;
-    sepa_t* handle = handle_of(ZEND_THIS);
+    sepa_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
     key_list_t list;
     bool complete = key_list_from_array(&list, Z_ARRVAL_P(tx));
@@ -120,14 +120,14 @@ ZEND_METHOD(SEPA, add) {
         return;
     }
     // Converting values can run script code that constructs the object anew.
-    handle = *sepa_handle_slot(Z_OBJ_P(ZEND_THIS));
+    handle = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
     int added = sepa_add(handle, list.pairs);
     key_list_free(&list);
     return_result(return_value, handle, added);
 }
 
 ZEND_METHOD(SEPA, toXML) {
-    sepa_t* handle = handle_of(ZEND_THIS);
+    sepa_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
     char* document = sepa_toXML(handle);
     if (!document) {

@@ -13,15 +13,15 @@ extern zend_object_handlers sepa_object_handlers;
 // Code of exceptions that constructors raise, and of an unknown statement format.
 constexpr zend_long SEPA_CODE_CONSTRUCTOR = 42;
 
-// A script object of class SEPA. The handle stands in front of the engine's
+// A script object of class SEPA. The handle stands before the engine's
 // part, which is followed by the property table and so must stay last.
 struct sepa_object_t {
     sepa_t* handle;  // null until __construct has succeeded
     zend_object std;
 };
 
-// The slot of an object's handle.
-sepa_t** sepa_handle_slot(zend_object* object);
+// The handle of an object.
+sepa_t*& sepa_handle_of(zend_object* object);
 
 // The one way in which a failure becomes a SEPAException.
 void sepa_throw(const char* message, zend_long code);
@@ -35,5 +35,5 @@ void sepa_return_text(zval* return_value, const char* text, void* block);
 extern const zend_function_entry sepa_methods[];
 
 zend_object* sepa_object_create(zend_class_entry* ce);
-void sepa_object_dtor(zend_object* object);
+void sepa_object_dtor(zend_object* object);  // all that it does is the engine's own
 void sepa_object_free(zend_object* object);

@@ -5,7 +5,7 @@
 #include "iban/iban.h"
 
 // The one text argument of most static methods; null, with the engine's own
-// diagnostic, if there is none. The fast form of zend_parse_parameters "s".
+// diagnostic, if there is none. zend_parse_parameters "s", by the engine's fast macros.
 static const char* text_argument(zend_execute_data* execute_data) {
     char* text;
     size_t length;

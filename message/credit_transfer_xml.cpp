@@ -19,7 +19,7 @@ static void write_transaction(document_t* document, const cti_tx_t& tx) {
     xml_close(xml, 4, "Amt");
     if (tx.bic) {
         xml_open(xml, 4, "CdtrAgt");
-        xml_open(xml, 4, "FinInstnId");
+        xml_open(xml, 4, "FinInstnId");  // not indented, as Id in CdtrAcct: scripts and banks know these bytes
         xml_text(xml, 5, document->rulebook.bic_element, tx.bic);
         xml_close(xml, 4, "FinInstnId");
         xml_close(xml, 4, "CdtrAgt");
@@ -38,7 +38,7 @@ static void write_transaction(document_t* document, const cti_tx_t& tx) {
         xml_text(xml, 5, "Cd", tx.purp);
         xml_close(xml, 4, "Purp");
     }
-    xml_open(xml, 4, "RmtInf");
+    xml_open(xml, 4, "RmtInf");  // empty without `ref`; a debit has none then
     xml_text(xml, 5, "Ustrd", tx.ref);
     xml_close(xml, 4, "RmtInf");
     xml_close(xml, 3, "CdtTrfTxInf");

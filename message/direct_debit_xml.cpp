@@ -102,7 +102,7 @@ static void write_transaction(document_t* document, const ddi_tx_t& tx) {
     write_mandate(document, tx);
     write_debtor_agent(document, tx);
     xml_open(xml, 4, "Dbtr");
-    xml_text(xml, 5, "Nm", tx.name ? tx.name : "");
+    xml_text(xml, 5, "Nm", tx.name ? tx.name : "");  // there even if empty; a transfer has none then
     write_postal_address(document, tx);
     xml_close(xml, 4, "Dbtr");
     xml_open(xml, 4, "DbtrAcct");
@@ -110,7 +110,7 @@ static void write_transaction(document_t* document, const ddi_tx_t& tx) {
     xml_text(xml, 6, "IBAN", tx.iban);
     xml_close(xml, 5, "Id");
     xml_close(xml, 4, "DbtrAcct");
-    if (tx.ref) {
+    if (tx.ref) {  // a transfer has RmtInf all the same, empty
         xml_open(xml, 4, "RmtInf");
         xml_text(xml, 5, "Ustrd", tx.ref);
         xml_close(xml, 4, "RmtInf");

@@ -19,7 +19,8 @@ int xmlbuf_reserve(xmlbuf_t* buffer, size_t n);
 // Appends `text`; null appends nothing.
 int xmlbuf_append(xmlbuf_t* buffer, const char* text);
 
-// Appends texts from a list that ends at the first null pointer.
+// Appends texts from a list that ends at the first null pointer. For C++
+// programs; nothing here calls it.
 int xmlbuf_append_list(xmlbuf_t* buffer, ...) __attribute__((sentinel));
 
 // Appends `text` with <, > and & escaped; null appends nothing.

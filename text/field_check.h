@@ -9,6 +9,7 @@ enum sepa_field_kind : int {
     FIELD_TEXT35 = 3,  // 1 to 35 bytes
 };
 
+// The library asks for BICs alone; the others are for C++ programs.
 // Returns 1 if `text` is acceptable for the kind; 0 otherwise, also for null
 // and for an unknown kind.
 int sepa_check_field(int kind, const char* text);

@@ -38,6 +38,6 @@ FUZZ_TARGET(charset) {
     for (int i = 0; i < 3; ++i) expect(xmlbuf_append_escaped(&buffer, exact.get()) == 1, "an append");
     expect(buffer.used == strlen(buffer.text) + 1 && buffer.used <= buffer.capacity, "the buffer counts");
     expect(strcspn(buffer.text, "<>") + 1 == buffer.used, "a mark is not escaped");
-    expect(unescaped(buffer.text) == text + text + text, "the text is another behind its escaping");
+    expect(unescaped(buffer.text) == text + text + text, "the text is another after its escaping");
     free(buffer.text);
 }

@@ -1,7 +1,7 @@
 // What the fuzz targets share. A target is a function of a byte string that
-// drives one way into the system and compares what comes out with a plainer
-// reading of the rules. Two programs run targets: engine.cpp, for a fuzzing
-// engine, and replay_test.cpp, for the corpora of the normal test run.
+// drives one way into the system and tells whether what comes out can be. Two
+// programs run targets: engine.cpp, for a fuzzing engine, and
+// fuzz_replay_test.cpp, for the corpora of the normal test run.
 #pragma once
 
 #include <cstddef>

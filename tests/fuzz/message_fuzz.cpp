@@ -1,5 +1,6 @@
-// A script over one message: the bytes choose rulebook, setters, adds and
-// outputs. A call that fails changes nothing but what is told, and a document
+// A life of one message: the bytes choose rulebook, setters, adds and
+// outputs. A call that fails changes nothing but a generated date and message
+// id, and a document
 // is well-formed and holds as many transactions as were accepted, with the right
 // sums.
 #include <cmath>
@@ -58,7 +59,7 @@ public:
         constexpr const char* head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
         expect(skip(head), "the head line");
         element();
-        expect(skip("\n") && !*at_, "something behind the document");
+        expect(skip("\n") && !*at_, "something after the document");
     }
 
     // Counts and sums must be those of the transactions inside.
@@ -103,9 +104,9 @@ private:
     }
 };
 
-class script_t {
+class life_t {
 public:
-    script_t(input_t* input, sepa_t* message) : in_(input), message_(message) {}
+    life_t(input_t* input, sepa_t* message) : in_(input), message_(message) {}
 
     void step() {
         switch (in_->byte() % 8) {
@@ -219,8 +220,8 @@ FUZZ_TARGET(message) {
                    sepa_setName(message, "Test") && sepa_setCreditorIdentifier(message, "DE98ZZZ09999999999"),
                "the setters");
     }
-    script_t script(&input, message);
-    for (int steps = 0; steps < 60 && !input.empty(); ++steps) script.step();
-    script.write();
+    life_t life(&input, message);
+    for (int steps = 0; steps < 60 && !input.empty(); ++steps) life.step();
+    life.write();
     sepa_free(message);
 }

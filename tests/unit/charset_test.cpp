@@ -9,7 +9,7 @@ namespace {
 
 using text_t = std::unique_ptr<char, decltype(&free)>;
 
-// All bytes and pairs, and what looks like a form of several bytes.
+// All bytes and pairs, and what looks like a character of several bytes.
 TEST(Charset, EveryRule) {
     std::vector<std::string> texts = {"", "ABC 1 \xC3\xA4\xC3\x9F & \xE2\x82\xAC \xC3"};
     for (int first = 1; first < 256; ++first) {
@@ -17,7 +17,7 @@ TEST(Charset, EveryRule) {
         texts.push_back(byte);
         for (int second = 1; second < 256; ++second) texts.push_back(byte + static_cast<char>(second));
         for (const char* around : {"\xE2\x82", "\xE2", "\xC3", "\xC3\xA4", "A"})
-            for (const char* behind : {"\xAC", "\x82\xAC", "\xC3", "z"}) texts.push_back(around + byte + behind);
+            for (const char* after : {"\xAC", "\x82\xAC", "\xC3", "z"}) texts.push_back(around + byte + after);
         texts.push_back("\xE2\x82" + byte);
     }
     for (int rulebook = 0; rulebook < RULEBOOK_COUNT; ++rulebook)
@@ -28,7 +28,7 @@ TEST(Charset, EveryRule) {
                 size_t at = first_bad(allowed, text);
                 bool good = at == std::string::npos;
                 char bad = '?';
-                text_t exact(strdup(text.c_str()), free);  // an address sanitizer sees reads behind it
+                text_t exact(strdup(text.c_str()), free);  // an address sanitizer sees reads after its end
                 int result = sepa_check_charset(exact.get(), &bad, level);
                 // An EXPECT for each of two million texts takes too long.
                 if (result == good && bad == (good ? '?' : text[at])) continue;

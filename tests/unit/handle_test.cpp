@@ -1,4 +1,4 @@
-// The handle and its rulebook, and what message files (script_test.cpp) cannot
+// The handle and its rulebook, and what message files (message_test.cpp) cannot
 // ask for.
 #include <malloc.h>
 

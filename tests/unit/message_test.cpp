@@ -1,4 +1,4 @@
-// Messages from data files. tests/data/scripts and the scripts in
+// Messages from data files. The texts in tests/data/messages and
 // tests/data/golden drive whole messages, tests/data/keys.txt has the values of
 // each key. The documents in tests/data/golden come from a second writer that
 // shares no code with this one; a changed line in them is a change of what
@@ -30,8 +30,8 @@ std::vector<std::vector<std::string>> rows_of(const std::string& name) {
 
 const char* or_null(const std::string& text) { return text == "(null)" ? nullptr : text.c_str(); }
 
-// Keys of a transaction that is complete in front of them.
-keys_t behind_needed(long kind, const keys_t& keys) {
+// Keys of a transaction that is complete before them.
+keys_t after_needed(long kind, const keys_t& keys) {
     keys_t list = {{"iban", german_iban}, {"amount", "1"}, {"bic", "DEUTDEFF"}};
     if (kind == SEPA_MSGTYPE_DDI) list.push_back({"seq", "frst"});
     list.insert(list.end(), keys.begin(), keys.end());
@@ -58,9 +58,9 @@ constexpr struct {
                {"creditor_id", sepa_setCreditorIdentifier, &sepa_t::creditor_id},
                {"date", sepa_setDate, &sepa_t::date}};
 
-// A line is a word and its value, lines with a tab in front belong to the one
-// above. The words stand in step(); the kind "any" is the test's parameter.
-struct Script : testing::TestWithParam<std::tuple<const char*, long>> {
+// A line is a word and its value, lines that begin with a tab belong to the
+// one above. The words stand in step(); the kind "any" is the test's parameter.
+struct File : testing::TestWithParam<std::tuple<const char*, long>> {
     message_t message;
     std::string fails;  // reason that the next step must fail with
 
@@ -89,7 +89,7 @@ struct Script : testing::TestWithParam<std::tuple<const char*, long>> {
         snapshot_t before(m);
         if (word == "document" || word == "write") return result(before, write(word, value, keys));
         if (word == "tx") result(before, add(message, keys) == 1);
-        if (word == "tx+") result(before, add(message, behind_needed(m->msgtype, keys)) == 1);
+        if (word == "tx+") result(before, add(message, after_needed(m->msgtype, keys)) == 1);
         for (const auto& setter : setters) {
             if (word != setter.word) continue;
             bool good = setter.set(m, text) == 1;
@@ -118,7 +118,7 @@ struct Script : testing::TestWithParam<std::tuple<const char*, long>> {
     }
 };
 
-TEST_P(Script, Run) {
+TEST_P(File, Run) {
     message_counter = 5;
     auto rows = rows_of(std::get<0>(GetParam()));
     for (auto& row : rows) {
@@ -136,16 +136,16 @@ TEST_P(Script, Run) {
 }
 
 const auto kinds = testing::Values(SEPA_MSGTYPE_DDI, SEPA_MSGTYPE_CTI);
-INSTANTIATE_TEST_SUITE_P(Files, Script,
+INSTANTIATE_TEST_SUITE_P(Files, File,
                          testing::Combine(testing::Values("golden/debit.txt", "golden/transfer.txt",
-                                                          "golden/transfer_bare.txt", "scripts/setters.txt",
-                                                          "scripts/adds.txt", "scripts/documents.txt"),
+                                                          "golden/transfer_bare.txt", "messages/setters.txt",
+                                                          "messages/adds.txt", "messages/documents.txt"),
                                           kinds));
 
 struct Add : testing::TestWithParam<long> {};
 INSTANTIATE_TEST_SUITE_P(Kinds, Add, kinds);
 
-// Each value stands behind all that a transaction needs, then in front of it.
+// Each value stands after all that a transaction needs, then before it.
 TEST_P(Add, EachKey) {
     bool debit = GetParam() == SEPA_MSGTYPE_DDI;
     auto rows = rows_of("keys.txt");
@@ -161,10 +161,10 @@ TEST_P(Add, EachKey) {
             bool named = row[1].find(rulebook) != std::string::npos;
             if (row[1] != "*" && named == (row[1][0] == '!')) continue;
             use_rulebook(rulebook);
-            for (bool in_front : {false, true}) {
-                if (in_front && reason == "Amount missing") continue;  // the good amount would replace it
-                keys_t list = behind_needed(GetParam(), {});
-                list.insert(in_front ? list.begin() : list.end(), pair);
+            for (bool before : {false, true}) {
+                if (before && reason == "Amount missing") continue;  // the good amount would replace it
+                keys_t list = after_needed(GetParam(), {});
+                list.insert(before ? list.begin() : list.end(), pair);
                 message_t message = new_message(GetParam());
                 bool good = add(message, list) == 1;
                 EXPECT_EQ(good ? "" : message->last_error, reason) << rulebook << " " << key << "=" << value;
