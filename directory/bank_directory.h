@@ -26,7 +26,7 @@ struct bank_record_t {
     const char* postal_code;  // null in a record from a BIC entry
     const char* city;         // null in a record from a BIC entry
     const char* country;      // empty for Swiss banks in Switzerland
-    uint8_t flag;             // 1: the bank code is about to be deleted (German entries)
+    uint8_t flag;             // 1: the bank code is about to be deleted (German entries); for callers alone
     const char* successor;    // German entries: 8 digits or empty; else null
     uint8_t method;           // German entries: account check method, 0x24 is method 24
     uint8_t bank_flags;       // BIC entries: SEPA_SCL_... bits
@@ -46,6 +46,8 @@ struct bank_info_t {
 
 // Index of `key` in the directory, or a negative number if no entry can have
 // it. A non-negative result says nothing before the entry's key is compared.
+// For C++ programs that walk the tables; the lookups below know their keys'
+// lengths and do without it.
 int32_t directory_hash(const char* key);
 
 // Finds a bank by country ("AT", "CH", "DE" or "LI") and national bank id,

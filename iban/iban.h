@@ -8,8 +8,8 @@
 
 // One country of the table of valid IBANs (structures: ISO 13616 registry).
 struct iban_country_t {
-    const char* code;  // two capital letters; null ends the table
-    const char* name;
+    const char* code;     // two capital letters; null ends the table
+    const char* name;     // for C++ programs; nothing here reads it
     uint8_t length;       // whole IBAN, country code and check digits included
     const char* pattern;  // POSIX extended regular expression over the whole IBAN
 };
