@@ -51,7 +51,7 @@ struct source_t {
     bool is_amount;  // the first comma becomes a point
 };
 constexpr source_t own_code = {-1, "", false};
-constexpr source_t subfield(int8_t number) { return {number, "", false}; }
+constexpr source_t subfield(int8_t number) { return {number, {}, false}; }  // g++ 10 takes no "" here
 constexpr source_t keyword(const char (&text)[6], bool is_amount = false) {
     return {-1, {text[0], text[1], text[2], text[3], text[4], '\0'}, is_amount};
 }
