@@ -151,17 +151,15 @@ final class Details
     private static function joined(array $purpose): array
     {
         $texts = [];
-        $full = $continues = false;
+        $full = false;
         foreach ($purpose as $part) {
-            $begins = in_array(substr($part, 0, 5), self::KEYWORDS, true);
-            if ($begins || !$texts) {
+            if (!$texts || in_array(substr($part, 0, 5), self::KEYWORDS, true)) {
                 $texts[] = $part;
-                $continues = $begins;
             } else {
                 $before = array_pop($texts);
                 $torn = preg_match(self::pattern(), substr($before, -4) . substr($part, 0, 4));
-                $between = $continues ? ' ' : "\n";
-                $texts[] = $before . ($torn || ($continues && $full) ? '' : $between) . $part;
+                $continues = preg_match(self::pattern(), $before);
+                $texts[] = $before . ($torn || ($continues && $full) ? '' : ($continues ? ' ' : "\n")) . $part;
             }
             $full = self::length($part) >= self::FULL;
         }
