@@ -41,8 +41,14 @@ function read_csv(string $file, array $columns): iterable
         stop("$file, line 1: these columns expected, with commas between: " . implode(',', $columns));
     }
     for ($line = 2; ($fields = fgetcsv($handle, 0, ',', '"', '\\')) !== false; $line++) {
+        if ($fields === [null]) {  // an empty line
+            continue;
+        }
         if (count($fields) !== count($header)) {
             stop("$file, line $line: " . count($header) . ' columns expected');
+        }
+        if (!preg_match('//u', implode($fields))) {
+            stop("$file, line $line: not in UTF-8; a spreadsheet asks for it when it saves");
         }
         yield $line => array_combine($header, $fields);
     }

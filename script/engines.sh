@@ -1,4 +1,4 @@
-# Engines to test on, kept outside the tree. Sourced behind lib.sh.
+# Engines to test on, kept outside the tree. Sourced after lib.sh.
 engines=${SEPA_ENGINES:-${XDG_CACHE_HOME:-${HOME:-/root}/.cache}/sepa-engines}
 mirror=${SEPA_MIRROR:-http://deb.debian.org/debian}
 keyring=/usr/share/keyrings/debian-archive-keyring.gpg

@@ -1,4 +1,4 @@
-# Script calls in which memory runs out. Sourced behind lib.sh.
+# Script calls in which memory runs out. Sourced after lib.sh.
 
 # Preloads of tests/faults, in out/faults.
 build_preloads() {
