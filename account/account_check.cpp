@@ -37,11 +37,11 @@ constexpr std::array<method_fn, 256> method_table = fill_slots();
 static bool build_form(char (&form)[account_length + 1], const char* account) {
     if (!account) return false;
     size_t length = strnlen(account, account_length + 1);
-    if (length == 0 || length > account_length || !all_digits(account, length)) return false;
-    memset(form, '0', account_length - length);
+    if (length == 0 || length > account_length) return false;
+    memset(form, '0', account_length);
     memcpy(form + account_length - length, account, length);
     form[account_length] = '\0';
-    return true;
+    return is_account_form(form);
 }
 
 int account_check(const char* account, uint8_t method) {
@@ -60,18 +60,31 @@ static int method_C0(const char* form, const char* bank_code) {
     return method_20(form);
 }
 
+int sepa_internal::check_form(const char* form, const char* bank_code, uint8_t method) {
+    if (method_fn check = method_table[method]) return check(form);
+    switch (method) {
+        case 0x52: return method_52(form, bank_code);
+        case 0x53: return method_53(form, bank_code);
+        case 0xB6: return method_B6(form, bank_code);
+        case 0xC0: return method_C0(form, bank_code);
+        default: return 0;
+    }
+}
+
+static bool asks_for_bank_code(uint8_t method) {
+#define CASE(code) case 0x##code:
+    switch (method) {
+        SEPA_BANK_METHOD_CODES(CASE)
+        return true;
+        default: return false;
+    }
+#undef CASE
+}
+
 int account_check_bank(const char* account, const char* bank_code, uint8_t method) {
     char form[account_length + 1];
     if (!build_form(form, account)) return -1;
     if (!bank_code || strnlen(bank_code, bank_code_length + 1) != bank_code_length) return -1;
-
-    int (*check)(const char* form, const char* bank_code);
-    switch (method) {
-        case 0x52: check = method_52; break;
-        case 0x53: check = method_53; break;
-        case 0xB6: check = method_B6; break;
-        case 0xC0: check = method_C0; break;
-        default: return method_table[method] ? method_table[method](form) : 0;
-    }
-    return all_digits(bank_code, bank_code_length) ? check(form, bank_code) : -1;
+    if (asks_for_bank_code(method) && !is_bank_code(bank_code)) return -1;
+    return check_form(form, bank_code, method);
 }

@@ -107,14 +107,14 @@ static constexpr std::array<treatment, 100> treatments = treatments_by_number();
 // No check digit: the digits hold a date of birth, of which the month and the
 // serial number are tested. One number passes against the rule.
 static int check_date(const char* form) {
-    if (strcmp(form, "0185125434") == 0) return 1;
+    if (memcmp(form, "0185125434", account_length) == 0) return 1;
     int month = digit(form, 3) * 10 + digit(form, 4);
     int serial = digit(form, 7) * 100 + digit(form, 8) * 10 + digit(form, 9);
     return verdict(month >= 1 && month <= 12 && serial < 500);
 }
 
 int method_57(const char* form) {
-    if (!all_digits(form, account_length)) return -1;
+    if (!is_account_form(form)) return -1;
     int number = digit(form, 1) * 10 + digit(form, 2);
     switch (treatments[static_cast<size_t>(number)]) {
         case treatment::fails: return -1;

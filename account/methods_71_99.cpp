@@ -93,7 +93,7 @@ static bool alternating_walk_passes(const char* form) {
 }
 
 int method_87(const char* form) {
-    if (!all_digits(form, account_length)) return -1;
+    if (!is_account_form(form)) return -1;
     if (digit(form, 3) == 9) return check_third_nine(form);
     if (alternating_walk_passes(form) || method_33(form) == 1) return 1;
     if (check_sum(form, {mod7, 10, from(9, {2, 3, 4, 5, 6})}) == 1) return 1;

@@ -3,6 +3,7 @@
 
 #include "account/account_check.h"
 #include "account/weighted_sum.h"
+#include "text/ascii.h"
 
 using namespace sepa_internal;
 
@@ -54,7 +55,7 @@ static constexpr int full_rows(const prefix_table& table) {
 static_assert(full_rows(prefix_c6) == 10 && full_rows(prefix_d1) == 9 && full_rows(prefix_e2) == 6);
 
 static int check_prefixed(const char* form, const prefix_table& table) {
-    if (!all_digits(form, account_length)) return -1;
+    if (!is_account_form(form)) return -1;
     const char* prefix = table[digit(form, 1)];
     if (!*prefix) return -1;
     int sum = sum_of_cross_sums(form, from(9, {2, 1, 2, 1, 2, 1, 2, 1}));

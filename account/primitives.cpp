@@ -38,7 +38,7 @@ static constexpr bool rows_are_permutations() {
 static_assert(rows_are_permutations());
 
 int check_digit_table(const char* form) {
-    if (!all_digits(form, account_length)) return -1;
+    if (!is_account_form(form)) return -1;
     int sum = 0;
     for (int position = 9; position >= 1; --position) sum += digit_rows[(9 - position) % 4][digit(form, position)];
     return verdict(check_value(mod10, sum) == digit(form, 10));

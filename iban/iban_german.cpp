@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "account/account_check.h"
 #include "account/account_form.h"
 #include "directory/bank_directory.h"
 
@@ -14,10 +13,8 @@ const char* iban_german_fault(const char* iban) {
     memcpy(bank_code, digits, bank_code_length);
     int method = bank_check_method(bank_code);
     if (method < 0) return "Invalid bank ID (BLZ) in IBAN";
-    char account[account_length + 1] = {};
-    memcpy(account, digits + bank_code_length, account_length);
     // 0, no verdict, and 2, passed in a second reading, are good.
-    if (account_check_bank(account, bank_code, static_cast<uint8_t>(method)) == -1)
+    if (check_form(digits + bank_code_length, digits, static_cast<uint8_t>(method)) == -1)
         return "Invalid account number in IBAN";
     return nullptr;
 }

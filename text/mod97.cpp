@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "text/ascii.h"
+#include "text/digits.h"
 
 namespace sepa_internal {
 
@@ -33,12 +34,12 @@ int mod97(const char* text, size_t start, size_t length, mod97_letters_t letters
     return static_cast<int>(value % 97);
 }
 
-// Remainders of 10^k by 97, so that the digits of a number can be weighed
+// Remainders of 10^k by 97, so that parts of a number can be weighed
 // independently of each other.
 static constexpr auto make_powers() {
-    std::array<uint32_t, 34 + 2> powers{};
-    uint32_t power = 1;
-    for (uint32_t& p : powers) {
+    std::array<uint64_t, MOD97_MAX_LENGTH> powers{};
+    uint64_t power = 1;
+    for (uint64_t& p : powers) {
         p = power;
         power = power * 10 % 97;
     }
@@ -46,19 +47,30 @@ static constexpr auto make_powers() {
 }
 static constexpr auto powers = make_powers();
 
+// The head moved to the end, where its letters have two digits each.
+static constexpr size_t head_digits = 6;
+
+static uint64_t head_value(const char* text) {
+    auto letter = [](char c) { return uint64_t{letter_index(c)} + 10; };
+    auto digit = [](char c) { return static_cast<uint64_t>(c - '0'); };
+    return letter(text[0]) * 10000 + letter(text[1]) * 100 + digit(text[2]) * 10 + digit(text[3]);
+}
+
+// Eight digits at a time, the last of them perhaps together with some that have
+// been counted, which are made zeros.
 int mod97_of_digits(const char* text, size_t length) {
-    // At the end: two letters of two digits each, two check digits.
-    constexpr size_t head_digits = 6;
-    bool good = true;
-    auto digit_at = [&](const char* p) {
-        uint32_t digit = static_cast<unsigned char>(*p) - uint32_t{'0'};
-        good &= digit <= 9;
-        return digit;
+    bool good = is_digit(text[2]) && is_digit(text[3]);
+    uint64_t sum = head_value(text);
+    auto weigh = [&good, &sum](uint64_t word, size_t digits_after) {
+        good &= word_is_digits(word);
+        sum += word_value(word) * powers[digits_after + head_digits];
     };
-    uint32_t letters = (letter_index(text[0]) + 10) * 100 + letter_index(text[1]) + 10;
-    uint32_t sum = letters * 100 + digit_at(text + 2) * 10 + digit_at(text + 3);
-    const uint32_t* power = &powers[length - head_length + head_digits];
-    for (const char* p = text + head_length; p < text + length; ++p) sum += digit_at(p) * *--power;
+    size_t left = length - head_length;
+    for (const char* at = text + head_length; left >= 8; at += 8) weigh(load_word(at), left -= 8);
+    if (left > 0) {
+        uint64_t wanted = ~uint64_t{0} << (8 - left) * 8;
+        weigh((load_word(text + length - 8) & wanted) | (every_byte('0') & ~wanted), 0);
+    }
     return good ? static_cast<int>(sum % 97) : -1;
 }
 

@@ -1,0 +1,60 @@
+// Eight digits at a time, against one after the other.
+#include "text/digits.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "text/ascii.h"
+#include "text/mod97.h"
+
+using namespace sepa_internal;
+
+namespace {
+
+// Both halves of a word are read alike and apart from each other.
+TEST(Digits, ValueOfEveryHalf) {
+    for (uint32_t half = 0; half < 10000; ++half) {
+        std::string digits = std::to_string(10000 + half).substr(1);
+        EXPECT_EQ(word_value(load_word(("7341" + digits).c_str())), 73410000 + half);
+        EXPECT_EQ(word_value(load_word((digits + "9058").c_str())), half * 10000 + 9058);
+    }
+}
+
+// Each pair of neighbours, so that no byte hides behind what the one before it
+// carries over.
+TEST(Digits, WhatIsNone) {
+    for (size_t at = 0; at < 8; ++at)
+        for (int value = 0; value < 65536; ++value) {
+            std::string text = "09090909";
+            text[at] = static_cast<char>(value & 0xFF);
+            text[(at + 1) % 8] = static_cast<char>(value >> 8);
+            bool digits = is_digit(text[at]) && is_digit(text[(at + 1) % 8]);
+            ASSERT_EQ(word_is_digits(load_word(text.c_str())), digits) << testing::PrintToString(text);
+        }
+}
+
+TEST(Mod97, OfDigits) {
+    std::mt19937 random(1);
+    for (size_t length = 12; length <= MOD97_MAX_LENGTH; ++length)
+        for (int n = 0; n < 200; ++n) {
+            std::string text(length, '9');
+            if (n > 0)
+                for (char& c : text) c = static_cast<char>('0' + random() % 10);
+            text[0] = static_cast<char>('A' + random() % 26);
+            text[1] = static_cast<char>('A' + random() % 26);
+            const char* exact = text.data();
+            EXPECT_EQ(mod97_of_digits(exact, length), mod97(exact, 4, length, MOD97_CAPITALS)) << text;
+            if (n > 1) continue;
+            for (size_t at = 2; at < length; ++at)
+                for (int byte = 0; byte < 256; ++byte) {
+                    std::string changed = text;
+                    changed[at] = static_cast<char>(byte);
+                    int expected = is_digit(changed[at]) ? mod97(changed.data(), 4, length, MOD97_CAPITALS) : -1;
+                    ASSERT_EQ(mod97_of_digits(changed.data(), length), expected) << testing::PrintToString(changed);
+                }
+        }
+}
+
+}  // namespace
