@@ -17,14 +17,19 @@ endif()
 message(STATUS "Bank lists: ${release}")
 set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/directory/data/${release})
 
-# What the generator, the importer and the tests of both share.
-add_library(bank_lists STATIC EXCLUDE_FROM_ALL tools/bank_lists.cpp tools/list_text.cpp)
-target_include_directories(bank_lists PUBLIC ${PROJECT_SOURCE_DIR})
-target_compile_options(bank_lists PRIVATE ${warnings})
-
+# The programs of the bank lists: the generator, and the importer, which is built
+# when it is asked for. What they share is a library for their tests, too.
+add_library(sepa_bank_lists STATIC EXCLUDE_FROM_ALL tools/bank_lists.cpp tools/list_text.cpp)
+target_include_directories(sepa_bank_lists PUBLIC ${PROJECT_SOURCE_DIR})
 add_executable(gen_directory tools/gen_directory.cpp tools/files.cpp)
-target_link_libraries(gen_directory PRIVATE bank_lists)
-target_compile_options(gen_directory PRIVATE ${warnings})
+target_link_libraries(gen_directory PRIVATE sepa_bank_lists)
+add_library(sepa_published_lists STATIC EXCLUDE_FROM_ALL tools/published_lists.cpp)
+target_link_libraries(sepa_published_lists PUBLIC sepa_bank_lists)
+add_executable(import_bank_lists EXCLUDE_FROM_ALL tools/import_bank_lists.cpp tools/list_changes.cpp tools/files.cpp)
+target_link_libraries(import_bank_lists PRIVATE sepa_published_lists)
+foreach(target sepa_bank_lists gen_directory sepa_published_lists import_bank_lists)
+  target_compile_options(${target} PRIVATE ${warnings})
+endforeach()
 
 set(directory_lookups ${PROJECT_SOURCE_DIR}/directory/bank_directory.cpp)
 

@@ -14,7 +14,7 @@ extern const char* const german_header;
 extern const char* const national_header;  // Austria and Switzerland
 extern const char* const bic_header;
 enum { DE_VALID_FROM, DE_CODE, DE_FLAG, DE_METHOD, DE_RULE, DE_SUCCESSOR, DE_BIC, DE_NAME };
-enum { NATIONAL_ID, NATIONAL_BIC };
+enum { NATIONAL_ID, NATIONAL_BIC, NATIONAL_NAME };
 enum { BIC_BIC, BIC_SCT, BIC_SDD, BIC_COR1, BIC_B2B, BIC_NAME };
 
 struct list_texts_t {

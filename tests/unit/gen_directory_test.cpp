@@ -1,23 +1,8 @@
 // The generator of the bank directory as a program: what it refuses, what it
 // writes, and what it leaves behind.
-#include <gtest/gtest.h>
-#include <stdlib.h>
-#include <sys/wait.h>
-
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <map>
-
-#include "tests/unit/test_files.h"
+#include "tests/unit/program_test.h"
 
 namespace {
-
-const std::string german_header = "valid_from,bank_code,flag,method,rule,successor,bic,name,postal_code,city,country\n";
-const std::string national_header = "bank_id,bic,name,postal_code,city,country\n";
-const std::string bic_header = "bic,sct,sdd,cor1,b2b,name\n";
-
-using lists_t = std::map<std::string, std::string>;
 
 // Small lists without a fault, a row each.
 lists_t good_lists() {
@@ -27,34 +12,18 @@ lists_t good_lists() {
             {"bic.csv", bic_header + "MARKDEFFXXX,1,1,0,1,Bundesbank\n"}};
 }
 
-void write_whole(const std::string& name, const std::string& content) {
-    std::ofstream(name, std::ios::binary) << content;
-}
-
-class Generator : public testing::Test {
+class Generator : public ProgramTest {
 protected:
     void SetUp() override {
-        char name[] = "/tmp/gen_directory_XXXXXX";
-        ASSERT_NE(mkdtemp(name), nullptr);
-        folder = name;
+        ProgramTest::SetUp();
         output = folder + "/tables.inc";
     }
 
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
-    // Runs the generator and keeps its exit status and what it said.
-    void run(const std::string& arguments) {
-        FILE* pipe = popen((GEN_DIRECTORY " " + arguments + " 2>&1").c_str(), "r");
-        ASSERT_NE(pipe, nullptr);
-        said.clear();
-        char buffer[256];
-        while (fgets(buffer, sizeof buffer, pipe)) said += buffer;
-        status = WEXITSTATUS(pclose(pipe));
-    }
+    void run_generator(const std::string& arguments) { run(GEN_DIRECTORY " " + arguments); }
 
     void generate(const lists_t& lists, const std::string& option = "") {
-        for (const auto& [name, content] : lists) write_whole(folder + "/" + name, content);
-        run(option + " " + folder + " " + output);
+        write_lists(folder, lists);
+        run_generator(option + " " + folder + " " + output);
     }
 
     std::string constant(const std::string& name) {
@@ -63,8 +32,7 @@ protected:
         return text.substr(at, text.find(';', at) - at);
     }
 
-    std::string folder, output, said;
-    int status = -1;
+    std::string output;
 };
 
 // Lines are counted from the header, which is line 1; the good row is line 2.
@@ -120,7 +88,7 @@ TEST_F(Generator, WarnsOfWhatTheLibraryWillNotCheck) {
 TEST_F(Generator, KnowsWhatTheReleasesUse) {
     for (const auto& release : std::filesystem::directory_iterator(DIRECTORY_RELEASES)) {
         if (!release.is_directory()) continue;
-        run(release.path().string() + " " + output);
+        run_generator(release.path().string() + " " + output);
         EXPECT_EQ(status, 0);
         // One bank of 2025-03 has a method that is in no catalogue.
         const std::string known = "warning: method 12 does not exist (rows: 1)\n";
@@ -154,11 +122,11 @@ TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
     EXPECT_EQ(status, 0);
     std::filesystem::create_directory(folder + "/taken");
     for (const char* arguments : {"/missing/tables.inc", "/taken", ""}) {
-        run(folder + (*arguments ? " " + folder + arguments : ""));
+        run_generator(folder + (*arguments ? " " + folder + arguments : ""));
         EXPECT_EQ(status, 1) << arguments;
     }
     EXPECT_FALSE(std::filesystem::exists(folder + "/taken.tmp"));
-    run("--allow " + folder + " " + output);
+    run_generator("--allow " + folder + " " + output);
     EXPECT_EQ(status, 1);
 }
 
@@ -191,7 +159,7 @@ TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
 // FNV-1a of the tables made from the frozen lists: the same bytes wherever and
 // by whatever compiler this is built.
 TEST_F(Generator, SameListsSameBytes) {
-    run("--for-tests " TEST_DATA "/frozen_directory " + output);
+    run_generator("--for-tests " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
     EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
     EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(6694531572275297067));
