@@ -35,10 +35,10 @@ final class Application extends Console
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         try {
             return parent::run($input, $output);
-        } catch (Failure | Unreadable | \InvalidArgumentException $e) {
-            $errors->writeln('sepa: ' . $e->getMessage(), OutputInterface::OUTPUT_RAW);
-        } catch (ExceptionInterface $e) {
-            $errors->writeln('sepa: ' . $e->getMessage(), OutputInterface::OUTPUT_RAW);
+        } catch (Failure | Unreadable | \InvalidArgumentException | ExceptionInterface $e) {
+            if ($e->getMessage() !== '') {
+                $errors->writeln('sepa: ' . $e->getMessage(), OutputInterface::OUTPUT_RAW);
+            }
         } catch (\Throwable $e) {
             $this->renderThrowable($e, $errors);
         }

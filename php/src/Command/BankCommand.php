@@ -36,12 +36,14 @@ final class BankCommand extends LookupCommand
     protected function answer(array $question, Rows $rows): bool
     {
         $bank = Ibans::bank($question[0]);
-        $rows->add($bank, [
-            'asked for' => $bank->query,
-            'BIC' => (string) $bank->bic,
-            'bank or reason' => (string) ($bank->name ?? $bank->reason),
-            'schemes' => implode(' ', $bank->schemes ?? []),
-        ]);
+        $rows->add($bank, static function () use ($bank): array {
+            return [
+                'asked for' => $bank->query,
+                'BIC' => (string) $bank->bic,
+                'bank or reason' => (string) ($bank->name ?? $bank->reason),
+                'schemes' => implode(' ', $bank->schemes ?? []),
+            ];
+        });
 
         return $bank->reason === null;
     }

@@ -37,12 +37,14 @@ final class CheckCommand extends LookupCommand
     protected function answer(array $question, Rows $rows): bool
     {
         $check = Ibans::check($question[0]);
-        $rows->add($check, [
-            'IBAN' => Ibans::grouped($check->iban),
-            'valid' => $check->valid ? 'yes' : 'no',
-            'BIC' => (string) $check->bic,
-            'bank or reason' => $check->valid ? (string) $check->bank : "$check->reason: $check->hint",
-        ]);
+        $rows->add($check, static function () use ($check): array {
+            return [
+                'IBAN' => Ibans::grouped($check->iban),
+                'valid' => $check->valid ? 'yes' : 'no',
+                'BIC' => (string) $check->bic,
+                'bank or reason' => $check->valid ? (string) $check->bank : "$check->reason: $check->hint",
+            ];
+        });
 
         return $check->valid;
     }

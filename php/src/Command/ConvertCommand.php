@@ -41,13 +41,15 @@ final class ConvertCommand extends LookupCommand
     protected function answer(array $question, Rows $rows): bool
     {
         $conversion = Ibans::convert($question[0], $question[1]);
-        $rows->add($conversion, [
-            'account' => $conversion->account,
-            'bank code' => $conversion->bankCode,
-            'IBAN' => Ibans::grouped((string) $conversion->iban),
-            'status' => (string) $conversion->status,
-            'remark' => (string) $conversion->reason,
-        ]);
+        $rows->add($conversion, static function () use ($conversion): array {
+            return [
+                'account' => $conversion->account,
+                'bank code' => $conversion->bankCode,
+                'IBAN' => Ibans::grouped((string) $conversion->iban),
+                'status' => (string) $conversion->status,
+                'remark' => (string) $conversion->reason,
+            ];
+        });
 
         return $conversion->iban !== null;
     }

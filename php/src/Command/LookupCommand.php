@@ -11,6 +11,7 @@ use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
+use Symfony\Component\Console\Input\StreamableInputInterface;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
@@ -63,16 +64,22 @@ abstract class LookupCommand extends Command
             return $refused ? ExitCode::REFUSED : ExitCode::GOOD;
         }
 
-        $reader = Reader::open('-');
+        $stream = $input instanceof StreamableInputInterface ? $input->getStream() : null;
+        $reader = new Reader($stream ?? STDIN, 'standard input');
         $progress = new Progress($output, $reader);
+        $rows->besides($progress);
         $count = 0;
-        foreach ($this->questions($reader, $input->getOption('column')) as $question) {
-            ++$count;
-            $refused += $this->answer($question, $rows) ? 0 : 1;
-            $progress();
+        try {
+            foreach ($this->questions($reader, $input->getOption('column')) as $question) {
+                ++$count;
+                $refused += $this->answer($question, $rows) ? 0 : 1;
+                $progress();
+            }
+        } finally {
+            // What was read before a fault of the file is answered.
+            $progress->hide();
+            $rows->flush();
         }
-        $progress->hide();
-        $rows->flush();
         if ($output instanceof ConsoleOutputInterface && Rows::format($input) === Rows::TABLE) {
             $output->getErrorOutput()->writeln("$count rows, $refused refused");
         }

@@ -73,7 +73,7 @@ abstract class PaymentsCommand extends Command
         }
         $report->flush();
         if ($faults) {
-            $errors->writeln(sprintf('%d payments, %d faults: no document was written', count($payments), count($faults)));
+            $errors->writeln(sprintf('%d payments, faults: %d, no document was written', count($payments), count($faults)));
             $this->suggest($faults, $input, $errors);
 
             return self::isUsage($faults) ? ExitCode::FAILED : ExitCode::REFUSED;
@@ -134,19 +134,17 @@ abstract class PaymentsCommand extends Command
             'reason' => $fault->text,
             'hint' => $fault->hint,
         ];
-        $rows->add($record, [
-            '' => $severity,
-            'row' => (string) $fault->row,
-            'column' => (string) $column,
-            'reason' => $fault->text,
-            'hint' => $fault->hint,
-        ]);
+        $rows->add($record, static function () use ($record): array {
+            return array_map('strval', array_diff_key($record, ['key' => 0, 'code' => 0]));
+        });
     }
 
     /** @param list<Fault> $faults */
     private function suggest(array $faults, InputInterface $input, OutputInterface $errors): void
     {
-        $codes = array_column($faults, 'code');
+        $codes = array_column(array_filter($faults, static function (Fault $fault): bool {
+            return $fault->row !== null;
+        }), 'code');
         if (array_intersect(['amount', 'date'], $codes) && !$input->getOption('german')) {
             $errors->writeln('--german reads amounts such as 1.190,00 and dates such as 31.12.2026.');
         }

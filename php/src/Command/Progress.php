@@ -21,6 +21,8 @@ final class Progress
 
     private int $rows = 0;
 
+    private bool $isShown = false;
+
     public function __construct(OutputInterface $output, Reader $reader)
     {
         $this->reader = $reader;
@@ -37,14 +39,16 @@ final class Progress
         if (++$this->rows % self::EVERY === 0 && $this->bar !== null) {
             $this->bar->setMessage((string) $this->rows);
             $this->bar->setProgress($this->reader->bytesRead());
+            $this->isShown = true;
         }
     }
 
     /** Before anything else is written. */
     public function hide(): void
     {
-        if ($this->bar !== null && $this->rows >= self::EVERY) {
+        if ($this->bar !== null && $this->isShown) {
             $this->bar->clear();
+            $this->isShown = false;
         }
     }
 }

@@ -43,6 +43,8 @@ final class Rows
 
     private string $buffer = '';
 
+    private ?Progress $progress = null;
+
     public function __construct(OutputInterface $output, string $format, bool $headings = true)
     {
         $this->output = $output;
@@ -79,12 +81,12 @@ final class Rows
 
     /**
      * @param array<string, mixed>|\JsonSerializable $record for programs
-     * @param array<string, string> $cells for people, by heading
+     * @param callable(): array<string, string> $cells for people, by heading
      */
-    public function add($record, array $cells): void
+    public function add($record, callable $cells): void
     {
         if ($this->format === self::TABLE) {
-            $this->tableRows[] = $cells;
+            $this->tableRows[] = $cells();
             if (count($this->tableRows) === self::TABLE_ROWS) {
                 $this->flush();
             }
@@ -99,8 +101,19 @@ final class Rows
         }
     }
 
+    /** Rows and a bar may share a terminal. */
+    public function besides(Progress $progress): void
+    {
+        if ($this->output instanceof StreamOutput && stream_isatty($this->output->getStream())) {
+            $this->progress = $progress;
+        }
+    }
+
     public function flush(): void
     {
+        if ($this->progress !== null) {
+            $this->progress->hide();
+        }
         if ($this->tableRows) {
             $table = new BufferedOutput($this->output->getVerbosity(), $this->output->isDecorated());
             $this->renderTable($table);
@@ -122,7 +135,9 @@ final class Rows
         while ($text !== '') {
             $written = @fwrite($output->getStream(), $text);
             if ($written === false || $written === 0) {
-                throw new Failure('cannot write the output');
+                // A reader that has seen enough is no fault to tell.
+                $isClosed = strpos(error_get_last()['message'] ?? '', 'Broken pipe') !== false;
+                throw new Failure($isClosed ? '' : 'cannot write the output');
             }
             $text = substr($text, $written);
         }

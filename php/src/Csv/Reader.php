@@ -62,7 +62,12 @@ final class Reader implements \IteratorAggregate
         $row = '';
         $open = false;
         foreach ($this->lines() as $line) {
-            $row = $open ? "$row\n$line" : $line;
+            if ($open) {
+                $row .= "\n";
+                $row .= $line;
+            } else {
+                $row = $line;
+            }
             if ($this->delimiter === null && $line !== '' && !$this->settleDelimiter($line)) {
                 continue;
             }

@@ -58,6 +58,9 @@ final class Ibans
     /** "IBAN: de89 3704 0044 …" to "DE8937040044…": blanks, dots and dashes go, letters become capitals. */
     public static function normalise(string $text): string
     {
+        if (preg_match('/^(?!IBAN)[A-Z0-9]+$/D', $text)) {
+            return $text;
+        }
         $compact = preg_replace('/[\s\x{200B}-\x{200D}\x{2010}-\x{2013}\x{FEFF}.\-]+/u', '', $text);
         // Not strtoupper, which follows the locale in PHP 7.
         $compact = strtr($compact ?? trim($text), 'abcdefghijklmnopqrstuvwxyz', 'ABCDEFGHIJKLMNOPQRSTUVWXYZ');

@@ -1,0 +1,193 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Tests\Command;
+
+use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\Command\Application;
+use Symfony\Component\Console\Tester\ApplicationTester;
+use Symfony\Component\Console\Tester\CommandCompletionTester;
+
+final class SepaTest extends TestCase
+{
+    private const PARTY = ['--name' => 'Zimmerei', '--iban' => 'DE89370400440532013000', '--bic' => 'COBADEFFXXX', '--date' => '2026-12-01'];
+
+    private const GOOD = "name,iban,amount,ref\nA,NL91ABNA0417164300,1.00,x\n";
+
+    private ApplicationTester $tester;
+
+    private string $folder;
+
+    protected function setUp(): void
+    {
+        $this->tester = new ApplicationTester(new Application());
+        $this->folder = sys_get_temp_dir() . '/sepa-test-' . bin2hex(random_bytes(6));
+        mkdir($this->folder);
+    }
+
+    protected function tearDown(): void
+    {
+        array_map('unlink', glob("$this->folder/{,.}[!.]*", GLOB_BRACE));
+        rmdir($this->folder);
+    }
+
+    /**
+     * @dataProvider lookups
+     * @param array<string, mixed> $arguments
+     */
+    public function testLookups(array $arguments, ?string $input, int $status, string $output, string $errors = ''): void
+    {
+        self::assertSame([$status, $output, $errors], $this->ask($arguments, $input));
+    }
+
+    public function lookups(): iterable
+    {
+        $json = '{"iban":"DE89370400440532013000","valid":true,"code":null,"reason":null,"bic":"COBADEFFXXX","bank":"COMMERZBANK AG"}' . "\n";
+        $bad = '{"iban":"DE1","valid":false,"code":"iban_length","reason":"Wrong IBAN length","bic":null,"bank":null}' . "\n";
+        $check = ['command' => 'check', '--json' => true];
+        yield [$check + ['values' => ['DE89 3704 0044 0532 0130 00']], null, 0, $json];
+        yield [$check + ['values' => ['DE1', 'de89370400440532013000']], null, 1, $bad . $json];
+        yield 'a list without a heading' => [$check, "DE89 3704 0044 0532 0130 00\n\nDE1", 1, $json . $bad];
+        yield 'a heading that is known' => [$check, "Kunde;Konto-IBAN\nDE89;DE89370400440532013000\nx;DE1\n", 1, $json . $bad];
+        yield 'a heading that is not' => [$check, "Kunde,Konto\nx,DE89370400440532013000\n", 0, $json];
+        yield 'a column that is named' => [$check + ['--column' => ['B']], "A,B\nNL91ABNA0417164300,DE89370400440532013000\n", 0, $json];
+        yield 'a cut row' => [$check, "name,iban\nx,DE89370400440532013000\ny", 1, $json . '{"iban":"","valid":false,"code":"empty","reason":"IBAN missing","bic":null,"bank":null}' . "\n"];
+        yield 'two columns' => [$check, "NL91ABNA0417164300,DE89370400440532013000\n", 2, '', "sepa: no column for iban: name it with --column. The first row has: 'NL91ABNA0417164300', 'DE89370400440532013000'\n"];
+        yield 'an open quote' => [$check, "iban\nDE1\n\"DE89", 2, $bad, "sepa: standard input, row 3: a quote is not closed, or the file was cut\n"];
+        yield 'nothing' => [$check, '', 0, ''];
+        yield 'two formats' => [$check + ['--csv' => true], '', 2, '', "sepa: either --csv or --json\n"];
+        yield [['command' => 'check', '--csv' => true], "DE1\nDE\"1", 1, "iban,valid,code,reason,bic,bank\nDE1,false,iban_length,Wrong IBAN length,,\n\"DE\"\"1\",false,iban_length,Wrong IBAN length,,\n"];
+        yield 'for a terminal' => [['command' => 'check'], "DE1\e[2J<info>\n", 1, <<<'TABLE'
+            +------------------+-------+-----+--------------------------------------------------------+
+            | IBAN             | valid | BIC | bank or reason                                         |
+            +------------------+-------+-----+--------------------------------------------------------+
+            | DE1? [2J< INFO > | no    |     | Wrong IBAN length: Characters are missing or too many: |
+            |                  |       |     | compare it with the invoice, four by four.             |
+            +------------------+-------+-----+--------------------------------------------------------+
+
+            TABLE, "1 rows, 1 refused\n"];
+
+        $convert = ['command' => 'convert', '--csv' => true, '--no-headings' => true];
+        yield [$convert + ['values' => ['532013000', '37040044', '1234567', '37040044']], null, 1, "532013000,37040044,DE89370400440532013000,0,\n1234567,37040044,,11,the account number fails its check\n"];
+        yield [$convert, "Name;BLZ;Konto\nx;37040044;532013000\n", 0, "532013000,37040044,DE89370400440532013000,0,\n"];
+        yield 'accounts that could be bank codes' => [$convert, "12345678;37040044\n", 2, '', "sepa: no column for account and bank_code: name it with --column. The first row has: '12345678', '37040044'\n"];
+        yield [$convert + ['values' => ['1']], null, 2, '', "sepa: these belong together: account and bank_code\n"];
+        yield [['command' => 'bank', '--json' => true, 'values' => ['COBADEFF', 'x']], null, 1, '{"query":"COBADEFF","bic":"COBADEFF","bank":"COMMERZBANK AG","schemes":["SCT","SDD","B2B"],"reason":null}' . "\n"
+            . '{"query":"x","bic":null,"bank":null,"schemes":null,"reason":"the directory finds banks by IBANs of DE, AT, CH and LI only"}' . "\n"];
+        yield 'no such command' => [['command' => 'nonsense'], null, 2, '', "sepa: Command \"nonsense\" is not defined.\n"];
+        yield 'no such option' => [['command' => 'check', '--nonsense' => true], null, 2, '', "sepa: The \"--nonsense\" option does not exist.\n"];
+    }
+
+    public function testADocumentIsWrittenAsAWhole(): void
+    {
+        $out = "$this->folder/out.xml";
+        [$status, $output, $errors] = $this->pay(self::GOOD, ['-o' => $out]);
+        self::assertSame([0, ''], [$status, $output]);
+        self::assertStringContainsString('1 payments, 1.00 EUR, rulebook DE-3.7, message ', $errors);
+        self::assertStringEndsWith("</Document>\n", file_get_contents($out));
+
+        [$status, $output] = $this->pay(self::GOOD);
+        self::assertSame(0, $status);
+        self::assertStringStartsWith('<?xml', $output);
+
+        // Faults leave an earlier document alone.
+        file_put_contents($out, 'earlier');
+        self::assertSame(1, $this->pay(str_replace('1.00', '1.190,00', self::GOOD), ['-o' => $out])[0]);
+        self::assertStringEqualsFile($out, 'earlier');
+        self::assertSame(2, $this->pay(self::GOOD, ['-o' => "$this->folder/none/out.xml"])[0]);
+        self::assertSame(['in.csv', 'out.xml'], array_values(array_diff(scandir($this->folder), ['.', '..'])));
+    }
+
+    public function testFaultsAreToldWithRowColumnReasonAndHint(): void
+    {
+        $csv = "Empfänger;IBAN;Betrag\nJosé;NL91ABNA0417164300;1.190,00\nB;NL91;\n";
+        [$status, $output, $errors] = $this->pay($csv, ['--json' => true]);
+        $faults = array_map(static function (string $line): array {
+            return json_decode($line, true, 4, JSON_THROW_ON_ERROR);
+        }, explode("\n", trim($output)));
+        self::assertSame(1, $status);
+        self::assertSame(
+            [[2, 'Betrag', 'amount'], [2, 'Empfänger', 'characters'], [3, 'IBAN', 'iban_length'], [3, 'Betrag', 'missing']],
+            $this->sorted($faults)
+        );
+        self::assertStringContainsString('--german', $errors);
+        self::assertStringContainsString('--transliterate', $errors);
+
+        [$status, $output, $errors] = $this->pay($csv);
+        self::assertSame([1, ''], [$status, $output]);
+        self::assertMatchesRegularExpression('/^\| fault +\| 2 +\| Betrag +\| Invalid amount +\| Write 1190\.00/m', $errors);
+
+        [$status, $output] = $this->pay("Empfänger;IBAN;Betrag\nJosé;NL91ABNA0417164300;1.190,00\n", ['--german' => true, '--transliterate' => true, '--json' => true, '-o' => "$this->folder/out.xml"]);
+        self::assertSame(0, $status);
+        self::assertSame(['change', 2, 'Empfänger', "'José' became 'Jose'"], array_values(array_intersect_key(json_decode($output, true), ['severity' => 0, 'row' => 0, 'column' => 0, 'reason' => 0])));
+    }
+
+    /** @param array<string, mixed> $options */
+    private function pay(string $csv, array $options = [], string $command = 'transfer'): array
+    {
+        file_put_contents("$this->folder/in.csv", $csv);
+
+        $arguments = ['command' => $command] + $options + ['file' => "$this->folder/in.csv"] + self::PARTY;
+
+        return $this->ask(array_filter($arguments, static function ($value): bool {
+            return $value !== null;
+        }), null);
+    }
+
+    /** @dataProvider wrongUse */
+    public function testWrongUse(array $options, string $command, string $csv, string $reason): void
+    {
+        [$status, $output, $errors] = $this->pay($csv, $options, $command);
+        self::assertSame([2, ''], [$status, $output]);
+        self::assertStringContainsString($reason, $errors);
+    }
+
+    public function wrongUse(): array
+    {
+        return [
+            [['--name' => null, '--bic' => null], 'transfer', self::GOOD, 'missing: --name, --bic'],
+            [[], 'debit', self::GOOD, 'missing: --creditor-id'],
+            [['--creditor-id' => 'DE98ZZZ09999999999', '--type' => 'X'], 'debit', self::GOOD, 'unknown type of direct debit: X'],
+            [['--creditor-id' => 'DE98ZZZ09999999999', '--type' => 'COR1'], 'debit', self::GOOD, '| --type '],
+            [['--rulebook' => 'DE-9'], 'transfer', self::GOOD, 'unknown rulebook: DE-9'],
+            [['--date' => '2026-02-30'], 'transfer', self::GOOD, 'No such date: 2026-02-30'],
+            [[], 'transfer', '', 'the file is empty'],
+            [['file' => '/nonexistent'], 'transfer', '', 'cannot read /nonexistent'],
+            [['file' => '/'], 'transfer', '', 'cannot read /'],
+        ];
+    }
+
+    public function testBashCompletesValues(): void
+    {
+        $tester = new CommandCompletionTester((new Application())->find('debit'));
+        self::assertContains('DE-3.7', $tester->complete(['--rulebook', '']));
+        self::assertSame(['CORE', 'COR1', 'B2B'], $tester->complete(['--type', '']));
+        touch("$this->folder/x.csv");
+        self::assertSame(["$this->folder/x.csv"], $tester->complete(["$this->folder/x"]));
+    }
+
+    /** @return list<array{int, string, string}> row, column and code */
+    private function sorted(array $faults): array
+    {
+        $rows = array_map(static function (array $fault): array {
+            return [$fault['row'], $fault['column'], $fault['code']];
+        }, $faults);
+        usort($rows, static function (array $a, array $b): int {
+            return [$a[0], $a[2]] <=> [$b[0], $b[2]];
+        });
+
+        return $rows;
+    }
+
+    /** @return array{int, string, string} exit code, output, errors */
+    private function ask(array $arguments, ?string $input): array
+    {
+        if ($input !== null) {
+            $this->tester->setInputs([$input]);
+        }
+        $status = $this->tester->run($arguments, ['capture_stderr_separately' => true, 'decorated' => false]);
+
+        return [$status, $this->tester->getDisplay(), $this->tester->getErrorOutput()];
+    }
+}
