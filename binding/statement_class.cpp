@@ -14,14 +14,15 @@ struct statement_object_t {
 
 static zend_object_handlers statement_object_handlers;
 
-static sepa_stmt_parser_t** handle_slot(zend_object* object) {
+// An object's handle, to read or to replace.
+static sepa_stmt_parser_t*& handle_of(zend_object* object) {
     auto start = reinterpret_cast<char*>(object) - offsetof(statement_object_t, std);
-    return &reinterpret_cast<statement_object_t*>(start)->handle;
+    return reinterpret_cast<statement_object_t*>(start)->handle;
 }
 
 // The handle of `$this`; null, with the exception raised, if it has none.
-static sepa_stmt_parser_t* handle_of(zval* self) {
-    sepa_stmt_parser_t* handle = *handle_slot(Z_OBJ_P(self));
+static sepa_stmt_parser_t* checked_handle(zval* self) {
+    sepa_stmt_parser_t* handle = handle_of(Z_OBJ_P(self));
     if (!handle) sepa_throw("invalid sepa_stmt_parser_t handle", 0);
     return handle;
 }
@@ -36,9 +37,9 @@ static zend_object* statement_object_create(zend_class_entry* ce) {
 }
 
 static void statement_object_free(zend_object* object) {
-    sepa_stmt_parser_t** slot = handle_slot(object);
-    sepa_stmt_parser_free(*slot);
-    *slot = nullptr;
+    sepa_stmt_parser_t*& handle = handle_of(object);
+    sepa_stmt_parser_free(handle);
+    handle = nullptr;
     zend_object_std_dtor(object);
 }
 
@@ -49,9 +50,9 @@ static ZEND_METHOD(SEPAStatementParser, __construct) {
         sepa_throw("can't create SEPAStatementParser object", SEPA_CODE_CONSTRUCTOR);
         return;
     }
-    sepa_stmt_parser_t** slot = handle_slot(Z_OBJ_P(ZEND_THIS));
-    sepa_stmt_parser_free(*slot);
-    *slot = handle;
+    sepa_stmt_parser_t*& held = handle_of(Z_OBJ_P(ZEND_THIS));
+    sepa_stmt_parser_free(held);
+    held = handle;
 }
 
 static ZEND_METHOD(SEPAStatementParser, load) {
@@ -63,7 +64,7 @@ static ZEND_METHOD(SEPAStatementParser, load) {
         sepa_throw("invalid/unknown statement format", SEPA_CODE_CONSTRUCTOR);
         return;
     }
-    sepa_stmt_parser_t* handle = handle_of(ZEND_THIS);
+    sepa_stmt_parser_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
     if (!sepa_stmt_parser_load(handle, SEPA_STMT_FORMAT_MT940, filename)) {
         sepa_throw(handle->error, 0);
@@ -73,7 +74,7 @@ static ZEND_METHOD(SEPAStatementParser, load) {
 }
 
 static ZEND_METHOD(SEPAStatementParser, getStatements) {
-    sepa_stmt_parser_t* handle = handle_of(ZEND_THIS);
+    sepa_stmt_parser_t* handle = checked_handle(ZEND_THIS);
     if (handle && handle->first) statement_arrays_return(return_value, handle);
 }
 

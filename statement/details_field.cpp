@@ -26,6 +26,7 @@ static constexpr auto rows_by_number = [] {
     return rows;
 }();
 
+namespace {
 // One ":86:" field while its subfields are read.
 struct field_t {
     sepa_stmt_tx_t* tx;
@@ -36,6 +37,7 @@ struct field_t {
     bool target_is_purpose;
     size_t last_continuation;  // length of the last fragment that continued a text
 };
+}  // namespace
 
 // The number of the marker at a "?", or -1 if that is no marker.
 static int marker_number(const char* at) {

@@ -21,7 +21,7 @@ enum sepa_stmt_format : int {
 struct sepa_stmt_tx_t {
     struct tm valuta;  // value date
     struct tm booked;  // booking date
-    uint8_t reversal;  // 1 for a reversal; the sign of the amount does not know of it
+    uint8_t reversal;  // 1 for a reversal, whose amount keeps its sign; scripts do not see it, C++ programs may use it
     double amount;
     char code[4];         // booking code, the three characters after "N"
     const char* ref;      // reference for the account owner
@@ -65,7 +65,8 @@ struct sepa_statement_t {
     sepa_statement_t* next;
 };
 
-// What the MT940 format keeps beside the records.
+// What the MT940 format keeps beside the records. C++ programs that call
+// mt940_load_file or mt940_parse themselves put one, zeroed, into the handle.
 struct mt940_state_t {
     char* text;  // the file, cut in place; owned, null until a file has been parsed
 };

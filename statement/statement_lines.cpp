@@ -80,10 +80,12 @@ static bool read_closing(parse_run_t* run) {
 
 static bool end_statement(parse_run_t*) { return false; }
 
+namespace {
 struct line_rule_t {
     const char* start;
     bool (*read)(parse_run_t* run);
 };
+}  // namespace
 
 // The first that matches counts; lines that match none are skipped.
 static const line_rule_t line_rules[] = {

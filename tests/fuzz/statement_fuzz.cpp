@@ -1,5 +1,5 @@
 // The statement parser: it finds no more records than the text has tags, and
-// what it tells lies within the text.
+// what they point at lies within the text.
 #include <set>
 
 #include "statement/mt940.h"

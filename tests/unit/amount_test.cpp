@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cmath>
+#include <cstring>
 
 #include "tests/unit/posix_pattern.h"
 #include "tests/unit/test_files.h"
@@ -25,6 +26,28 @@ TEST(ParseAmount, Rows) {
         EXPECT_EQ(std::to_string(end - row[0].c_str()), row[2]);
     }
     EXPECT_EQ(parse_amount("12.5x", nullptr), 12.5);
+}
+
+// In double arithmetic 2.675 is 267.5 cents and 1.005 is 100.49999999999999.
+TEST(FormatAmount, Texts) {
+    for (const char* row : {"0 0.00", "-0.0 0.00", "0.30000000000000004 0.30", "0.99 0.99", "0.994999 0.99",
+                            "0.995 1.00", "1234.5 1234.50", "0.005 0.01", "-0.005 -0.01", "-0.004 0.00", "-0.5 -0.50",
+                            "-12.5 -12.50", "2.675 2.68", "1.005 1.00", "999999999.99 999999999.99",
+                            "1e15 1000000000000000.00", "92233720368547744 92233720368547747.84"}) {
+        char text[128];
+        sepa_format_amount(text, strtod(row, nullptr));
+        EXPECT_STREQ(text, strchr(row, ' ') + 1);
+    }
+}
+
+// Cents go in and come out: no amount up to ten million drifts by one.
+TEST(FormatAmount, EveryCent) {
+    for (unsigned long cents = 0; cents < 1000000000; cents += cents < 100000 ? 1 : 99991) {
+        char text[128], expected[128];
+        sepa_format_amount(text, static_cast<double>(cents) / 100);
+        snprintf(expected, sizeof expected, "%lu.%02lu", cents / 100, cents % 100);
+        ASSERT_STREQ(text, expected);
+    }
 }
 
 // Each byte value at each position of a BIC, and all lengths. Positions do not

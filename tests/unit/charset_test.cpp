@@ -1,5 +1,4 @@
-// Character set, message ids and amount text.
-#include <cmath>
+// Character set and message ids.
 #include <cstring>
 
 #include "tests/unit/charset_reading.h"
@@ -53,28 +52,6 @@ TEST(MessageId, BytesAndLength) {
     EXPECT_TRUE(sepa_check_message_id(letters(35).c_str()));
     EXPECT_FALSE(sepa_check_message_id(letters(36).c_str()));
     EXPECT_FALSE(sepa_check_message_id((letters(34) + "_").c_str()));
-}
-
-// In double arithmetic 2.675 is 267.5 cents and 1.005 is 100.49999999999999.
-TEST(FormatAmount, Texts) {
-    for (const char* row : {"0 0.00", "-0.0 0.00", "0.30000000000000004 0.30", "0.99 0.99", "0.994999 0.99",
-                            "0.995 1.00", "1234.5 1234.50", "0.005 0.01", "-0.005 -0.01", "-0.004 0.00", "-0.5 -0.50",
-                            "-12.5 -12.50", "2.675 2.68", "1.005 1.00", "999999999.99 999999999.99",
-                            "1e15 1000000000000000.00", "92233720368547744 92233720368547747.84"}) {
-        char text[128];
-        sepa_format_amount(text, strtod(row, nullptr));
-        EXPECT_STREQ(text, strchr(row, ' ') + 1);
-    }
-}
-
-// Cents go in and come out: no amount up to ten million drifts by one.
-TEST(FormatAmount, EveryCent) {
-    for (unsigned long cents = 0; cents < 1000000000; cents += cents < 100000 ? 1 : 99991) {
-        char text[128], expected[128];
-        sepa_format_amount(text, static_cast<double>(cents) / 100);
-        snprintf(expected, sizeof expected, "%lu.%02lu", cents / 100, cents % 100);
-        ASSERT_STREQ(text, expected);
-    }
 }
 
 }  // namespace

@@ -16,12 +16,12 @@ namespace {
 // A scan against the system's own, for one text.
 template <typename Number, typename Scan>
 void expect_as_sscanf(const std::string& text, const char* format, Scan scan) {
-    Number told = 7, value = 7;
+    Number expected = 7, value = 7;
     int consumed = 0;
-    bool success = sscanf(text.c_str(), format, &told, &consumed) == 1;
+    bool success = sscanf(text.c_str(), format, &expected, &consumed) == 1;
     const char* at = text.c_str();
     EXPECT_EQ(scan(&at, &value), success) << text;
-    EXPECT_EQ(value, told) << text;
+    EXPECT_EQ(value, expected) << text;
     EXPECT_EQ(at - text.c_str(), consumed) << text;
 }
 
