@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Unreadable;
+use Sepa\Toolkit\Statement\UnreadableFile;
 use Symfony\Component\Console\Application as Console;
 use Symfony\Component\Console\Exception\ExceptionInterface;
 use Symfony\Component\Console\Input\InputInterface;
@@ -26,6 +27,7 @@ final class Application extends Console
             new BankCommand(),
             new TransferCommand(),
             new DebitCommand(),
+            new StatementCommand(),
         ]);
     }
 
@@ -35,7 +37,7 @@ final class Application extends Console
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         try {
             return parent::run($input, $output);
-        } catch (Failure | Unreadable | \InvalidArgumentException | ExceptionInterface $e) {
+        } catch (Failure | Unreadable | UnreadableFile | \InvalidArgumentException | ExceptionInterface $e) {
             if ($e->getMessage() !== '') {
                 $errors->writeln('sepa: ' . $e->getMessage(), OutputInterface::OUTPUT_RAW);
             }

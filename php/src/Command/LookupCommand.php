@@ -66,7 +66,7 @@ abstract class LookupCommand extends Command
 
         $stream = $input instanceof StreamableInputInterface ? $input->getStream() : null;
         $reader = new Reader($stream ?? STDIN, 'standard input');
-        $progress = new Progress($output, $reader);
+        $progress = Progress::ofTable($output, $reader);
         $rows->besides($progress);
         $count = 0;
         try {

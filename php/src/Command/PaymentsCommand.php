@@ -51,7 +51,7 @@ abstract class PaymentsCommand extends Command
         $payments = $this->payments($input);
         $reader = Reader::open($input->getArgument('file'));
         $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'));
-        $progress = new Progress($output, $reader);
+        $progress = Progress::ofTable($output, $reader);
         $sheet->fill($payments, $progress);
         $progress->hide();
 

@@ -17,28 +17,38 @@ final class Progress
 
     private ?ProgressBar $bar = null;
 
-    private Reader $reader;
+    /** @var callable(): int */
+    private $bytesRead;
 
     private int $rows = 0;
 
     private bool $isShown = false;
 
-    public function __construct(OutputInterface $output, Reader $reader)
+    /**
+     * @param int|null $size of the file in bytes, if it is known
+     * @param callable(): int $bytesRead
+     */
+    public function __construct(OutputInterface $output, ?int $size, callable $bytesRead)
     {
-        $this->reader = $reader;
+        $this->bytesRead = $bytesRead;
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         if ($errors instanceof StreamOutput && !$errors->isQuiet() && stream_isatty($errors->getStream())) {
-            $this->bar = new ProgressBar($errors, $reader->size() ?? 0);
-            $this->bar->setFormat($reader->size() === null ? '%message% rows, %elapsed%' : '[%bar%] %percent%%, %message% rows, %elapsed%');
+            $this->bar = new ProgressBar($errors, $size ?? 0);
+            $this->bar->setFormat($size === null ? '%message% rows, %elapsed%' : '[%bar%] %percent%%, %message% rows, %elapsed%');
             $this->bar->setMessage('0');
         }
+    }
+
+    public static function ofTable(OutputInterface $output, Reader $reader): self
+    {
+        return new self($output, $reader->size(), [$reader, 'bytesRead']);
     }
 
     public function __invoke(): void
     {
         if (++$this->rows % self::EVERY === 0 && $this->bar !== null) {
             $this->bar->setMessage((string) $this->rows);
-            $this->bar->setProgress($this->reader->bytesRead());
+            $this->bar->setProgress(($this->bytesRead)());
             $this->isShown = true;
         }
     }

@@ -6,6 +6,7 @@ namespace Sepa\Toolkit\Command;
 
 use Symfony\Component\Console\Formatter\OutputFormatter;
 use Symfony\Component\Console\Helper\Table;
+use Symfony\Component\Console\Helper\TableStyle;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\BufferedOutput;
@@ -27,10 +28,13 @@ final class Rows
     /** Rows of one table: the widths of its columns are those of its own cells. */
     private const TABLE_ROWS = 500;
 
-    private const BUFFER = 65536;
+    public const BUFFER = 65536;
 
     /** Widest cell of a table, in characters; longer ones take several lines. */
     private const CELL_WIDTH = 60;
+
+    /** Headings of columns whose cells stand at the right. */
+    private const NUMBERS = ['row', 'amount', 'balance'];
 
     private OutputInterface $output;
 
@@ -152,6 +156,9 @@ final class Rows
         foreach (array_keys($headings) as $column) {
             $table->setColumnMaxWidth($column, self::CELL_WIDTH);
         }
+        foreach (array_intersect($headings, self::NUMBERS) as $column => $heading) {
+            $table->setColumnStyle($column, (new TableStyle())->setPadType(STR_PAD_LEFT));
+        }
         foreach ($this->tableRows as $cells) {
             $table->addRow(array_map([self::class, 'printable'], array_values($cells)));
         }
@@ -161,7 +168,7 @@ final class Rows
     /** Without bytes that a terminal would obey. */
     private static function printable(string $cell): string
     {
-        return OutputFormatter::escape((string) preg_replace('/\p{Cc}/u', '?', mb_scrub($cell, 'UTF-8')));
+        return OutputFormatter::escape((string) preg_replace(['/\s+/u', '/\p{Cc}/u'], [' ', '?'], mb_scrub($cell, 'UTF-8')));
     }
 
     /** @param array<string, mixed> $record */

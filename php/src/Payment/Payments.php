@@ -155,7 +155,9 @@ abstract class Payments implements \Countable
 
             return true;
         }
-        foreach ($this->inWordsOfExtension($values, $faults, $text) as $key => [$code, $reason]) {
+        $faults = $this->inWordsOfExtension($values, $faults, $text);
+        // In the order of the caller's keys, what is missing at the end.
+        foreach (array_replace(array_intersect_key($values, $faults), $faults) as $key => [$code, $reason]) {
             $this->fault($row, $label, (string) $key, $code, $reason, $values[$key] ?? '');
         }
 
