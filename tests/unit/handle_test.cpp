@@ -16,8 +16,17 @@ static bool memory_is_out;
 static int growths_left = -1;           // of a buffer; below 0 for any number
 static std::atomic<int> secrets_freed;  // blocks with this word in them
 
-// The linker sends the program's calls of strdup, realloc and free here.
+static int next_rulebook = RULEBOOK_NONE;  // which "another thread" chooses in the midst of an add
+
+// The linker sends the program's calls of these functions here.
 extern "C" {
+size_t __real_strnlen(const char* text, size_t limit);
+size_t __wrap_strnlen(const char* text, size_t limit);
+size_t __wrap_strnlen(const char* text, size_t limit) {
+    if (next_rulebook != RULEBOOK_NONE) current_rulebook = next_rulebook;
+    next_rulebook = RULEBOOK_NONE;
+    return __real_strnlen(text, limit);
+}
 void* __real_realloc(void* block, size_t size);
 void* __wrap_realloc(void* block, size_t size);
 void* __wrap_realloc(void* block, size_t size) {
@@ -149,6 +158,15 @@ TEST(Handle, NothingIsFreedWithItsContents) {
                 << "a value replaced";
         }
     EXPECT_EQ(secrets_freed, 1);
+}
+
+TEST(Handle, AnAddIsOfOneRulebook) {
+    use_rulebook("DE-2.6");
+    message_t message = new_message(SEPA_MSGTYPE_CTI);
+    next_rulebook = RULEBOOK_AT_6;
+    EXPECT_EQ(add(message, {{"iban", austrian_iban}, {"amount", "1"}, {"name", "ä"}}), 0);
+    EXPECT_EQ(current_rulebook, RULEBOOK_AT_6);
+    EXPECT_STREQ(message->last_error, "Invalid character '\xC3' in creditor name");
 }
 
 // Another thread may choose another rulebook at any time; a document is of one
