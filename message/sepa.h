@@ -138,7 +138,7 @@ int sepa_setDDType(sepa_t* handle, long type);  // a sepa_ddtype; direct debits 
 int sepa_setBatchBooking(sepa_t* handle, bool batch_booking);
 int sepa_setMessageId(sepa_t* handle, const char* msgid);
 
-// --- Character set (charset.cpp)
+// --- Character set
 
 // Levels of sepa_check_charset; each allows what the one before does.
 enum sepa_charset_level : int {
@@ -152,7 +152,8 @@ enum sepa_charset_level : int {
 // with the first byte of the first bad character in `bad` unless it is null.
 int sepa_check_charset(const char* text, char* bad, int level);
 
-// Tells whether `text` can be a message id: 1 to 35 bytes of the base set.
+// Tells whether `text` can be a message id: 1 to 35 bytes of the base set and
+// the blank, under every rulebook.
 bool sepa_check_message_id(const char* text);
 
 // --- Transactions

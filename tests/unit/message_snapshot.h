@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <iterator>
 #include <string>
 #include <tuple>
 
@@ -10,6 +11,7 @@
 
 inline constexpr const char* rulebook_names[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
                                                  "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};
+static_assert(std::size(rulebook_names) == RULEBOOK_COUNT);
 
 inline std::string text_of(const char* text) { return text ? text : "(none)"; }
 
