@@ -367,7 +367,7 @@ final class Builder
 
     private function closing(string $value, bool $intermediate, bool $ends): void
     {
-        if (!$ends && !preg_match('/,\d{' . Amount::decimals(substr($value, 7, 3)) . '}/', $value)) {
+        if (!$ends && !preg_match('/,\d{' . Amount::decimals((string) substr($value, 7, 3)) . '}/', $value)) {
             // Cut in the amount, perhaps.
             return;
         }
