@@ -16,16 +16,24 @@ function lines(string $name): array
     return explode("\n", file_get_contents($GLOBALS['inputs'] . "/$name.txt"));
 }
 
+/** Nanoseconds of the processor so far, which others on the machine do not count in. */
+function now(): float
+{
+    $usage = getrusage();
+    return ($usage['ru_utime.tv_sec'] + $usage['ru_stime.tv_sec']) * 1e9
+        + ($usage['ru_utime.tv_usec'] + $usage['ru_stime.tv_usec']) * 1e3;
+}
+
 /** Nanoseconds of one call of md5(), the best of several rounds. */
 function md5_ns(): float
 {
     $best = INF;
     for ($round = 0; $round < 7; $round++) {
-        $start = hrtime(true);
+        $start = now();
         for ($i = 0; $i < 30000; $i++) {
             md5('DE89370400440532013000');
         }
-        $best = min($best, (hrtime(true) - $start) / 30000);
+        $best = min($best, (now() - $start) / 30000);
     }
     return $best;
 }
@@ -33,11 +41,11 @@ function md5_ns(): float
 /** Nanoseconds of $work for one of $items, over so many passes from a cold start. */
 function pass(array $items, callable $work, int $passes = 10): float
 {
-    $start = hrtime(true);
+    $start = now();
     for ($i = 0; $i < $passes; $i++) {
         $work($items);
     }
-    return (hrtime(true) - $start) / (count($items) * $passes);
+    return (now() - $start) / (count($items) * $passes);
 }
 
 function check(array $ibans): void
@@ -85,7 +93,7 @@ const DATES = ['2026-11-26', '2026-11-27', '2026-11-30', '2026-12-01', '2026-12-
 function transfers(int $count): float
 {
     $ibans = lines('german');
-    $start = hrtime(true);
+    $start = now();
     $message = message(SEPA_MSGTYPE_CTI);
     for ($i = 0; $i < $count; $i++) {
         $message->add(['name' => 'Müller & Söhne GmbH', 'iban' => $ibans[$i % 10000], 'bic' => 'COBADEFFXXX',
@@ -93,13 +101,13 @@ function transfers(int $count): float
                        'id' => "RE-2026-$i", 'date' => DATES[$i % 5]]);
     }
     $message->toXML();
-    return (hrtime(true) - $start) / $count;
+    return (now() - $start) / $count;
 }
 
 function debits(int $count): float
 {
     $ibans = lines('german');
-    $start = hrtime(true);
+    $start = now();
     $message = message(SEPA_MSGTYPE_DDI);
     for ($i = 0; $i < $count; $i++) {
         $message->add(['name' => 'Müller & Söhne GmbH', 'iban' => $ibans[$i % 10000], 'bic' => 'COBADEFFXXX',
@@ -108,17 +116,17 @@ function debits(int $count): float
                        'mdate' => '2024-01-02']);
     }
     $message->toXML();
-    return (hrtime(true) - $start) / $count;
+    return (now() - $start) / $count;
 }
 
 /** Nanoseconds of one booking; the arrays stand in $statements. */
 function statement(string $file, ?array &$statements): float
 {
-    $start = hrtime(true);
+    $start = now();
     $parser = new SEPAStatementParser();
     $parser->load(SEPA_STMT_FORMAT_MT940, $file);
     $statements = $parser->getStatements();
-    $time = hrtime(true) - $start;
+    $time = now() - $start;
     return $time / (100 * count($statements));
 }
 
@@ -147,7 +155,9 @@ function measure(string $row, string $inputs): float
             statement("$inputs/statements-20000.sta", $statements);
             return peak_kilobytes();
         case 'first-call':
-            return pass(['DE89370400440532013000'], 'check', 1);
+            $start = hrtime(true);  // too short for the other clock
+            SEPA::IBAN_check('DE89370400440532013000');
+            return hrtime(true) - $start;
         case 'transfers-memory':
             transfers(100000);
             return peak_kilobytes();

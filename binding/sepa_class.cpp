@@ -126,13 +126,32 @@ ZEND_METHOD(SEPA, add) {
     return_result(return_value, handle, added);
 }
 
+// A document goes straight into the engine's string.
+struct document_room_t {
+    zend_string* text;
+    bool refused;  // the engine is to end the request for the document's size,
+    bool left;     // or has done so by its jump
+};
+
+static char* take_document_room(void* context, size_t size) {
+    auto room = static_cast<document_room_t*>(context);
+    zend_try { room->text = sepa_new_document(size); }
+    zend_catch { room->left = true; }
+    zend_end_try();
+    room->refused = !room->text;
+    if (room->refused) return nullptr;
+    ZSTR_VAL(room->text)[size] = '\0';
+    return ZSTR_VAL(room->text);
+}
+
 ZEND_METHOD(SEPA, toXML) {
     sepa_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
-    char* document = sepa_toXML(handle);
-    if (!document) {
+    document_room_t room = {};
+    int written = sepa_write_document(handle, {take_document_room, &room});
+    if (room.left) zend_bailout();
+    if (written)
+        RETVAL_STR(room.text);
+    else if (!room.refused)
         sepa_throw(handle->last_error, 0);
-        return;
-    }
-    sepa_return_text(return_value, document, document);
 }

@@ -11,7 +11,7 @@ static constexpr document_kind_t direct_debit = {
 };
 
 // Scheme codes by sepa_seq.
-static constexpr const char* sequence_codes[] = {nullptr, "FRST", "RCUR", "OOFF", "FNAL"};
+static constexpr std::string_view sequence_codes[] = {"", "FRST", "RCUR", "OOFF", "FNAL"};
 
 static int check_complete(sepa_t* handle) {
     if (!handle->iban) return fail(handle, "Missing creditor IBAN");
@@ -40,133 +40,135 @@ static int check_mandates(sepa_t* handle) {
     return 1;
 }
 
-static void write_smnda(xml_writer_t* xml, const smnda_place_t& place) {
-    xml_open(xml, 7, place.outer);
-    xml_open(xml, 8, place.inner);
-    xml_open(xml, 9, "Othr");
-    xml_fixed(xml, 10, "Id", "SMNDA");
-    xml_close(xml, 9, "Othr");
-    xml_close(xml, 8, place.inner);
-    xml_close(xml, 7, place.outer);
+template <typename Out>
+static void write_smnda(Out& out, const smnda_place_t& place) {
+    xml_open(out, 7, place.outer);
+    xml_open(out, 8, place.inner);
+    xml_open(out, 9, "Othr");
+    xml_line(out, 10, "Id", "SMNDA"sv);
+    xml_close(out, 9, "Othr");
+    xml_close(out, 8, place.inner);
+    xml_close(out, 7, place.outer);
 }
 
-static void write_amendment(document_t* document, const ddi_tx_t& tx) {
+template <typename Out>
+static void write_amendment(Out& out, const document_t& document, const ddi_tx_t& tx) {
     if (!tx.old_mref && !tx.old_iban && !tx.smnda) return;
-    xml_writer_t* xml = &document->xml;
-    xml_fixed(xml, 6, "AmdmntInd", "true");
-    xml_open(xml, 6, "AmdmntInfDtls");
-    xml_text(xml, 7, "OrgnlMndtId", tx.old_mref);
+    xml_line(out, 6, "AmdmntInd", "true"sv);
+    xml_open(out, 6, "AmdmntInfDtls");
+    xml_text(out, 7, "OrgnlMndtId", record_text(tx.old_mref));
     if (tx.smnda) {
-        write_smnda(xml, document->rulebook.smnda);
+        write_smnda(out, document.rulebook.smnda);
     } else if (tx.old_iban) {
-        xml_open(xml, 7, "OrgnlDbtrAcct");
-        xml_open(xml, 8, "Id");
-        xml_text(xml, 9, "IBAN", tx.old_iban);
-        xml_close(xml, 8, "Id");
-        xml_close(xml, 7, "OrgnlDbtrAcct");
+        xml_open(out, 7, "OrgnlDbtrAcct");
+        xml_open(out, 8, "Id");
+        xml_text(out, 9, "IBAN", record_text(tx.old_iban));
+        xml_close(out, 8, "Id");
+        xml_close(out, 7, "OrgnlDbtrAcct");
     }
-    xml_close(xml, 6, "AmdmntInfDtls");
+    xml_close(out, 6, "AmdmntInfDtls");
 }
 
-static void write_mandate(document_t* document, const ddi_tx_t& tx) {
-    xml_writer_t* xml = &document->xml;
-    xml_open(xml, 4, "DrctDbtTx");
-    xml_open(xml, 5, "MndtRltdInf");
-    xml_text(xml, 6, "MndtId", tx.mref);
-    xml_text(xml, 6, "DtOfSgntr", tx.mdate);
-    write_amendment(document, tx);
-    xml_close(xml, 5, "MndtRltdInf");
-    xml_close(xml, 4, "DrctDbtTx");
+template <typename Out>
+static void write_mandate(Out& out, const document_t& document, const ddi_tx_t& tx) {
+    xml_open(out, 4, "DrctDbtTx");
+    xml_open(out, 5, "MndtRltdInf");
+    xml_text(out, 6, "MndtId", record_text(tx.mref));
+    xml_text(out, 6, "DtOfSgntr", record_text(tx.mdate));
+    write_amendment(out, document, tx);
+    xml_close(out, 5, "MndtRltdInf");
+    xml_close(out, 4, "DrctDbtTx");
 }
 
-static void write_debtor_agent(document_t* document, const ddi_tx_t& tx) {
-    xml_writer_t* xml = &document->xml;
-    xml_open(xml, 4, "DbtrAgt");
-    xml_open(xml, 5, "FinInstnId");
+template <typename Out>
+static void write_debtor_agent(Out& out, const document_t& document, const ddi_tx_t& tx) {
+    xml_open(out, 4, "DbtrAgt");
+    xml_open(out, 5, "FinInstnId");
     if (tx.bic) {
-        xml_text(xml, 6, document->rulebook.bic_element, tx.bic);
+        xml_text(out, 6, document.rulebook.bic_element, record_text(tx.bic));
     } else {
-        xml_open(xml, 6, "Othr");
-        xml_fixed(xml, 7, "Id", "NOTPROVIDED");
-        xml_close(xml, 6, "Othr");
+        xml_open(out, 6, "Othr");
+        xml_line(out, 7, "Id", "NOTPROVIDED"sv);
+        xml_close(out, 6, "Othr");
     }
-    xml_close(xml, 5, "FinInstnId");
-    xml_close(xml, 4, "DbtrAgt");
+    xml_close(out, 5, "FinInstnId");
+    xml_close(out, 4, "DbtrAgt");
 }
 
-static void write_transaction(document_t* document, const ddi_tx_t& tx) {
-    xml_writer_t* xml = &document->xml;
-    xml_open(xml, 3, "DrctDbtTxInf");
-    write_payment_id(document, tx);
-    xml_instructed_amount(xml, 4, tx.amount);
-    write_mandate(document, tx);
-    write_debtor_agent(document, tx);
-    xml_open(xml, 4, "Dbtr");
-    xml_text(xml, 5, "Nm", tx.name ? tx.name : "");  // there even if empty; a transfer has none then
-    write_postal_address(document, tx);
-    xml_close(xml, 4, "Dbtr");
-    xml_open(xml, 4, "DbtrAcct");
-    xml_open(xml, 5, "Id");
-    xml_text(xml, 6, "IBAN", tx.iban);
-    xml_close(xml, 5, "Id");
-    xml_close(xml, 4, "DbtrAcct");
+template <typename Out>
+static void write_transaction(Out& out, const document_t& document, const ddi_tx_t& tx) {
+    xml_open(out, 3, "DrctDbtTxInf");
+    write_payment_id(out, tx);
+    write_instructed_amount(out, 4, tx.amount);
+    write_mandate(out, document, tx);
+    write_debtor_agent(out, document, tx);
+    xml_open(out, 4, "Dbtr");
+    xml_line(out, 5, "Nm",
+             tx.name ? record_text(tx.name) : text_t{"", 0, false});  // there even if empty; a transfer has none then
+    write_postal_address(out, document, tx);
+    xml_close(out, 4, "Dbtr");
+    xml_open(out, 4, "DbtrAcct");
+    xml_open(out, 5, "Id");
+    xml_text(out, 6, "IBAN", record_text(tx.iban));
+    xml_close(out, 5, "Id");
+    xml_close(out, 4, "DbtrAcct");
     if (tx.ref) {  // a transfer has RmtInf all the same, empty
-        xml_open(xml, 4, "RmtInf");
-        xml_text(xml, 5, "Ustrd", tx.ref);
-        xml_close(xml, 4, "RmtInf");
+        xml_open(out, 4, "RmtInf");
+        xml_text(out, 5, "Ustrd", record_text(tx.ref));
+        xml_close(out, 4, "RmtInf");
     }
-    xml_close(xml, 3, "DrctDbtTxInf");
+    xml_close(out, 3, "DrctDbtTxInf");
 }
 
-static void write_creditor_scheme_id(document_t* document) {
-    xml_writer_t* xml = &document->xml;
-    xml_open(xml, 3, "CdtrSchmeId");
-    xml_open(xml, 4, "Id");
-    xml_open(xml, 5, "PrvtId");
-    xml_open(xml, 6, "Othr");
-    xml_text(xml, 7, "Id", document->handle->creditor_id);
-    xml_open(xml, 7, "SchmeNm");
-    xml_fixed(xml, 8, "Prtry", "SEPA");
-    xml_close(xml, 7, "SchmeNm");
-    xml_close(xml, 6, "Othr");
-    xml_close(xml, 5, "PrvtId");
-    xml_close(xml, 4, "Id");
-    xml_close(xml, 3, "CdtrSchmeId");
+template <typename Out>
+static void write_creditor_scheme_id(Out& out, const document_t& document) {
+    xml_open(out, 3, "CdtrSchmeId");
+    xml_open(out, 4, "Id");
+    xml_open(out, 5, "PrvtId");
+    xml_open(out, 6, "Othr");
+    xml_text(out, 7, "Id", unmeasured(document.handle->creditor_id));
+    xml_open(out, 7, "SchmeNm");
+    xml_line(out, 8, "Prtry", "SEPA"sv);
+    xml_close(out, 7, "SchmeNm");
+    xml_close(out, 6, "Othr");
+    xml_close(out, 5, "PrvtId");
+    xml_close(out, 4, "Id");
+    xml_close(out, 3, "CdtrSchmeId");
 }
 
-static void write_block(document_t* document, const payment_block_t& block, uint32_t number, const char* instrument) {
-    xml_writer_t* xml = &document->xml;
-    write_block_start(document, block, number, "DD");
-    xml_open(xml, 4, "LclInstrm");
-    xml_fixed(xml, 5, "Cd", instrument);
-    xml_close(xml, 4, "LclInstrm");
-    xml_fixed(xml, 4, "SeqTp", sequence_codes[block.items->sequence]);
-    xml_close(xml, 3, "PmtTpInf");
-    write_date(document, "ReqdColltnDt", block);
-    write_own_party(document, {"Cdtr", "CdtrAcct", "CdtrAgt"});
-    write_creditor_scheme_id(document);
+template <typename Out>
+static void write_block(Out& out, const document_t& document, const payment_block_t& block,
+                        std::string_view instrument) {
+    write_block_start(out, document, block, "DD");
+    xml_open(out, 4, "LclInstrm");
+    xml_line(out, 5, "Cd", instrument);
+    xml_close(out, 4, "LclInstrm");
+    xml_line(out, 4, "SeqTp", sequence_codes[block.sequence]);
+    xml_close(out, 3, "PmtTpInf");
+    write_date(out, "ReqdColltnDt", block);
+    write_own_party(out, document, {"Cdtr", "CdtrAcct", "CdtrAgt"});
+    write_creditor_scheme_id(out, document);
     for (uint32_t i = 0; i < block.count; ++i)
-        write_transaction(document, *static_cast<const ddi_tx_t*>(block.items[i].record));
-    xml_close(xml, 2, "PmtInf");
+        write_transaction(out, document, *static_cast<const ddi_tx_t*>(block.records[i]));
+    xml_close(out, 2, "PmtInf");
 }
 
-int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer) {
-    document_t document = {handle, &direct_debit, rulebook_in_force(), clock_now(), {buffer, true}};
+template <typename Out>
+static void write_all(Out& out, const document_t& document, std::string_view instrument) {
+    write_document_start(out, document);
+    for (uint32_t i = 0; i < document.blocks.count; ++i)
+        write_block(out, document, document.blocks.blocks[i], instrument);
+    write_document_end(out, document);
+}
+
+int sepa_internal::write_direct_debit(sepa_t* handle, std::string_view head, const sepa_room_t& room) {
+    document_t document = {handle, direct_debit, rulebook_in_force(), clock_now(), head, {}};
     if (!check_complete(handle)) return 0;
     const char* instrument = local_instrument(handle->dd_type, document.rulebook);
     if (!instrument) return fail(handle, unknown_instrument);
-    if (!check_mandates(handle) || !ensure_message_id(&document) || !write_document_start(&document)) return 0;
-
-    payment_order_t order;
-    if (!payment_order_new(&order, handle)) return fail(handle, SEPA_OUT_OF_MEMORY);
-    for (auto tx = static_cast<const ddi_tx_t*>(handle->tx_head); tx; tx = tx->next)
-        payment_order_add(&order, handle, tx->date, static_cast<uint8_t>(tx->seq), tx->amount, tx);
-    payment_order_sort(&order);
-    write_blocks(order, [&](const payment_block_t& block, uint32_t number) {
-        write_block(&document, block, number, instrument);
-    });
-    payment_order_free(&order);
-
-    write_document_end(&document);
-    return document.xml.good ? 1 : fail(handle, SEPA_OUT_OF_MEMORY);
+    if (!check_mandates(handle) || !prepare_document(&document)) return 0;
+    return write_out(&document, room,
+                     [instrument](auto& out, const document_t& ready) { write_all(out, ready, instrument); });
 }
+
+int ddi_toXML(sepa_t* handle, xmlbuf_t* buffer) { return write_direct_debit(handle, "", room_in(buffer)); }

@@ -18,21 +18,9 @@ sepa_t* sepa_new(long msgtype) {
     return handle;
 }
 
-template <typename Record>
-static void free_list(void* head, void (*release)(Record*)) {
-    for (auto record = static_cast<Record*>(head); record;) {
-        Record* next = record->next;
-        release(record);
-        record = next;
-    }
-}
-
 void sepa_free(sepa_t* handle) {
     if (!handle) return;
-    if (handle->msgtype == SEPA_MSGTYPE_DDI)
-        free_list<ddi_tx_t>(handle->tx_head, ddi_free);
-    else
-        free_list<cti_tx_t>(handle->tx_head, cti_free);
+    arena_free(&handle->records);
     for (char** text :
          {&handle->iban, &handle->bic, &handle->name, &handle->creditor_id, &handle->date, &handle->msgid})
         wipe_text(text);

@@ -1,21 +1,23 @@
 #include <cstdlib>
 
 #include "message/document.h"
-#include "message/failure.h"
 #include "message/wipe.h"
 
 using namespace sepa_internal;
 
-static int write_message(sepa_t* handle, xmlbuf_t* buffer) {
-    if (!xmlbuf_append(buffer, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n")) return fail(handle, SEPA_OUT_OF_MEMORY);
-    return handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_toXML(handle, buffer) : cti_toXML(handle, buffer);
+static constexpr const char* head_line = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+int sepa_write_document(sepa_t* handle, const sepa_room_t& room) {
+    if (!ensure_date(handle)) return 0;
+    return handle->msgtype == SEPA_MSGTYPE_DDI ? write_direct_debit(handle, head_line, room)
+                                               : write_credit_transfer(handle, head_line, room);
 }
 
 char* sepa_toXML(sepa_t* handle) {
     auto buffer = static_cast<xmlbuf_t*>(calloc(1, sizeof(xmlbuf_t)));
     if (!buffer) return nullptr;
     char* document = nullptr;
-    if (ensure_date(handle) && write_message(handle, buffer)) {
+    if (sepa_write_document(handle, room_in(buffer))) {
         document = buffer->text;
         buffer->text = nullptr;
     }

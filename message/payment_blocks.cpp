@@ -8,49 +8,165 @@
 
 namespace sepa_internal {
 
-bool payment_order_new(payment_order_t* order, const sepa_t* handle) {
-    *order = {};
-    if (!handle->tx_count) return true;
-    order->items = static_cast<payment_item_t*>(malloc(handle->tx_count * sizeof(payment_item_t)));
-    return order->items;
+// What a block needs to know of a transaction.
+struct transaction_t {
+    const char* date;
+    uint8_t sequence;
+    double amount;
+    const void* record;
+};
+
+static transaction_t of_record(const sepa_t* handle, const cti_tx_t* tx) {
+    return {tx->date ? tx->date : handle->date, 0, tx->amount, tx};
+}
+static transaction_t of_record(const sepa_t* handle, const ddi_tx_t* tx) {
+    return {tx->date ? tx->date : handle->date, static_cast<uint8_t>(tx->seq), tx->amount, tx};
 }
 
-void payment_order_free(payment_order_t* order) { wipe_block(order->items, order->count * sizeof(payment_item_t)); }
-
-void payment_order_add(payment_order_t* order, const sepa_t* handle, const char* date, uint8_t sequence, double amount,
-                       const void* record) {
-    payment_item_t* item = &order->items[order->count];
-    memcpy(item->date, date ? date : handle->date, date_length);
-    item->sequence = sequence;
-    item->index = order->count;
-    item->amount = amount;
-    item->record = record;
-    order->count += 1;
+template <typename Record, typename Visit>
+static bool each_of(const sepa_t* handle, Visit visit) {
+    for (auto tx = static_cast<const Record*>(handle->tx_head); tx; tx = tx->next)
+        if (!visit(of_record(handle, tx))) return false;
+    return true;
 }
 
-static int compare_blocks(const payment_item_t& a, const payment_item_t& b) {
-    int by_date = memcmp(a.date, b.date, date_length);
-    return by_date ? by_date : a.sequence - b.sequence;
+// Visits the transactions in the order of adding, until `visit` gives false.
+template <typename Visit>
+static bool each_transaction(const sepa_t* handle, Visit visit) {
+    return handle->msgtype == SEPA_MSGTYPE_DDI ? each_of<ddi_tx_t>(handle, visit) : each_of<cti_tx_t>(handle, visit);
 }
 
-static bool comes_before(const payment_item_t& a, const payment_item_t& b) {
+static int compare(const payment_block_t& block, const transaction_t& tx) {
+    int by_date = memcmp(block.date, tx.date, date_length);
+    return by_date ? by_date : block.sequence - tx.sequence;
+}
+
+static payment_block_t* add_block(payment_blocks_t* blocks, payment_block_t* at, const transaction_t& tx) {
+    std::move_backward(at, blocks->blocks + blocks->count, blocks->blocks + blocks->count + 1);
+    *at = {};
+    memcpy(at->date, tx.date, date_length);
+    at->sequence = tx.sequence;
+    blocks->count += 1;
+    return at;
+}
+
+static void count_in(payment_block_t* block, const transaction_t& tx) {
+    block->count += 1;
+    block->sum += tx.amount;
+}
+
+// Nearly all messages have a handful of dates. So many blocks are searched one
+// after another, the latest found first, and their transactions are counted and
+// placed; for more of them sorting is the cheaper way.
+static constexpr uint32_t few = 32;
+
+// The block of `tx`, found from `latest` on; a new one at its place where there
+// is none, or null where that would be one too many.
+static payment_block_t* find_block(payment_blocks_t* blocks, payment_block_t* latest, const transaction_t& tx) {
+    if (latest && !compare(*latest, tx)) return latest;
+    payment_block_t *at = blocks->blocks, *end = at + blocks->count;
+    int difference = 1;
+    while (at < end && (difference = compare(*at, tx)) < 0) ++at;
+    if (at < end && !difference) return at;
+    return blocks->count < few ? add_block(blocks, at, tx) : nullptr;
+}
+
+static void share_out(payment_blocks_t* blocks) {
+    const void** next = blocks->records;
+    for (uint32_t i = 0; i < blocks->count; ++i) {
+        blocks->blocks[i].records = next;
+        next += blocks->blocks[i].count;
+    }
+}
+
+// False if the dates are too many.
+static bool count_and_place(payment_blocks_t* blocks, const sepa_t* handle) {
+    payment_block_t* latest = nullptr;
+    if (!each_transaction(handle, [&](const transaction_t& tx) {
+            latest = find_block(blocks, latest, tx);
+            if (latest) count_in(latest, tx);
+            return latest != nullptr;
+        }))
+        return false;
+    share_out(blocks);
+    uint32_t filled[few] = {};
+    latest = nullptr;
+    return each_transaction(handle, [&](const transaction_t& tx) {
+        latest = find_block(blocks, latest, tx);
+        latest->records[filled[latest - blocks->blocks]++] = tx.record;
+        return true;
+    });
+}
+
+// A transaction in the order of adding.
+struct item_t {
+    transaction_t tx;
+    uint32_t index;
+};
+
+static int compare_blocks(const item_t& a, const item_t& b) {
+    int by_date = memcmp(a.tx.date, b.tx.date, date_length);
+    return by_date ? by_date : a.tx.sequence - b.tx.sequence;
+}
+
+static bool comes_before(const item_t& a, const item_t& b) {
     int by_block = compare_blocks(a, b);
     return by_block ? by_block < 0 : a.index < b.index;
 }
 
-void payment_order_sort(payment_order_t* order) {
-    payment_item_t* end = order->items + order->count;
-    // Most messages have one date, or come in the order of their dates.
-    if (!std::is_sorted(order->items, end, comes_before)) std::sort(order->items, end, comes_before);
+static uint32_t count_runs(const item_t* items, uint32_t count) {
+    uint32_t runs = count ? 1 : 0;
+    for (uint32_t i = 1; i < count; ++i) runs += compare_blocks(items[i - 1], items[i]) != 0;
+    return runs;
 }
 
-payment_block_t payment_block_at(const payment_order_t* order, uint32_t first) {
-    payment_block_t block = {order->items + first, 0, 0.0};
-    while (first + block.count < order->count && !compare_blocks(*block.items, block.items[block.count])) {
-        block.sum += block.items[block.count].amount;
-        block.count += 1;
+static bool sort_and_cut(payment_blocks_t* blocks, item_t* items) {
+    uint32_t count = blocks->record_count;
+    if (!std::is_sorted(items, items + count, comes_before)) std::sort(items, items + count, comes_before);
+    uint32_t runs = count_runs(items, count);
+    auto wanted = static_cast<payment_block_t*>(realloc(blocks->blocks, runs * sizeof(payment_block_t)));
+    if (!wanted) return false;
+    blocks->blocks = wanted;
+    blocks->count = 0;
+    for (uint32_t i = 0; i < count; ++i) {
+        if (!i || compare_blocks(items[i - 1], items[i]))
+            add_block(blocks, blocks->blocks + blocks->count, items[i].tx);
+        count_in(blocks->blocks + blocks->count - 1, items[i].tx);
+        blocks->records[i] = items[i].tx.record;
     }
-    return block;
+    share_out(blocks);
+    return true;
+}
+
+static bool sort_all(payment_blocks_t* blocks, const sepa_t* handle) {
+    auto items = static_cast<item_t*>(malloc(blocks->record_count * sizeof(item_t)));
+    if (!items) return false;
+    uint32_t index = 0;
+    each_transaction(handle, [&](const transaction_t& tx) {
+        items[index] = {tx, index};
+        ++index;
+        return true;
+    });
+    bool done = sort_and_cut(blocks, items);
+    wipe_block(items, blocks->record_count * sizeof(item_t));
+    return done;
+}
+
+bool payment_blocks_make(payment_blocks_t* blocks, const sepa_t* handle) {
+    *blocks = {};
+    if (!handle->tx_count) return true;
+    blocks->record_count = handle->tx_count;
+    blocks->records = static_cast<const void**>(malloc(handle->tx_count * sizeof(void*)));
+    blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
+    if (blocks->records && blocks->blocks && (count_and_place(blocks, handle) || sort_all(blocks, handle))) return true;
+    payment_blocks_free(blocks);
+    return false;
+}
+
+void payment_blocks_free(payment_blocks_t* blocks) {
+    wipe_block(blocks->blocks, blocks->count * sizeof(payment_block_t));
+    free(blocks->records);
+    *blocks = {};
 }
 
 }  // namespace sepa_internal

@@ -1,5 +1,5 @@
-// Puts a message's transactions in the order of output and cuts them into
-// payment blocks.
+// Puts a message's transactions into payment blocks, one for each date and
+// second criterion, in the order of output.
 #pragma once
 
 #include <cstdint>
@@ -9,41 +9,26 @@
 
 namespace sepa_internal {
 
-// One transaction in a payment_order_t.
-struct payment_item_t {
-    char date[date_length];  // effective date, compared as bytes
-    uint8_t sequence;        // second criterion, a sepa_seq; 0 in credit transfers
-    uint32_t index;          // order of adding
-    double amount;
-    const void* record;
-};
-
-// All transactions by date, sequence type and order of adding.
-struct payment_order_t {
-    payment_item_t* items;
-    uint32_t count;
-};
-
-// Transactions of one date and sequence type, which make one PmtInf.
+// Transactions of one PmtInf.
 struct payment_block_t {
-    const payment_item_t* items;
+    char date[date_length];  // effective date, compared as bytes; no NUL
+    uint8_t sequence;        // second criterion; the sequence type of direct debits, else 0
     uint32_t count;
-    double sum;  // added up in the order of adding
+    double sum;            // added up in the order of adding
+    const void** records;  // in the order of adding; cti_tx_t or ddi_tx_t
 };
 
-// Room for all transactions of `handle`. False if memory ran out. Release
-// with payment_order_free, which wipes it.
-bool payment_order_new(payment_order_t* order, const sepa_t* handle);
-void payment_order_free(payment_order_t* order);
+// All blocks, by date and second criterion.
+struct payment_blocks_t {
+    payment_block_t* blocks;
+    uint32_t count;
+    const void** records;
+    uint32_t record_count;
+};
 
-// Adds the next transaction in the order of adding. A null `date` stands for
-// the message's.
-void payment_order_add(payment_order_t* order, const sepa_t* handle, const char* date, uint8_t sequence, double amount,
-                       const void* record);
-
-void payment_order_sort(payment_order_t* order);
-
-// The block that begins at item `first` of a sorted order.
-payment_block_t payment_block_at(const payment_order_t* order, uint32_t first);
+// Makes the blocks of a message. False if memory ran out. Release with
+// payment_blocks_free.
+bool payment_blocks_make(payment_blocks_t* blocks, const sepa_t* handle);
+void payment_blocks_free(payment_blocks_t* blocks);
 
 }  // namespace sepa_internal

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "message/record_arena.h"
 #include "message/xmlbuf.h"
 #include "text/amount.h"
 
@@ -49,7 +50,8 @@ struct kv_pair_t {
 };
 
 // What both kinds of transaction hold of the other party. Texts are private
-// malloc copies, or null.
+// copies, or null. Records belong to their message, in whose memory they and
+// their texts stand, and are read-only once added.
 struct sepa_party_t {
     char* id;  // end-to-end id
     char* name;
@@ -104,6 +106,7 @@ struct sepa_t {
     uint8_t batch_booking;  // 0 or 1
     void* tx_head;          // cti_tx_t or ddi_tx_t, by msgtype
     void* tx_tail;
+    sepa_internal::record_arena_t records;  // their memory
 };
 
 // The reason of a call that found no memory, where it has no text of its own.
@@ -168,7 +171,8 @@ int ddi_add(sepa_t* handle, const kv_pair_t* list);
 // The one of them that the message's kind needs.
 int sepa_add(sepa_t* handle, const kv_pair_t* list);
 
-// Wipes and releases one record.
+// Wipes a record and its texts; the memory stays the message's until sepa_free,
+// and so does the record's place in the list.
 void cti_free(cti_tx_t* record);
 void ddi_free(ddi_tx_t* record);
 
@@ -183,6 +187,18 @@ int is_non_eea_bic(const char* bic);
 // its very first allocation brings no new reason. Date and message id are
 // generated if unset, and stay. A document that fails is wiped.
 char* sepa_toXML(sepa_t* handle);
+
+// Memory that somebody else has for a document: `take` gives exactly `size`
+// bytes, or null. `context` is the provider's.
+struct sepa_room_t {
+    char* (*take)(void* context, size_t size);
+    void* context;
+};
+
+// As sepa_toXML, into memory that is taken once, when the document's size is
+// known. No NUL is added. Returns 1, or 0 with the reason in last_error, which
+// is SEPA_OUT_OF_MEMORY where `take` gave null.
+int sepa_write_document(sepa_t* handle, const sepa_room_t& room);
 
 // Writes a credit transfer message as pain.001 into `buffer`, which holds the
 // XML head line. Returns 1, or 0 with the reason in last_error.

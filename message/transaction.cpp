@@ -1,7 +1,7 @@
 #include "message/transaction.h"
 
-#include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "message/failure.h"
 #include "message/wipe.h"
@@ -9,13 +9,13 @@
 using namespace sepa_internal;
 
 template <typename Record>
-static void free_record(Record* record) {
+static void wipe_record(Record* record) {
     wipe_texts(record);
-    wipe_block(record, sizeof *record);
+    explicit_bzero(record, sizeof *record);
 }
 
-void cti_free(cti_tx_t* record) { free_record(record); }
-void ddi_free(ddi_tx_t* record) { free_record(record); }
+void cti_free(cti_tx_t* record) { wipe_record(record); }
+void ddi_free(ddi_tx_t* record) { wipe_record(record); }
 
 static int take_keys(draft_t* draft, const kv_pair_t* list) {
     for (; list->key; ++list)
@@ -34,28 +34,29 @@ static void append(sepa_t* handle, Record* record) {
     handle->tx_tail = record;
 }
 
-static draft_t draft_of(sepa_t* handle, cti_tx_t* record) {
-    return {handle, rulebook_in_force(), record, record, nullptr, {}};
-}
-static draft_t draft_of(sepa_t* handle, ddi_tx_t* record) {
-    return {handle, rulebook_in_force(), record, nullptr, record, {}};
+static void begin(draft_t* draft, cti_tx_t* record) { draft->party = draft->transfer = record; }
+static void begin(draft_t* draft, ddi_tx_t* record) { draft->party = draft->debit = record; }
+
+// The record and its texts in one block of the message's memory.
+template <typename Record>
+static Record* keep_record(const draft_t& draft, const Record& filled) {
+    void* block = arena_take(&draft.handle->records, sizeof(Record) + texts_size(draft));
+    if (!block) return nullptr;
+    auto record = new (block) Record(filled);
+    copy_texts(draft, record, reinterpret_cast<char*>(record + 1));
+    return record;
 }
 
 // A record gets into the message, and is counted, only when all is well.
 template <typename Record>
 static int add_record(sepa_t* handle, const kv_pair_t* list, int (*check_complete)(const draft_t&)) {
     if (!list) return fail(handle, "No key-value list submitted");
-    auto record = static_cast<Record*>(calloc(1, sizeof(Record)));
+    Record filled = {};
+    draft_t draft(handle, rulebook_in_force());
+    begin(&draft, &filled);
+    if (!take_keys(&draft, list) || !check_complete(draft)) return 0;
+    Record* record = keep_record(draft, filled);
     if (!record) return fail(handle, SEPA_OUT_OF_MEMORY);
-    draft_t draft = draft_of(handle, record);
-    if (!take_keys(&draft, list) || !check_complete(draft)) {
-        wipe_block(record, sizeof *record);  // without its texts, which are still the caller's
-        return 0;
-    }
-    if (!copy_texts(record)) {
-        free_record(record);
-        return fail(handle, SEPA_OUT_OF_MEMORY);
-    }
     append(handle, record);
     return 1;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "iban/iban.h"
@@ -52,21 +53,17 @@ static bool same_text(const char* a, const char* b) {
 }
 
 // A later value replaces an earlier one.
-static int keep(draft_t* draft, const key_row_t& row, const char* text) {
-    auto kept = const_cast<char*>(text);
-    if (draft->transfer)
-        draft->transfer->*row.place.transfer = kept;
-    else
-        draft->debit->*row.place.debit = kept;
-    return 1;
-}
+static int keep(draft_t* draft, const key_row_t& row, const text_t& text);
 
 static int take_limited(draft_t* draft, const key_row_t& row, const char* value, int level, const char* noun) {
     char bad;
-    if (!length_within(value, row.min_bytes, row.max_bytes)) return fail(draft->handle, row.length_failure);
-    if (noun && !check_charset(draft->rulebook, value, &bad, level))
+    text_t text = {value, value ? strnlen(value, row.max_bytes + 1) : 0, false};
+    if (!value || text.length < row.min_bytes || text.length > row.max_bytes)
+        return fail(draft->handle, row.length_failure);
+    if (noun && !check_charset(draft->rulebook, &text, &bad, level))
         return fail_with(draft->handle, "Invalid character '%c' in %s", bad, noun);
-    return keep(draft, row, value);
+    if (!noun) text.markup = has_markup({text.bytes, text.length});
+    return keep(draft, row, text);
 }
 
 static int take_text(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
@@ -81,21 +78,26 @@ static int take_mref(draft_t* draft, const key_row_t& row, const kv_pair_t& pair
     return take_limited(draft, row, pair.value, draft->rulebook.mref_level, row.noun);
 }
 
+// Texts that the tests leave no markup in.
+static int keep_plain(draft_t* draft, const key_row_t& row, const char* text) {
+    return keep(draft, row, {text, strlen(text), false});
+}
+
 static int take_iban(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
-    return IBAN_check(pair.value, &draft->handle->last_error) == 1 ? keep(draft, row, pair.value) : 0;
+    return IBAN_check(pair.value, &draft->handle->last_error) == 1 ? keep_plain(draft, row, pair.value) : 0;
 }
 
 static int take_bic(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
     if (!bic_in_capitals(pair.value, draft->bic)) return fail(draft->handle, "Invalid BIC");
     if (!sepa_check_field(FIELD_BIC, draft->bic)) return fail(draft->handle, "Invalid BIC format");
-    return keep(draft, row, draft->bic);
+    return keep_plain(draft, row, draft->bic);
 }
 
 static int take_country(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
     const char* country = pair.value;
     if (!length_within(country, 2, 2) || !is_capital(country[0]) || !is_capital(country[1]))
         return fail(draft->handle, "Invalid country code");
-    return keep(draft, row, country);
+    return keep_plain(draft, row, country);
 }
 
 static int take_address_line(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
@@ -119,7 +121,7 @@ static int take_address_part(draft_t* draft, const key_row_t& row, const kv_pair
     }
     if (!length_within(pair.value, row.min_bytes, row.max_bytes))
         return fail_with(draft->handle, "Invalid format for '%s'", pair.key);
-    return keep(draft, row, pair.value);
+    return keep(draft, row, unmeasured(pair.value));
 }
 
 // Whether sepa_format_amount can write it: its cents fit a signed 64-bit integer.
@@ -208,42 +210,99 @@ static constexpr key_row_t key_rows[] = {
     {"addrCtrySub", take_address_part, in_both(&sepa_party_t::addrCtrySub), 1, 35},
 };
 
-// The first letters differ for most rows.
-static bool is_key(const key_row_t& row, const char* key) {
-    constexpr int but_case = ~0x20;
-    return ((key[0] ^ row.key[0]) & but_case) == 0 && same_text(key, row.key.data());
+static_assert(std::size(key_rows) <= max_key_rows);
+
+// A place for each key by its length and two of its letters, in one case. (The
+// multipliers are the first that give no two keys the same.)
+constexpr size_t places = 64;
+constexpr size_t max_key_length = 11;
+
+static constexpr size_t place_of(const char* key, size_t length) {
+    auto letter = [key](size_t i) { return static_cast<size_t>(static_cast<unsigned char>(key[i]) | 0x20); };
+    return (letter(length / 2) * 5 + letter(length - 1) * 9 + length) % places;
+}
+
+struct key_index_t {
+    int8_t row[places];
+    bool good;
+};
+static constexpr key_index_t make_index() {
+    key_index_t index = {};
+    index.good = true;
+    for (int8_t& row : index.row) row = -1;
+    for (size_t i = 0; i < std::size(key_rows); ++i) {
+        std::string_view key = key_rows[i].key;
+        int8_t& row = index.row[place_of(key.data(), key.size())];
+        index.good = index.good && row < 0 && key.size() <= max_key_length;
+        row = static_cast<int8_t>(i);
+    }
+    return index;
+}
+static constexpr key_index_t key_index = make_index();
+static_assert(key_index.good, "two keys have one place");
+
+// The row of a key in any case, or null.
+static const key_row_t* find_row(const char* key) {
+    size_t length = strnlen(key, max_key_length + 1);
+    if (length == 0 || length > max_key_length) return nullptr;
+    int row = key_index.row[place_of(key, length)];
+    if (row < 0 || key_rows[row].key.size() != length || !same_text(key, key_rows[row].key.data())) return nullptr;
+    return &key_rows[row];
 }
 
 int take_key(draft_t* draft, const kv_pair_t& pair) {
-    for (const key_row_t& row : key_rows)
-        if ((draft->transfer ? row.place.in_transfers : row.place.in_debits) && is_key(row, pair.key))
-            return row.take(draft, row, pair);
-    return take_unknown(draft, pair.key);
+    const key_row_t* row = find_row(pair.key);
+    if (!row || !(draft->transfer ? row->place.in_transfers : row->place.in_debits))
+        return take_unknown(draft, pair.key);
+    return row->take(draft, *row, pair);
+}
+
+static int keep(draft_t* draft, const key_row_t& row, const text_t& text) {
+    auto index = static_cast<size_t>(&row - key_rows);
+    auto bytes = const_cast<char*>(text.bytes);
+    draft->texts[index] = text;
+    draft->kept |= uint32_t{1} << index;
+    if (draft->transfer)
+        draft->transfer->*row.place.transfer = bytes;
+    else
+        draft->debit->*row.place.debit = bytes;
+    return 1;
+}
+
+// Calls `visit` with each row that has a text, and the text.
+template <typename Visit>
+static void each_text(const draft_t& draft, Visit visit) {
+    for (uint32_t left = draft.kept; left; left &= left - 1) {
+        auto index = static_cast<size_t>(__builtin_ctz(left));
+        visit(key_rows[index], draft.texts[index]);
+    }
+}
+
+size_t texts_size(const draft_t& draft) {
+    size_t size = 0;
+    each_text(draft, [&](const key_row_t&, const text_t& text) { size += record_text_size(text); });
+    return size;
 }
 
 static constexpr char* cti_tx_t::*place_in(const key_row_t& row, const cti_tx_t*) { return row.place.transfer; }
 static constexpr char* ddi_tx_t::*place_in(const key_row_t& row, const ddi_tx_t*) { return row.place.debit; }
 
 template <typename Record>
-static bool copy_each(Record* record) {
-    bool good = true;
-    for (const key_row_t& row : key_rows) {
-        auto place = place_in(row, record);
-        if (!place || !(record->*place)) continue;
-        record->*place = good ? strdup(record->*place) : nullptr;
-        good = good && record->*place;
-    }
-    return good;
+static void copy_each(const draft_t& draft, Record* record, char* at) {
+    each_text(draft, [&](const key_row_t& row, const text_t& text) {
+        record->*place_in(row, record) = put_record_text(at, text);
+        at += record_text_size(text);
+    });
 }
 
 template <typename Record>
 static void wipe_each(Record* record) {
     for (const key_row_t& row : key_rows)
-        if (auto place = place_in(row, record)) wipe_text(&(record->*place));
+        if (auto place = place_in(row, record)) wipe_record_text(record->*place);
 }
 
-bool copy_texts(cti_tx_t* record) { return copy_each(record); }
-bool copy_texts(ddi_tx_t* record) { return copy_each(record); }
+void copy_texts(const draft_t& draft, cti_tx_t* record, char* at) { copy_each(draft, record, at); }
+void copy_texts(const draft_t& draft, ddi_tx_t* record, char* at) { copy_each(draft, record, at); }
 
 void wipe_texts(cti_tx_t* record) { wipe_each(record); }
 void wipe_texts(ddi_tx_t* record) { wipe_each(record); }

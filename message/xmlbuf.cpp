@@ -1,9 +1,11 @@
-#include "message/xmlbuf.h"
-
 #include <cstdarg>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+
+#include "message/xml_lines.h"
+
+using namespace sepa_internal;
 
 static constexpr size_t growth = 256;
 
@@ -43,36 +45,27 @@ int xmlbuf_append_list(xmlbuf_t* buffer, ...) {
     return done;
 }
 
-static const char* entity(char c) {
-    switch (c) {
-        case '<': return "&lt;";
-        case '>': return "&gt;";
-        case '&': return "&amp;";
-        default: return nullptr;
-    }
+// Room for `size` bytes after the text, which then ends after them.
+static char* take_room(void* context, size_t size) {
+    auto buffer = static_cast<xmlbuf_t*>(context);
+    if (size == SIZE_MAX || !xmlbuf_reserve(buffer, size + 1)) return nullptr;
+    char* at = append_position(buffer);
+    at[size] = '\0';
+    buffer->used = static_cast<size_t>(at - buffer->text) + size + 1;
+    return at;
 }
+
+sepa_room_t sepa_internal::room_in(xmlbuf_t* buffer) { return {take_room, buffer}; }
 
 int xmlbuf_append_escaped(xmlbuf_t* buffer, const char* text) {
     if (!text) return 1;
-    if (!strpbrk(text, "<>&")) return xmlbuf_append(buffer, text);
-    size_t length = 0;
-    for (const char* p = text; *p; ++p) {
-        const char* replacement = entity(*p);
-        length += replacement ? strlen(replacement) : 1;
-    }
-    if (!xmlbuf_reserve(buffer, length + 1)) return 0;
-    char* out = append_position(buffer);
-    for (; *text; ++text) {
-        const char* replacement = entity(*text);
-        if (replacement) {
-            size_t n = strlen(replacement);
-            memcpy(out, replacement, n);
-            out += n;
-        } else {
-            *out++ = *text;
-        }
-    }
-    *out++ = '\0';
-    buffer->used = static_cast<size_t>(out - buffer->text);
+    text_t measured = unmeasured(text);
+    xml_counter_t counter;
+    counter.put(measured);
+    sepa_room_t room = room_in(buffer);
+    char* at = room.take(room.context, counter.size);
+    if (!at) return 0;
+    xml_cursor_t cursor = {at};
+    cursor.put(measured);
     return 1;
 }

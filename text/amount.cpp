@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <cstring>
 
 #include "text/ascii.h"
 
@@ -80,10 +80,30 @@ double parse_amount(const char* text, const char** end) {
     return negative ? -value : value;
 }
 
-void sepa_format_amount(char* out, double value) {
-    constexpr size_t out_size = 128;
-    auto cents = static_cast<int64_t>(round(value * 100));
+static constexpr char digit_pairs[] =
+    "0001020304050607080910111213141516171819202122232425262728293031323334353637383940414243444546474849"
+    "5051525354555657585960616263646566676869707172737475767778798081828384858687888990919293949596979899";
+
+static char* put_pair(char* end, uint64_t below_100) {
+    return static_cast<char*>(memcpy(end - 2, digit_pairs + 2 * below_100, 2));
+}
+
+void sepa_internal::number_text_t::put(uint64_t value) {
+    for (; value >= 100; value /= 100) start = put_pair(start, value % 100);
+    start = put_pair(start, value);
+    if (value < 10) ++start;
+}
+
+sepa_internal::amount_text_t::amount_text_t(double euro) {
+    auto cents = static_cast<int64_t>(round(euro * 100));
     uint64_t magnitude = cents < 0 ? 0 - static_cast<uint64_t>(cents) : static_cast<uint64_t>(cents);
-    snprintf(out, out_size, "%s%llu.%02u", cents < 0 ? "-" : "", static_cast<unsigned long long>(magnitude / 100),
-             static_cast<unsigned>(magnitude % 100));
+    start = put_pair(start, magnitude % 100);
+    *--start = '.';
+    put(magnitude / 100);
+    if (cents < 0) *--start = '-';
+}
+
+void sepa_format_amount(char* out, double value) {
+    amount_text_t amount(value);
+    out[amount.text().copy(out, amount.text().size())] = '\0';
 }

@@ -100,7 +100,13 @@ if (blocks_held() < 0) {
 }
 
 $nothing = function () { return null; };
-$document = function (SEPA $message): string { return without_time($message->toXML()); };
+$document = function (SEPA $message): string {
+    try {
+        return without_time($message->toXML());
+    } catch (SEPAException $e) {
+        return $e->getMessage();  // a debit without a transaction
+    }
+};
 $constructed = '42 ' . "can't create SEPA message object";
 
 each_allocation('new SEPA', $nothing, function () { return new SEPA(SEPA_MSGTYPE_DDI); }, [$constructed]);
@@ -147,7 +153,7 @@ foreach (['credit_transfer' => 'payment', 'direct_debit' => 'collection'] as $me
         if ($message === 'direct_debit' && ($kind === 'many' || $kind === 'numbers')) {
             continue;  // a key that a direct debit does not know is a failure of its own
         }
-        each_allocation("$message, add of $kind", $ready, function (SEPA $message) use ($list) {
+        each_allocation("$message, first add, of $kind", $message, function (SEPA $message) use ($list) {
             return $message->add($list);
         }, ['0 Out of memory'], $document);
     }
