@@ -142,10 +142,11 @@ abstract class PaymentsCommand extends Command
     /** @param list<Fault> $faults */
     private function suggest(array $faults, InputInterface $input, OutputInterface $errors): void
     {
-        $codes = array_column(array_filter($faults, static function (Fault $fault): bool {
+        $codes = array_column($faults, 'code');
+        $inRows = array_column(array_filter($faults, static function (Fault $fault): bool {
             return $fault->row !== null;
         }), 'code');
-        if (array_intersect(['amount', 'date'], $codes) && !$input->getOption('german')) {
+        if (array_intersect(['amount', 'date'], $inRows) && !$input->getOption('german')) {
             $errors->writeln('--german reads amounts such as 1.190,00 and dates such as 31.12.2026.');
         }
         if (in_array('characters', $codes, true) && !$input->getOption('transliterate')) {

@@ -9,17 +9,6 @@ final class Collections extends Payments
 {
     public const TYPES = ['CORE' => SEPA_DDTYPE_CORE, 'COR1' => SEPA_DDTYPE_COR1, 'B2B' => SEPA_DDTYPE_B2B];
 
-    protected const KEYS = [
-        'name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'seq', 'mref', 'mdate',
-        'old_mref', 'old_iban', 'smnda', 'addrCC',
-    ];
-
-    protected const REQUIRED = parent::REQUIRED + [
-        'seq' => 'Sequence type missing',
-        'mref' => 'Mandate reference missing',
-        'mdate' => 'Mandate signature date missing',
-    ];
-
     /**
      * @param string $name of the submitting party, as are $iban, $bic and $creditorId
      * @param string $type a key of TYPES
@@ -66,10 +55,20 @@ final class Collections extends Payments
         }
     }
 
-    /** The extension knows whose they are, and says more than that they are unknown. */
-    protected function takesKey(string $key): bool
+    public static function transactionKeys(): array
     {
-        return true;
+        return Inspector::withAddress([
+            'name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'seq', 'mref', 'mdate', 'old_mref', 'old_iban', 'smnda',
+        ]);
+    }
+
+    protected static function required(string $rulebook): array
+    {
+        return parent::required($rulebook) + [
+            'seq' => 'Sequence type missing',
+            'mref' => 'Mandate reference missing',
+            'mdate' => 'Mandate signature date missing',
+        ];
     }
 
     protected function block(array $values): string

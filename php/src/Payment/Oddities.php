@@ -58,7 +58,7 @@ final class Oddities
         }
         // Each date once, at the first payment that has it.
         $date = $own ?? $common;
-        if (!isset($this->dates[$date])) {
+        if (!isset($this->dates[$date]) && Calendar::exists($date)) {
             $this->dates[$date] = true;
             $this->date($date, $own === null ? null : $row, $own === null ? null : $label);
         }

@@ -17,21 +17,6 @@ abstract class Payments implements \Countable
 {
     public const RULEBOOKS = ['DE-2.6', 'DE-2.7', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7', 'AT-6', 'NL-6'];
 
-    protected const KEYS = ['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'addrCC'];
-
-    private const LINES = ['addrLine1', 'addrLine2'];
-
-    private const STRUCTURED = [
-        'addrDept', 'addrSubDept', 'addrStreet', 'addrNum', 'addrBldg', 'addrFloor', 'addrPoBox',
-        'addrRoom', 'addrCode', 'addrTown', 'addrLoc', 'addrDstrct', 'addrCtrySub',
-    ];
-
-    /** Values that must be there, with the extension's texts. */
-    protected const REQUIRED = ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing'];
-
-    /** What an address cannot do without under DE-3.7. */
-    private const ADDRESS = ['addrTown' => 'Town missing', 'addrCC' => 'Country missing'];
-
     /** The longest id of a payment block is the message id, "-P" and a number. */
     private const MAX_BLOCK_ID = 35;
 
@@ -41,6 +26,8 @@ abstract class Payments implements \Countable
 
     private Extension $extension;
 
+    private Inspector $inspector;
+
     private Oddities $oddities;
 
     private ?Transliterator $transliterator;
@@ -48,9 +35,6 @@ abstract class Payments implements \Countable
     private string $messageId;
 
     private string $date;
-
-    /** @var array<string, string> key of a transaction by its small letters */
-    private array $keys = [];
 
     private int $count = 0;
 
@@ -81,15 +65,13 @@ abstract class Payments implements \Countable
     ) {
         $this->rulebook = $rulebook;
         $this->extension = new Extension($kind, $rulebook);
+        $this->inspector = new Inspector($this->extension, $rulebook, static::transactionKeys(), static::required($rulebook));
         $this->message = $this->extension->message();
         $this->transliterator = $transliterate ? new Transliterator($this->extension) : null;
         $now = ($today ?? new \DateTimeImmutable())->format('Y-m-d');
         $this->oddities = new Oddities($now);
         $this->date = $date ?? $now;
         $this->messageId = $messageId ?? self::newMessageId();
-        foreach (static::transactionKeys() as $key) {
-            $this->keys[strtolower($key)] = $key;
-        }
 
         $this->message->setBatchBooking($batchBooking);
         $this->set('name', $this->transliterated('name', $name, null, null), 'setName');
@@ -106,9 +88,12 @@ abstract class Payments implements \Countable
     }
 
     /** @return list<string> keys of a payment, those of other rulebooks among them */
-    public static function transactionKeys(): array
+    abstract public static function transactionKeys(): array;
+
+    /** @return array<string, string> text of its absence by key that a payment must have */
+    protected static function required(string $rulebook): array
     {
-        return array_merge(static::KEYS, self::LINES, self::STRUCTURED);
+        return ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing'];
     }
 
     public function rulebook(): string
@@ -146,16 +131,18 @@ abstract class Payments implements \Countable
         $this->extension->select();
         $row = $row ?? $this->count + 1;
         ++$this->count;
-        [$values, $faults] = $this->texts($payment, $row, $label);
-        $faults += $this->broken($values);
-        $faults += $this->missing($values + $faults);
+        [$values, $faults] = $this->inspector->texts($payment);
+        foreach ($values as $key => $text) {
+            $values[$key] = $this->transliterated($key, $text, $row, $label);
+        }
+        $faults = $this->inspector->faults($values, $faults);
         $text = $faults ? '' : $this->refusal($values);
         if ($text === null) {
             $this->remember($values, $row, $label);
 
             return true;
         }
-        $faults = $this->inWordsOfExtension($values, $faults, $text);
+        $faults = $this->inspector->inWordsOfExtension($values, $faults, $text);
         // In the order of the caller's keys, what is missing at the end.
         foreach (array_replace(array_intersect_key($values, $faults), $faults) as $key => [$code, $reason]) {
             $this->fault($row, $label, (string) $key, $code, $reason, $values[$key] ?? '');
@@ -248,34 +235,6 @@ abstract class Payments implements \Countable
     }
 
     /**
-     * What a payment lacks.
-     *
-     * @param array<string, mixed> $given by key
-     * @return array<string, array{string, string}> code and text by key
-     */
-    protected function missing(array $given): array
-    {
-        $required = static::REQUIRED + ($this->rulebook === 'DE-2.6' ? ['bic' => 'BIC missing'] : []);
-        $missing = [];
-        foreach (array_diff_key($required, $given) as $key => $text) {
-            $missing[$key] = ['missing', $text];
-        }
-        if ($this->rulebook === 'DE-3.7' && preg_grep('/^addr/', array_keys($given))) {
-            foreach (array_diff_key(self::ADDRESS, $given) as $key => $text) {
-                $missing[$key] = ['address', $text];
-            }
-        }
-
-        return $missing;
-    }
-
-    /** Keys of another rulebook's address are ignored by the extension in transfers, and refused in collections. */
-    protected function takesKey(string $key): bool
-    {
-        return $this->rulebook === 'DE-3.7' || !in_array($key, self::STRUCTURED, true);
-    }
-
-    /**
      * What tells the payment block of a payment from others.
      *
      * @param array<string, string> $values
@@ -289,54 +248,6 @@ abstract class Payments implements \Countable
     protected function findOddities(Oddities $oddities, array $values, int $row, ?string $label): void
     {
         $oddities->payment($values, $values['date'] ?? null, $this->date, $row, $label);
-    }
-
-    /**
-     * The values as texts under their keys in canonical form, and the faults of
-     * those that are none.
-     *
-     * @param array<mixed> $payment
-     * @return array{array<string, string>, array<string, array{string, string}>}
-     */
-    private function texts(array $payment, int $row, ?string $label): array
-    {
-        $values = [];
-        $faults = [];
-        foreach ($payment as $given => $value) {
-            $key = $this->keys[strtolower((string) $given)] ?? null;
-            if ($key === null || !$this->takesKey($key)) {
-                $faults[$given] = $key === null
-                    ? ['unknown_key', "Invalid transaction property '$given'"]
-                    : ['rulebook', 'selected SEPA rulebook does not support structured address data'];
-                continue;
-            }
-            $text = self::text($key, $value);
-            if (isset($values[$key]) || isset($faults[$key])) {
-                $faults[$key] = ['duplicate_key', "'$key' is given twice"];
-            } elseif ($text === null) {
-                $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
-            } elseif ($key === 'iban' || $key === 'old_iban') {
-                $values[$key] = Ibans::normalise($text);
-            } else {
-                $values[$key] = $this->transliterated($key, $text, $row, $label);
-            }
-        }
-
-        return [$values, $faults];
-    }
-
-    /** @param mixed $value */
-    private static function text(string $key, $value): ?string
-    {
-        if (is_string($value) || is_int($value)) {
-            return (string) $value;
-        }
-        if (is_float($value) && $key === 'amount') {
-            // Unlike a cast this asks no locale and keeps all digits.
-            return (string) preg_replace('/\.0$/D', '', var_export($value, true));
-        }
-
-        return $value === true && $key === 'smnda' ? '1' : null;
     }
 
     private function transliterated(string $key, string $text, ?int $row, ?string $label): string
@@ -357,23 +268,6 @@ abstract class Payments implements \Countable
     }
 
     /**
-     * @param array<string, string> $values
-     * @return array<string, array{string, string}> code and text by key
-     */
-    private function broken(array $values): array
-    {
-        $faults = [];
-        foreach ($values as $key => $value) {
-            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
-            if ($fault !== null) {
-                $faults[$key] = $fault;
-            }
-        }
-
-        return $faults;
-    }
-
-    /**
      * Adds a payment to the message.
      *
      * @param array<string, string> $values
@@ -387,32 +281,6 @@ abstract class Payments implements \Countable
         }
 
         return null;
-    }
-
-    /**
-     * All faults of a payment: the extension stops at its first, so it is asked
-     * value by value. Where it knows a fault, its words count.
-     *
-     * @param array<string, string> $values
-     * @param array<string, array{string, string}> $faults found so far
-     * @param string $text the extension's first refusal, or empty
-     * @return array<string, array{?string, string}>
-     */
-    private function inWordsOfExtension(array $values, array $faults, string $text): array
-    {
-        foreach ($values as $key => $value) {
-            $reason = Rules::garbled($key, $value) ? null : $this->extension->refusalOf($key, $value);
-            if ($reason !== null && !in_array($faults[$key][0] ?? '', ['duplicate_key', 'type'], true)) {
-                $faults[$key] = [null, $reason];
-            }
-        }
-        // What is left is between values that are good by themselves.
-        $between = $this->extension->refusal(array_diff_key($values, $faults));
-        if ($between !== null && !preg_grep('/^addr/', array_keys($faults))) {
-            $faults[$this->rulebook === 'DE-3.7' ? 'addrTown' : 'addrLine1'] = [null, $between];
-        }
-
-        return $faults ?: ['' => [null, $text]];
     }
 
     /** @param array<string, string> $values of a payment that the message has taken */
@@ -441,7 +309,7 @@ abstract class Payments implements \Countable
         if ($code === null) {
             [$code] = Reasons::of($text);
             // Refused as unknown, though another rulebook has it.
-            $code = $code === 'unknown_key' && isset($this->keys[strtolower((string) $key)]) ? 'rulebook' : $code;
+            $code = $code === 'unknown_key' && $this->inspector->knows((string) $key) ? 'rulebook' : $code;
         }
         $hint = Reasons::HINTS[$code] ?? Reasons::of($text)[1];
         if ($code === 'characters' && preg_match('//u', $value)) {
@@ -451,7 +319,7 @@ abstract class Payments implements \Countable
             $hint = ($refused ? 'Not allowed here: ' . implode(' ', $refused) . '. ' : '') . $hint;
         }
         if ($code === 'unknown_key' || $code === 'unknown_heading') {
-            $hint .= ' The keys are: ' . implode(', ', array_filter(static::transactionKeys(), [$this, 'takesKey'])) . '.';
+            $hint .= ' The keys are: ' . implode(', ', $this->inspector->keys()) . '.';
         }
         $this->faults[] = new Fault($row, $label, $key === '' ? null : mb_scrub((string) $key, 'UTF-8'), $code, mb_scrub($text, 'UTF-8'), $hint);
     }

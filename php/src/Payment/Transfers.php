@@ -7,8 +7,6 @@ namespace Sepa\Toolkit\Payment;
 /** Credit transfers: the submitting party pays. */
 final class Transfers extends Payments
 {
-    protected const KEYS = ['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'purp', 'addrCC'];
-
     /**
      * @param string $name of the submitting party, as are $iban and $bic
      * @param string|null $date yyyy-mm-dd, of payments that have none of their own; today if null
@@ -42,14 +40,14 @@ final class Transfers extends Payments
         );
     }
 
-    protected function missing(array $given): array
+    public static function transactionKeys(): array
     {
-        $missing = parent::missing($given);
-        // The schemas of these want something in RmtInf, which is always written.
-        if (strncmp($this->rulebook, 'DE-2.', 5) === 0 && !isset($given['ref'])) {
-            $missing['ref'] = ['missing', 'Remittance information missing'];
-        }
+        return Inspector::withAddress(['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'purp']);
+    }
 
-        return $missing;
+    protected static function required(string $rulebook): array
+    {
+        // The schemas of DE-2 want something in RmtInf, which is always written.
+        return parent::required($rulebook) + (strncmp($rulebook, 'DE-2.', 5) === 0 ? ['ref' => 'Remittance information missing'] : []);
     }
 }

@@ -109,7 +109,7 @@ final class FaultsTest extends TestCase
         yield ['DE-3.7', ['name' => '', 'iban' => 'DE1', 'bic' => '', 'creditorId' => ''], ['name' => 'length', 'iban' => 'iban_length', 'bic' => 'bic', 'creditorId' => 'creditor_id']];
         yield ['DE-2.6', ['name' => 'Müller'], ['name' => 'characters']];
         yield ['DE-3.7', ['name' => "a\0", 'date' => '2026-02-30'], ['name' => 'control_characters', 'date' => 'date']];
-        yield ['DE-3.7', ['name' => "\xE4"], ['name' => 'utf8']];
+        yield ['DE-3.7', ['name' => "\xE4", 'date' => 'soon'], ['name' => 'utf8', 'date' => 'date']];
         foreach (['DE98?ZZ09999999999', 'DE98zzz09999999999', 'DE98ZZZ0999999999', 'DE98ZZZ099999999999', 'AT61ZZZ01234567891', 'DE98ZÄZ9999999999'] as $id) {
             yield ['DE-3.7', ['creditorId' => $id], ['creditorId' => 'creditor_id']];
         }

@@ -1,0 +1,173 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Payment;
+
+use Sepa\Toolkit\Iban\Ibans;
+
+/**
+ * Finds all that is wrong with a payment. Faults are pairs of a code, null for
+ * that of the extension's text, and a text, by key.
+ */
+final class Inspector
+{
+    private const LINES = ['addrLine1', 'addrLine2'];
+
+    private const STRUCTURED = [
+        'addrDept', 'addrSubDept', 'addrStreet', 'addrNum', 'addrBldg', 'addrFloor', 'addrPoBox',
+        'addrRoom', 'addrCode', 'addrTown', 'addrLoc', 'addrDstrct', 'addrCtrySub',
+    ];
+
+    /** What an address cannot do without under DE-3.7. */
+    private const ADDRESS = ['addrTown' => 'Town missing', 'addrCC' => 'Country missing'];
+
+    private Extension $extension;
+
+    private string $rulebook;
+
+    /** @var array<string, string> text of its absence by key */
+    private array $required;
+
+    /** @var array<string, string> key by its small letters */
+    private array $keys = [];
+
+    /**
+     * @param list<string> $keys
+     * @param array<string, string> $required text of its absence by key
+     */
+    public function __construct(Extension $extension, string $rulebook, array $keys, array $required)
+    {
+        $this->extension = $extension;
+        $this->rulebook = $rulebook;
+        $this->required = $required + ($rulebook === 'DE-2.6' ? ['bic' => 'BIC missing'] : []);
+        foreach ($keys as $key) {
+            $this->keys[strtolower($key)] = $key;
+        }
+    }
+
+    /**
+     * @param list<string> $keys that are not about addresses
+     * @return list<string> with those of addresses of all rulebooks
+     */
+    public static function withAddress(array $keys): array
+    {
+        return array_merge($keys, ['addrCC'], self::LINES, self::STRUCTURED);
+    }
+
+    /** Whether some rulebook has the key. */
+    public function knows(string $key): bool
+    {
+        return isset($this->keys[strtolower($key)]);
+    }
+
+    /** @return list<string> the keys under the rulebook */
+    public function keys(): array
+    {
+        return array_values(array_diff($this->keys, $this->rulebook === 'DE-3.7' ? self::LINES : self::STRUCTURED));
+    }
+
+    /**
+     * The values as texts under their keys in canonical form, and the faults of
+     * those that are none.
+     *
+     * @param array<mixed> $payment
+     * @return array{array<string, string>, array<string, array{?string, string}>}
+     */
+    public function texts(array $payment): array
+    {
+        $values = [];
+        $faults = [];
+        foreach ($payment as $given => $value) {
+            $key = $this->keys[strtolower((string) $given)] ?? null;
+            $text = $key === null ? null : self::text($key, $value);
+            if ($key === null) {
+                $faults[$given] = ['unknown_key', "Invalid transaction property '$given'"];
+            } elseif (isset($values[$key]) || isset($faults[$key])) {
+                $faults[$key] = ['duplicate_key', "'$key' is given twice"];
+            } elseif ($this->isIgnored($key)) {
+                $faults[$key] = ['rulebook', 'selected SEPA rulebook does not support structured address data'];
+            } elseif ($text === null) {
+                $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
+            } else {
+                $values[$key] = $key === 'iban' || $key === 'old_iban' ? Ibans::normalise($text) : $text;
+            }
+        }
+
+        return [$values, $faults];
+    }
+
+    /**
+     * What is wrong and the extension would take.
+     *
+     * @param array<string, string> $values
+     * @param array<string, array{?string, string}> $faults of keys that have no value
+     * @return array<string, array{?string, string}> with them
+     */
+    public function faults(array $values, array $faults): array
+    {
+        foreach ($values as $key => $value) {
+            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
+            if ($fault !== null && !isset($faults[$key])) {
+                $faults[$key] = $fault;
+            }
+        }
+        $given = $values + $faults;
+        foreach (array_diff_key($this->required, $given) as $key => $text) {
+            $faults[$key] = ['missing', $text];
+        }
+        if ($this->rulebook === 'DE-3.7' && preg_grep('/^addr/', array_keys($given))) {
+            foreach (array_diff_key(self::ADDRESS, $given) as $key => $text) {
+                $faults[$key] = ['address', $text];
+            }
+        }
+
+        return $faults;
+    }
+
+    /**
+     * All faults of a payment: the extension stops at its first, so it is asked
+     * value by value. Where it knows a fault, its words count.
+     *
+     * @param array<string, string> $values
+     * @param array<string, array{?string, string}> $faults found so far
+     * @param string $text the extension's first refusal, or empty
+     * @return non-empty-array<string, array{?string, string}>
+     */
+    public function inWordsOfExtension(array $values, array $faults, string $text): array
+    {
+        foreach ($values as $key => $value) {
+            $reason = Rules::garbled($key, $value) ? null : $this->extension->refusalOf($key, $value);
+            if ($reason !== null && ($faults[$key][0] ?? '') !== 'duplicate_key') {
+                $faults[$key] = [null, $reason];
+            }
+        }
+        // What is left is between values that are good by themselves.
+        $between = $this->extension->refusal(array_diff_key($values, $faults));
+        if ($between !== null && !preg_grep('/^addr/', array_keys($faults))) {
+            $faults[$this->rulebook === 'DE-3.7' ? 'addrTown' : 'addrLine1'] = [null, $between];
+        }
+
+        return $faults ?: ['' => [null, $text]];
+    }
+
+    /** Credit transfers lose such fields without a word; collections refuse them, and say why. */
+    private function isIgnored(string $key): bool
+    {
+        return !$this->extension->isDebit() && $this->rulebook !== 'DE-3.7' && in_array($key, self::STRUCTURED, true);
+    }
+
+    /** @param mixed $value */
+    private static function text(string $key, $value): ?string
+    {
+        if (is_string($value) || is_int($value)) {
+            return (string) $value;
+        }
+        if (is_float($value) && $key === 'amount') {
+            // Unlike a cast this asks no locale and keeps all digits.
+            return (string) preg_replace('/\.0$/D', '', var_export($value, true));
+        }
+
+        return $value === true && $key === 'smnda' ? '1' : null;
+    }
+}
