@@ -39,11 +39,6 @@ final class Extension
         \SEPA::init(SEPA_INIT_RULEBOOK, $this->rulebook);
     }
 
-    public function isDebit(): bool
-    {
-        return $this->kind === SEPA_MSGTYPE_DDI;
-    }
-
     public function message(): \SEPA
     {
         return new \SEPA($this->kind);
@@ -57,7 +52,7 @@ final class Extension
     public function refusal(array $row): ?string
     {
         $row += self::FILLERS;
-        if ($this->isDebit()) {
+        if ($this->kind === SEPA_MSGTYPE_DDI) {
             $row += ['seq' => 'RCUR'];
         }
         if ($this->rulebook === 'DE-2.6') {

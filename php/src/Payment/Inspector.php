@@ -55,12 +55,6 @@ final class Inspector
         return array_merge($keys, ['addrCC'], self::LINES, self::STRUCTURED);
     }
 
-    /** Whether some rulebook has the key. */
-    public function knows(string $key): bool
-    {
-        return isset($this->keys[strtolower($key)]);
-    }
-
     /** @return list<string> the keys under the rulebook */
     public function keys(): array
     {
@@ -85,7 +79,8 @@ final class Inspector
                 $faults[$given] = ['unknown_key', "Invalid transaction property '$given'"];
             } elseif (isset($values[$key]) || isset($faults[$key])) {
                 $faults[$key] = ['duplicate_key', "'$key' is given twice"];
-            } elseif ($this->isIgnored($key)) {
+            } elseif ($this->rulebook !== 'DE-3.7' && in_array($key, self::STRUCTURED, true)) {
+                // Transfers would lose it without a word.
                 $faults[$key] = ['rulebook', 'selected SEPA rulebook does not support structured address data'];
             } elseif ($text === null) {
                 $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
@@ -149,12 +144,6 @@ final class Inspector
         }
 
         return $faults ?: ['' => [null, $text]];
-    }
-
-    /** Credit transfers lose such fields without a word; collections refuse them, and say why. */
-    private function isIgnored(string $key): bool
-    {
-        return !$this->extension->isDebit() && $this->rulebook !== 'DE-3.7' && in_array($key, self::STRUCTURED, true);
     }
 
     /** @param mixed $value */

@@ -306,12 +306,7 @@ abstract class Payments implements \Countable
     /** @param string|null $code null for a text of the extension, which has its own */
     private function fault(?int $row, ?string $label, ?string $key, ?string $code, string $text, string $value): void
     {
-        if ($code === null) {
-            [$code] = Reasons::of($text);
-            // Refused as unknown, though another rulebook has it.
-            $code = $code === 'unknown_key' && $this->inspector->knows((string) $key) ? 'rulebook' : $code;
-        }
-        $hint = Reasons::HINTS[$code] ?? Reasons::of($text)[1];
+        [$code, $hint] = $code === null ? Reasons::of($text) : [$code, Reasons::HINTS[$code]];
         if ($code === 'characters' && preg_match('//u', $value)) {
             $refused = $this->extension->refusedCharacters((string) $key, $value);
             // The text may quote one byte of a longer character.

@@ -110,13 +110,26 @@ final class FaultsTest extends TestCase
         yield ['DE-2.6', ['name' => 'Müller'], ['name' => 'characters']];
         yield ['DE-3.7', ['name' => "a\0", 'date' => '2026-02-30'], ['name' => 'control_characters', 'date' => 'date']];
         yield ['DE-3.7', ['name' => "\xE4", 'date' => 'soon'], ['name' => 'utf8', 'date' => 'date']];
-        foreach (['DE98?ZZ09999999999', 'DE98zzz09999999999', 'DE98ZZZ0999999999', 'DE98ZZZ099999999999', 'AT61ZZZ01234567891', 'DE98ZÄZ9999999999'] as $id) {
+        // Their check digits are right, but for the last one's.
+        foreach ([
+            'DE98?ZZ09999999999', 'DE98zzz09999999999', 'DE18ZZZ0999999999', 'DE25ZZZ099999999999', 'DE03ZZZ0999999999A',
+            'AT32ZZZ0123456789', 'NL17ZZZ12345678000', 'DE99ZZZ09999999999',
+        ] as $id) {
             yield ['DE-3.7', ['creditorId' => $id], ['creditorId' => 'creditor_id']];
         }
         yield ['DE-3.7', ['messageId' => str_repeat('x', 31)], ['messageId' => 'message_id']];
         yield ['DE-3.7', ['messageId' => 'a_b'], ['messageId' => 'message_id']];
         yield ['DE-3.7', ['messageId' => 'a//b'], ['messageId' => 'id']];
         yield ['DE-3.7', ['type' => 'COR1'], ['type' => 'local_instrument']];
+    }
+
+    public function testCreditorIdentifiersOfOtherCountriesAreGood(): void
+    {
+        foreach (['AT61ZZZ01234567890', 'NL42ZZZ123456780001', 'FR72ZZZ123456', 'DE98 ZZZ 0999 9999 999'] as $id) {
+            $payments = Samples::collections('DE-3.7', ['creditorId' => $id]);
+            $payments->add(Samples::COLLECTION);
+            self::assertSame([], $payments->faults());
+        }
     }
 
     public function testFaultsOfTheWholeMessage(): void
