@@ -81,7 +81,7 @@ abstract class LookupCommand extends Command
             $rows->flush();
         }
         if ($output instanceof ConsoleOutputInterface && Rows::format($input) === Rows::TABLE) {
-            $output->getErrorOutput()->writeln("$count rows, $refused refused");
+            $output->getErrorOutput()->writeln("rows: $count, refused: $refused");
         }
 
         return $refused ? ExitCode::REFUSED : ExitCode::GOOD;

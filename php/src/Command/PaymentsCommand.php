@@ -73,14 +73,14 @@ abstract class PaymentsCommand extends Command
         }
         $report->flush();
         if ($faults) {
-            $errors->writeln(sprintf('%d payments, faults: %d, no document was written', count($payments), count($faults)));
+            $errors->writeln(sprintf('payments: %d, faults: %d, no document was written', count($payments), count($faults)));
             $this->suggest($faults, $input, $errors);
 
             return self::isUsage($faults) ? ExitCode::FAILED : ExitCode::REFUSED;
         }
         $this->deliver($payments, $file, $output);
         $errors->writeln(sprintf(
-            '%d payments, %s EUR, rulebook %s, message %s',
+            'payments: %d, %s EUR, rulebook %s, message %s',
             count($payments),
             $payments->sum(),
             $payments->rulebook(),

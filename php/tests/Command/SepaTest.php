@@ -58,19 +58,19 @@ final class SepaTest extends TestCase
         yield 'nothing' => [$check, '', 0, ''];
         yield 'two formats' => [$check + ['--csv' => true], '', 2, '', "sepa: either --csv or --json\n"];
         yield [['command' => 'check', '--csv' => true], "DE1\nDE\"1", 1, "iban,valid,code,reason,bic,bank\nDE1,false,iban_length,Wrong IBAN length,,\n\"DE\"\"1\",false,iban_length,Wrong IBAN length,,\n"];
-        yield 'for a terminal' => [['command' => 'check'], "DE1\e[2J<info>\n", 1, <<<'TABLE'
-            +------------------+-------+-----+--------------------------------------------------------+
-            | IBAN             | valid | BIC | bank or reason                                         |
-            +------------------+-------+-----+--------------------------------------------------------+
-            | DE1? [2J< INFO > | no    |     | Wrong IBAN length: Characters are missing or too many: |
-            |                  |       |     | compare it with the invoice, four by four.             |
-            +------------------+-------+-----+--------------------------------------------------------+
+        yield 'for a terminal' => [['command' => 'bank'], "<info>A</info>\e[2J\n", 1, <<<'TABLE'
+            +--------------------+-----+-------------------------------------------+---------+
+            | asked for          | BIC | bank or reason                            | schemes |
+            +--------------------+-----+-------------------------------------------+---------+
+            | <info>A</info>?[2J |     | neither a BIC nor an IBAN nor a bank code |         |
+            +--------------------+-----+-------------------------------------------+---------+
 
-            TABLE, "1 rows, 1 refused\n"];
+            TABLE, "rows: 1, refused: 1\n"];
 
         $convert = ['command' => 'convert', '--csv' => true, '--no-headings' => true];
         yield [$convert + ['values' => ['532013000', '37040044', '1234567', '37040044']], null, 1, "532013000,37040044,DE89370400440532013000,0,\n1234567,37040044,,11,the account number fails its check\n"];
         yield [$convert, "Name;BLZ;Konto\nx;37040044;532013000\n", 0, "532013000,37040044,DE89370400440532013000,0,\n"];
+        yield [$convert, "532013000;37040044\n", 0, "532013000,37040044,DE89370400440532013000,0,\n"];
         yield 'accounts that could be bank codes' => [$convert, "12345678;37040044\n", 2, '', "sepa: no column for account and bank_code: name it with --column. The first row has: '12345678', '37040044'\n"];
         yield [$convert + ['values' => ['1']], null, 2, '', "sepa: these belong together: account and bank_code\n"];
         yield [['command' => 'bank', '--json' => true, 'values' => ['COBADEFF', 'x']], null, 1, '{"query":"COBADEFF","bic":"COBADEFF","bank":"COMMERZBANK AG","schemes":["SCT","SDD","B2B"],"reason":null}' . "\n"
@@ -106,14 +106,17 @@ final class SepaTest extends TestCase
         $out = "$this->folder/out.xml";
         [$status, $output, $errors] = $this->pay(self::GOOD, ['-o' => $out]);
         self::assertSame([0, ''], [$status, $output]);
-        self::assertStringContainsString('1 payments, 1.00 EUR, rulebook DE-3.7, message ', $errors);
+        self::assertStringContainsString('payments: 1, 1.00 EUR, rulebook DE-3.7, message ', $errors);
         self::assertStringEndsWith("</Document>\n", file_get_contents($out));
 
         [$status, $output] = $this->pay(self::GOOD);
         self::assertSame(0, $status);
         self::assertStringStartsWith('<?xml', $output);
 
-        // Faults leave an earlier document alone.
+        // A document takes the place of an earlier one at once, and faults leave that alone.
+        $first = fileinode($out);
+        $this->pay(self::GOOD, ['-o' => $out]);
+        self::assertNotSame($first, fileinode($out));
         file_put_contents($out, 'earlier');
         self::assertSame(1, $this->pay(str_replace('1.00', '1.190,00', self::GOOD), ['-o' => $out])[0]);
         self::assertStringEqualsFile($out, 'earlier');

@@ -77,7 +77,7 @@ final class SheetTest extends TestCase
             [str_replace('name', 'naem', $good), ['1 unknown_heading', '2 missing']],
             'a cell without a heading' => [str_replace('1.00', '1.00,7', $good), ['2 cells']],
             'a row that was cut' => [$good . "\"B\",\"NL91ABNA0417164300\"\n", ['3 cells', '3 missing']],
-            'rows are counted as the spreadsheet does' => ["\n$good\n\"B\nC\",NL91ABNA0417164300,1.00\nD,,1\n", ['5 control_characters', '6 missing']],
+            'rows are counted as the spreadsheet does' => ["\n$good\n\"B\n\"\"C\"\" D\nE\",NL91ABNA0417164300,1.00\nD,,1\n", ['5 control_characters', '6 missing']],
             'CR LF across two pieces of the file' => [str_repeat("\n", 65536 - 17) . str_replace("\n", "\r\n", $good) . "D\r\n", ['65522 cells', '65522 missing', '65522 missing']],
             'a NUL' => [str_replace('A,', "A\0,", $good), ['2 control_characters']],
             'headings alone' => ["name,iban,amount\n", [' no_payments']],
