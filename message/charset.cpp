@@ -74,24 +74,45 @@ static bool all_plain(const char* p) {
 }
 #endif
 
+// The same for the fewer bytes at the end of a text.
+static bool rest_is_plain(const char* p, size_t length) {
+    char block[step];
+    memset(block, 'A', step);
+    memcpy(block, p, length);
+    return all_plain(block);
+}
+
+// Of the characters at `p`, so many as begin before `stop`: what they have in
+// `bytes`, or 0 with `*p` at the first that is not allowed.
+static unsigned walk(const char** p, const char* stop, unsigned sets) {
+    unsigned met = SET_BASE;
+    while (*p < stop) {
+        size_t length = character_length(*p, sets);
+        if (!length) return 0;
+        met |= bytes[index_of(**p)];
+        *p += length;
+    }
+    return met;
+}
+
 bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int level) {
     unsigned sets = sets_of_level(rulebook.charsets, level);
+    bool plain_is_allowed = sets & SET_BLANK;
     const char *p = text->bytes, *const end = p + text->length;
     unsigned met = 0;
     while (p < end) {
-        if ((sets & SET_BLANK) && static_cast<size_t>(end - p) >= step && all_plain(p)) {
-            p += step;
+        auto left = static_cast<size_t>(end - p);
+        size_t next = left < step ? left : step;
+        if (plain_is_allowed && (next == step ? all_plain(p) : rest_is_plain(p, next))) {
+            p += next;
             continue;
         }
-        for (const char* stop = p + step; p < end && p < stop;) {
-            size_t length = character_length(p, sets);
-            if (!length) {
-                if (bad) *bad = *p;
-                return false;
-            }
-            met |= bytes[index_of(*p)];
-            p += length;
+        unsigned of_these = walk(&p, p + next, sets);
+        if (!of_these) {
+            if (bad) *bad = *p;
+            return false;
         }
+        met |= of_these;
     }
     text->markup = met & MARKUP;
     return true;

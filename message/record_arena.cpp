@@ -15,8 +15,9 @@ struct alignas(16) arena_piece_t {
 };
 
 static constexpr size_t alignment = alignof(arena_piece_t);
-static constexpr size_t first_size = 4096;            // ten transfers
-static constexpr size_t huge_page = size_t{2} << 20;  // what x86-64 and ARM64 call one
+static constexpr size_t first_size = 4096;             // ten transfers
+static constexpr size_t last_small_size = 256 * 1024;  // after a thousand a huge page will be used
+static constexpr size_t huge_page = size_t{2} << 20;   // what x86-64 and ARM64 call one
 
 // The system clears a page when it is first touched, which for 4 KB pages costs
 // a third of a whole payroll. It does so for 2 MB at once where it is asked to;
@@ -30,10 +31,9 @@ static void* take_huge_page() {
 }
 
 static size_t next_size(const record_arena_t* arena, size_t needed) {
-    size_t size = arena->latest ? arena->latest->size : first_size / 2;
-    if (size < huge_page) size *= 2;
+    size_t size = arena->latest ? arena->latest->size * 2 : first_size;
     while (size < needed) size *= 2;
-    return size;
+    return size > last_small_size ? huge_page : size;
 }
 
 static bool add_piece(record_arena_t* arena, size_t needed) {

@@ -14,9 +14,11 @@ struct text_t {
     bool markup;  // has a <, > or &, which are escaped
 };
 
+constexpr bool is_markup(char c) { return c == '<' || c == '>' || c == '&'; }
+
 inline bool has_markup(std::string_view text) {
     for (char c : text)
-        if (c == '<' || c == '>' || c == '&') return true;
+        if (is_markup(c)) return true;
     return false;
 }
 

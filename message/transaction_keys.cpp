@@ -246,8 +246,9 @@ static const key_row_t* find_row(const char* key) {
     size_t length = strnlen(key, max_key_length + 1);
     if (length == 0 || length > max_key_length) return nullptr;
     int row = key_index.row[place_of(key, length)];
-    if (row < 0 || key_rows[row].key.size() != length || !same_text(key, key_rows[row].key.data())) return nullptr;
-    return &key_rows[row];
+    if (row < 0 || key_rows[row].key.size() != length) return nullptr;
+    const char* name = key_rows[row].key.data();
+    return memcmp(key, name, length) == 0 || same_text(key, name) ? &key_rows[row] : nullptr;
 }
 
 int take_key(draft_t* draft, const kv_pair_t& pair) {
