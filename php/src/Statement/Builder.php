@@ -98,7 +98,9 @@ final class Builder
     public function line(string $line, int $number, bool $ends): void
     {
         if ($line[0] !== ':' || !preg_match(self::TAG, $line, $match)) {
-            $this->continueField($line, $number);
+            if ($ends || $line[0] !== ':') {
+                $this->continueField($line, $number);
+            }
 
             return;
         }

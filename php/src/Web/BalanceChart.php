@@ -1,0 +1,139 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Web;
+
+use Sepa\Toolkit\Statement\Amount;
+
+/** The running balance as steps, one for each booking. */
+final class BalanceChart
+{
+    private const WIDTH = 1000;
+
+    private const HEIGHT = 300;
+
+    /** More steps than these are drawn as their lowest and highest. */
+    private const MAX_STEPS = 400;
+
+    private const MAX_LINES = 6;
+
+    private string $currency;
+
+    /** @var list<int> */
+    private array $balances;
+
+    /** @param int $opening in the smallest unit, as all balances */
+    public function __construct(string $currency, int $opening)
+    {
+        $this->currency = $currency;
+        $this->balances = [$opening];
+    }
+
+    public function add(int $balance): void
+    {
+        $this->balances[] = $balance;
+    }
+
+    /** @return string HTML; empty if there is nothing to see */
+    public function html(string $from, string $to): string
+    {
+        if (count($this->balances) < 3) {
+            return '';
+        }
+        $lines = $this->lines();
+        $high = $lines[0];
+        $low = end($lines);
+        $y = static fn (float $units): float => round(($high - $units) / ($high - $low) * self::HEIGHT, 1);
+        $grid = '';
+        $labels = '';
+        foreach ($lines as $units) {
+            $zero = $units === 0 ? ' class="zero"' : '';
+            $grid .= "<line$zero x1=\"0\" x2=\"" . self::WIDTH . '" y1="' . $y($units) . '" y2="' . $y($units) . '"/>';
+            $labels .= '<span>' . Html::text($this->label($units)) . '</span>';
+        }
+        $path = $this->path($y);
+        $floor = $y(max($low, min($high, 0)));
+        $text = Html::text(sprintf(
+            'Running balance after each of %d bookings: from %s to %s, lowest %s, highest %s %s',
+            count($this->balances) - 1,
+            ...array_merge(array_map([$this, 'exact'], [$this->balances[0], end($this->balances), min($this->balances), max($this->balances)]), [$this->currency])
+        ));
+        $size = self::WIDTH . ' ' . self::HEIGHT;
+        $range = '<span>' . Html::text($from) . '</span><span>' . Html::text($to) . '</span>';
+
+        return <<<HTML
+            <figure class="chart">
+            <figcaption>Running balance in {$this->text($this->currency)}, booking by booking</figcaption>
+            <div class="plot"><div class="scale" aria-hidden="true">$labels</div>
+            <svg viewBox="0 0 $size" preserveAspectRatio="none" role="img" aria-label="$text"><g class="grid">$grid</g><path class="area" d="{$path}V{$floor}H0Z"/><path class="line" d="$path"/></svg></div>
+            <div class="range" aria-hidden="true">$range</div>
+            </figure>
+            HTML;
+    }
+
+    private function text(string $text): string
+    {
+        return Html::text($text);
+    }
+
+    /** @param callable(float): float $y */
+    private function path(callable $y): string
+    {
+        $steps = count($this->balances) - 1;
+        $each = (int) ceil(count($this->balances) / self::MAX_STEPS);
+        $path = 'M0 ' . $y($this->balances[0]);
+        for ($at = 1; $at <= $steps; $at += $each) {
+            $bucket = array_slice($this->balances, $at, $each);
+            $path .= 'H' . round(($at - 0.5) / $steps * self::WIDTH, 1);
+            foreach ($each === 1 ? $bucket : [min($bucket), max($bucket), end($bucket)] as $balance) {
+                $path .= 'V' . $y($balance);
+            }
+        }
+
+        return $path . 'H' . self::WIDTH;
+    }
+
+    /**
+     * Round balances around all of them, from the highest down, at even distances.
+     *
+     * @return list<int|float>
+     */
+    private function lines(): array
+    {
+        $high = max($this->balances);
+        $low = min($this->balances);
+        // With zero in sight, heights tell how much there is.
+        if ($low > 0 && $low < 0.7 * $high) {
+            $low = 0;
+        } elseif ($high < 0 && $high > 0.7 * $low) {
+            $high = 0;
+        }
+        $range = max($high - $low, abs($high) / 10, 10);
+        $power = 10 ** floor(log10($range / self::MAX_LINES));
+        foreach ([1, 2, 5, 10, 20] as $times) {
+            $step = $times * $power;
+            $bottom = floor($low / $step);
+            $top = max(ceil($high / $step), $bottom + 1);
+            if ($top - $bottom < self::MAX_LINES) {
+                break;
+            }
+        }
+        $lines = [];
+        for ($i = $top; $i >= $bottom; --$i) {
+            $lines[] = (int) ($i * $step);
+        }
+
+        return $lines;
+    }
+
+    private function label(int $units): string
+    {
+        return str_replace('-', "\u{2212}", (string) preg_replace('/\.0+$/', '', (new Amount($units, $this->currency))->text('.', "\u{202F}")));
+    }
+
+    private function exact(int $units): string
+    {
+        return (new Amount($units, $this->currency))->text();
+    }
+}

@@ -1,0 +1,14 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Web;
+
+/** A request that is answered with a reason; its code is an HTTP status. */
+final class Refused extends \RuntimeException
+{
+    public function __construct(string $reason, int $status)
+    {
+        parent::__construct($reason, $status);
+    }
+}

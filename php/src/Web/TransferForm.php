@@ -1,0 +1,160 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Web;
+
+use Sepa\Toolkit\Csv\Headings;
+use Sepa\Toolkit\Csv\Reader;
+use Sepa\Toolkit\Iban\Ibans;
+use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Sheet;
+use Sepa\Toolkit\Payment\Transfers;
+
+/** What stands in the form of a transfer. */
+final class TransferForm
+{
+    /** More rows than these are better edited in the spreadsheet that they come from. */
+    public const MAX_ROWS = 100;
+
+    /** The row of headings and the counting from 1 in a sheet, against rows that count from 0. */
+    public const ROW_OFFSET = 2;
+
+    private const EMPTY_ROWS = 3;
+
+    private const COLUMNS = ['name', 'iban', 'amount', 'ref'];
+
+    /** @var array<string, string> the submitting party and the message, by the keys of faults */
+    public array $party;
+
+    public string $rulebook;
+
+    public bool $german;
+
+    public bool $transliterate;
+
+    public bool $ignoreUnknown;
+
+    /** @var list<string> keys of the payments that are shown */
+    public array $columns = self::COLUMNS;
+
+    /** @var list<array<string, string>> */
+    public array $rows = [];
+
+    public function __construct(Request $request)
+    {
+        $isNew = !$request->isPost();
+        foreach (['name', 'iban', 'bic', 'date', 'messageId'] as $key) {
+            $this->party[$key] = $request->text($key);
+        }
+        $this->rulebook = in_array($request->text('rulebook'), Payments::RULEBOOKS, true) ? $request->text('rulebook') : 'DE-3.7';
+        $this->german = $isNew || $request->text('german') !== '';
+        $this->transliterate = $request->text('transliterate') !== '';
+        $this->ignoreUnknown = $request->text('ignore') !== '';
+        $this->showColumns(explode(',', $request->text('columns')));
+        $this->rows = array_slice($request->rows('row', $this->columns), 0, self::MAX_ROWS);
+    }
+
+    /** Fills in what nobody has to type. */
+    public function complete(): void
+    {
+        if ($this->party['bic'] === '') {
+            $this->party['bic'] = (string) Ibans::check($this->party['iban'])->bic;
+        }
+        if ($this->party['messageId'] === '') {
+            $this->party['messageId'] = Payments::newMessageId();
+        }
+    }
+
+    /** @param list<string> $keys those that a transfer has are shown, too */
+    public function showColumns(array $keys): void
+    {
+        $this->columns = array_values(array_unique(array_merge($this->columns, array_intersect($keys, Transfers::transactionKeys()))));
+    }
+
+    public function addRows(): void
+    {
+        $this->rows = array_slice(array_pad($this->rows, count($this->rows) + self::EMPTY_ROWS, []), 0, self::MAX_ROWS);
+    }
+
+    public function payments(): Transfers
+    {
+        return new Transfers(
+            $this->party['name'],
+            $this->party['iban'],
+            $this->party['bic'],
+            $this->rulebook,
+            $this->party['date'] === '' ? null : $this->party['date'],
+            $this->party['messageId'],
+            true,
+            $this->transliterate
+        );
+    }
+
+    /** Adds the rows to a message, as the sheet that they are. */
+    public function fill(Payments $payments): void
+    {
+        $stream = fopen('php://temp', 'w+b');
+        fputcsv($stream, $this->columns, ';', '"', '');
+        foreach ($this->rows as $row) {
+            fputcsv($stream, array_map(static fn (string $key): string => $row[$key] ?? '', $this->columns), ';', '"', '');
+        }
+        rewind($stream);
+        (new Sheet(new Reader($stream, 'the form'), $this->german))->fill($payments);
+    }
+
+    /**
+     * Takes the rows of a file, if they fit into the form with all that is in them.
+     *
+     * @throws \Sepa\Toolkit\Csv\Unreadable
+     */
+    public function take(Reader $reader): bool
+    {
+        $keys = null;
+        $rows = [];
+        foreach ($reader as $cells) {
+            if (implode('', $cells) === '') {
+                continue;
+            }
+            if ($keys === null) {
+                $keys = array_map([self::class, 'key'], $cells);
+                $known = array_filter($keys);
+                if (count(array_unique($known)) < count($known) || (!$this->ignoreUnknown && $known !== $keys)) {
+                    return false;
+                }
+                continue;
+            }
+            if (count($cells) !== count($keys) || count($rows) === self::MAX_ROWS) {
+                return false;
+            }
+            $rows[] = array_combine($known, array_intersect_key($cells, $known));
+        }
+        if (!$rows) {
+            return false;
+        }
+        $this->showColumns(array_filter($known, static fn (string $key): bool => implode('', array_column($rows, $key)) !== ''));
+        $this->rows = $rows;
+
+        return true;
+    }
+
+    /**
+     * @return list<string> headings of a file that mean nothing here
+     * @throws \Sepa\Toolkit\Csv\Unreadable
+     */
+    public static function unknownHeadings(Reader $reader): array
+    {
+        foreach ($reader as $cells) {
+            if (implode('', $cells) !== '') {
+                return array_values(array_filter($cells, static fn (string $heading): bool => self::key($heading) === null));
+            }
+        }
+
+        return [];
+    }
+
+    private static function key(string $heading): ?string
+    {
+        return Headings::key($heading, Transfers::transactionKeys());
+    }
+}

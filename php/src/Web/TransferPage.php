@@ -1,0 +1,230 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Web;
+
+use Sepa\Toolkit\Csv\Reader;
+use Sepa\Toolkit\Csv\Unreadable;
+use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Sheet;
+
+/** Makes a credit transfer of a form, or of a CSV file that becomes one. */
+final class TransferPage implements Page
+{
+    private const EXAMPLE = __DIR__ . '/../../../examples/payments.csv';
+
+    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000'];
+
+    /** Faults of a file that are listed; the rest is counted. */
+    private const MAX_TOLD = 200;
+
+    private const PARTY = [
+        'name' => ['Your name', ['autocomplete' => 'organization', 'maxlength' => '70']],
+        'iban' => ['Your IBAN', ['class' => 'code', 'maxlength' => '60']],
+        'bic' => ['BIC', ['class' => 'code', 'maxlength' => '11']],
+        'date' => ['Date', ['type' => 'date']],
+        'messageId' => ['Message id', ['class' => 'code', 'maxlength' => '35']],
+    ];
+
+    private const HELP = [
+        'bic' => 'Found by your IBAN, if you leave it empty.',
+        'date' => 'Of payments without one of their own; today, if you leave it empty.',
+        'messageId' => 'Made for you, if you leave it empty. The bank refuses a second message with the same.',
+    ];
+
+    private const LABELS = [
+        'name' => 'Payee', 'iban' => 'IBAN', 'bic' => 'BIC', 'amount' => 'Amount in EUR', 'ref' => 'Reference', 'date' => 'Date',
+        'id' => 'End-to-end id', 'purp' => 'Purpose code', 'addrCC' => 'Country', 'addrTown' => 'Town', 'addrStreet' => 'Street',
+        'addrNum' => 'House number', 'addrCode' => 'Postcode', 'addrLine1' => 'Address line 1', 'addrLine2' => 'Address line 2',
+    ];
+
+    public function title(): string
+    {
+        return 'Transfers';
+    }
+
+    public function respond(Request $request): Response
+    {
+        $form = new TransferForm($request);
+        $do = $request->text('do');
+        if (!$request->isPost() || $do === 'more') {
+            $form->addRows();
+
+            return new Response($this->form($request, $form, []));
+        }
+        $path = $do === 'example' ? self::EXAMPLE : $request->upload('file');
+        if ($do === 'example') {
+            $form->party = array_merge($form->party, self::EXAMPLE_PARTY);
+        }
+        $form->complete();
+        try {
+            $isFile = $path !== null && !$form->take(self::reader($path));
+            $payments = $form->payments();
+            if (!$isFile) {
+                $form->fill($payments);
+                foreach (array_merge($payments->faults(), $payments->warnings()) as $fault) {
+                    $form->showColumns($fault->row === null ? [] : [(string) $fault->key]);
+                }
+            } else {
+                $ignored = $form->ignoreUnknown ? TransferForm::unknownHeadings(self::reader($path)) : [];
+                $sheet = new Sheet(self::reader($path), $form->german, $ignored);
+                $sheet->fill($payments);
+            }
+        } catch (Unreadable $e) {
+            return new Response(Html::notice('bad', ucfirst($e->getMessage())) . $this->form($request, $form, []), 422);
+        }
+
+        $seen = hash('sha256', serialize([$payments->warnings(), $payments->changes()]));
+        $isSeen = (!$payments->warnings() && !$payments->changes()) || $request->text('seen') === $seen;
+        if ($do === 'document' && !$payments->faults() && $isSeen) {
+            return new Response($payments->document(), 200, 'transfer-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml');
+        }
+        $told = $isFile ? $this->listed($payments, $sheet) : $this->linked($payments, $form->columns);
+        $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
+
+        return new Response($result . $this->form($request, $form, $isFile ? [] : $payments->faults(), $payments->warnings()), $payments->faults() ? 422 : 200);
+    }
+
+    private static function reader(string $path): Reader
+    {
+        $stream = @fopen($path, 'rb');
+        if (!$stream) {
+            throw new Unreadable('the file cannot be read');
+        }
+
+        return new Reader($stream, 'the file');
+    }
+
+    private static function verdict(Payments $payments, bool $isFile, string $told): string
+    {
+        $count = count($payments);
+        $faults = count($payments->faults());
+        $counted = $count . ($count === 1 ? ' payment' : ' payments');
+        if ($faults > 0) {
+            return Html::notice('bad', "$counted, $faults " . ($faults === 1 ? 'fault' : 'faults') . ': there is no document yet', $told);
+        }
+        $ready = "$counted, {$payments->sum()} EUR: ready for the bank";
+        $next = $isFile ? '<p>Choose the file again, and download the document.</p>' : '';
+
+        return Html::notice($told === '' ? 'good' : 'odd', $ready, ($told === '' ? '' : '<p>Please look at this before you download the document.</p>') . $told . $next);
+    }
+
+    /**
+     * Faults, warnings and changes as links to their fields.
+     *
+     * @param list<string> $columns
+     */
+    private function linked(Payments $payments, array $columns): string
+    {
+        $items = '';
+        $told = $payments->faults() ?: $payments->warnings();
+        // As the fields stand on the page.
+        $place = static fn (Fault $fault): array => [
+            $fault->row ?? 0,
+            array_search($fault->key, $fault->row === null ? array_keys(self::PARTY) : $columns, true),
+        ];
+        usort($told, static fn (Fault $a, Fault $b): int => $place($a) <=> $place($b));
+        foreach ($told as $fault) {
+            $number = $fault->row === null ? null : $fault->row - TransferForm::ROW_OFFSET;
+            $where = ($number === null ? '' : 'Payment ' . ($number + 1) . ', ') . $this->label($fault, 'Message');
+            $text = Html::text("$where: $fault->text");
+            $items .= $fault->key === null ? "<li>$text</li>" : '<li><a href="#' . Html::id(self::field($number, $fault->key)) . "\">$text</a></li>";
+        }
+        foreach ($payments->changes() as $change) {
+            $items .= '<li>' . Html::text("“{$change->from}” becomes “{$change->to}”") . '</li>';
+        }
+
+        return $items === '' ? '' : "<ul class=\"notes\">$items</ul>";
+    }
+
+    /** Faults, warnings and changes of a file, by its rows and columns. */
+    private function listed(Payments $payments, Sheet $sheet): string
+    {
+        $told = $payments->faults() ?: $payments->warnings();
+        $rows = '';
+        foreach (array_slice($told, 0, self::MAX_TOLD) as $fault) {
+            $column = $sheet->heading((string) $fault->key) ?? $this->label($fault, '');
+            $rows .= '<tr><td>' . ($fault->row ?? '') . '</td><td>' . Html::text($column) . '</td><td>' . Html::text($fault->text)
+                . '<br><small>' . Html::text($fault->hint) . '</small></td></tr>';
+        }
+        foreach (array_slice($payments->changes(), 0, self::MAX_TOLD) as $change) {
+            $rows .= '<tr><td>' . ($change->row ?? '') . '</td><td>' . Html::text($change->key) . '</td><td>' . Html::text("“{$change->from}” becomes “{$change->to}”") . '</td></tr>';
+        }
+        $more = count($told) - self::MAX_TOLD;
+
+        return $rows === '' ? '' : '<table class="list"><thead><tr><th scope="col">Row</th><th scope="col">Column</th><th scope="col">What it is</th></tr></thead>'
+            . "<tbody>$rows</tbody></table>" . ($more > 0 ? "<p>And $more more.</p>" : '');
+    }
+
+    /**
+     * @param list<Fault> $faults
+     * @param list<Fault> $warnings
+     */
+    private function form(Request $request, TransferForm $form, array $faults, array $warnings = []): string
+    {
+        $by = [];
+        foreach ($faults ?: $warnings as $fault) {
+            $by[$fault->row === null ? '' : $fault->row - TransferForm::ROW_OFFSET][$fault->key ?? ''][] = trim("$fault->text. $fault->hint", ' ');
+        }
+        $party = '';
+        foreach (self::PARTY as $key => [$label, $attributes]) {
+            $party .= Html::field($key, $label, $form->party[$key], $attributes, $by[''][$key] ?? [], self::HELP[$key] ?? '');
+        }
+        $rulebooks = '';
+        foreach (Payments::RULEBOOKS as $rulebook) {
+            $rulebooks .= '<option' . ($rulebook === $form->rulebook ? ' selected' : '') . ">$rulebook</option>";
+        }
+        $party .= "<div class=\"field\"><label for=\"f-rulebook\">Rulebook</label><select id=\"f-rulebook\" name=\"rulebook\">$rulebooks</select></div>";
+        $options = Html::checkbox('german', 'Amounts such as 1.190,00 and dates such as 31.12.2026', $form->german)
+            . Html::checkbox('transliterate', 'Replace letters that the bank does not take', $form->transliterate)
+            . Html::checkbox('ignore', 'Leave out columns of the file whose heading is not known', $form->ignoreUnknown);
+        $columns = Html::text(implode(',', $form->columns));
+        $example = is_file(self::EXAMPLE) ? '<button class="quiet" name="do" value="example">Fill in an example</button>' : '';
+
+        return '<form class="transfer" id="transfer" method="post" action="?page=transfer" enctype="multipart/form-data">'
+            . "<input type=\"hidden\" name=\"columns\" value=\"$columns\">"
+            . "<section class=\"card\"><h2>From</h2><div class=\"party\">$party</div></section>"
+            . '<section class="card"><h2>Payments</h2>' . $this->rows($form, $by)
+            . '<button class="quiet" name="do" value="check" hidden></button><button class="quiet" name="do" value="more">More rows</button>'
+            . '<div class="field file"><label for="f-file">Or a CSV file, up to 10 MB, with headings such as name, iban, amount, ref</label>'
+            . "<input type=\"file\" id=\"f-file\" name=\"file\" accept=\".csv,.txt,text/csv\"></div><div class=\"options\">$options</div></section>"
+            . '<div class="buttons"><button name="do" value="check">Check</button> <button name="do" value="document">Download the document</button> '
+            . $example . '</div>' . Html::formEnd($request) . '</form>';
+    }
+
+    /** @param array<int|string, array<string, list<string>>> $faults by row and key */
+    private function rows(TransferForm $form, array $faults): string
+    {
+        $head = '';
+        foreach ($form->columns as $key) {
+            $head .= "<th scope=\"col\" class=\"$key\">" . Html::text(self::LABELS[$key] ?? $key) . '</th>';
+        }
+        $body = '';
+        foreach ($form->rows as $number => $row) {
+            $cells = '';
+            foreach ($form->columns as $key) {
+                $label = (self::LABELS[$key] ?? $key) . ', payment ' . ($number + 1);
+                $attributes = ['class' => $key === 'iban' || $key === 'bic' ? 'code' : ''] + ($key === 'amount' ? ['inputmode' => 'decimal'] : []);
+                $cells .= "<td class=\"$key\">" . Html::field(self::field($number, $key), $label, $row[$key] ?? '', $attributes, $faults[$number][$key] ?? []) . '</td>';
+            }
+            $other = implode(' ', $faults[$number][''] ?? []);
+            $body .= '<tr><th scope="row">' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";
+        }
+
+        return "<table class=\"rows\"><thead><tr><th scope=\"col\"><span class=\"unseen\">Number</span></th>$head</tr></thead><tbody>$body</tbody></table>";
+    }
+
+    private static function field(?int $number, string $key): string
+    {
+        return $number === null ? $key : "row[$number][$key]";
+    }
+
+    private function label(Fault $fault, string $none): string
+    {
+        $label = $fault->row === null ? self::PARTY[$fault->key ?? ''][0] ?? null : self::LABELS[$fault->key ?? ''] ?? null;
+
+        return $label ?? $fault->key ?? $none;
+    }
+}
