@@ -18,6 +18,9 @@ final class BalanceChart
 
     private const MAX_LINES = 6;
 
+    /** Within what an integer can hold. */
+    private const MAX_UNITS = 9.2e18;
+
     private string $currency;
 
     /** @var list<int> */
@@ -44,7 +47,7 @@ final class BalanceChart
         $lines = $this->lines();
         $high = $lines[0];
         $low = end($lines);
-        $y = static fn (float $units): float => round(($high - $units) / ($high - $low) * self::HEIGHT, 1);
+        $y = static fn (float $units): float => round(max(0, min(1, ($high - $units) / ($high - $low))) * self::HEIGHT, 1);
         $grid = '';
         $labels = '';
         foreach ($lines as $units) {
@@ -53,7 +56,8 @@ final class BalanceChart
             $labels .= '<span>' . Html::text($this->label($units)) . '</span>';
         }
         $path = $this->path($y);
-        $floor = $y(max($low, min($high, 0)));
+        // Only from zero does an area tell how much there is.
+        $area = $low <= 0 && $high >= 0 ? "<path class=\"area\" d=\"{$path}V{$y(0)}H0Z\"/>" : '';
         $text = Html::text(sprintf(
             'Running balance after each of %d bookings: from %s to %s, lowest %s, highest %s %s',
             count($this->balances) - 1,
@@ -66,8 +70,8 @@ final class BalanceChart
             <figure class="chart">
             <figcaption>Running balance in {$this->text($this->currency)}, booking by booking</figcaption>
             <div class="plot"><div class="scale" aria-hidden="true">$labels</div>
-            <svg viewBox="0 0 $size" preserveAspectRatio="none" role="img" aria-label="$text"><g class="grid">$grid</g><path class="area" d="{$path}V{$floor}H0Z"/><path class="line" d="$path"/></svg></div>
-            <div class="range" aria-hidden="true">$range</div>
+            <svg viewBox="0 0 $size" preserveAspectRatio="none" role="img" aria-label="$text"><g class="grid">$grid</g>$area<path class="line" d="$path"/></svg>
+            <div class="range" aria-hidden="true">$range</div></div>
             </figure>
             HTML;
     }
@@ -97,7 +101,7 @@ final class BalanceChart
     /**
      * Round balances around all of them, from the highest down, at even distances.
      *
-     * @return list<int|float>
+     * @return list<int>
      */
     private function lines(): array
     {
@@ -121,7 +125,7 @@ final class BalanceChart
         }
         $lines = [];
         for ($i = $top; $i >= $bottom; --$i) {
-            $lines[] = (int) ($i * $step);
+            $lines[] = (int) max(-self::MAX_UNITS, min(self::MAX_UNITS, $i * $step));
         }
 
         return $lines;

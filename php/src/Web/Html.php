@@ -25,6 +25,7 @@ final class Html
     /**
      * A field with its label.
      *
+     * @param string $label what comes after a comma is for those who do not see where the field stands
      * @param array<string, string|bool> $attributes of the input; true for one without a value
      * @param list<string> $faults what is wrong with it
      */
@@ -48,7 +49,9 @@ final class Html
         $attributes += ['type' => 'text', 'autocomplete' => 'off', 'spellcheck' => 'false'];
         $input = '<input' . self::attributes(['id' => $id, 'name' => $name, 'value' => $value] + $attributes) . '>';
 
-        return "<div class=\"field\"><label for=\"$id\">" . self::text($label) . "</label>$input$below</div>";
+        $label = (string) preg_replace('/,.*/s', '<span class="unseen">$0</span>', self::text($label));
+
+        return "<div class=\"field\"><label for=\"$id\">$label</label>$input$below</div>";
     }
 
     public static function checkbox(string $name, string $label, bool $checked): string

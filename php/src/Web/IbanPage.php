@@ -18,7 +18,7 @@ final class IbanPage implements Page
 
     public function title(): string
     {
-        return 'IBANs and banks';
+        return 'IBANs';
     }
 
     public function respond(Request $request): Response

@@ -34,10 +34,10 @@ final class StatementPage implements Page
         }
         $file = '<div class="field"><label for="f-file">MT940 file of your bank (.sta, .mt940, .txt), up to 10 MB</label>'
             . '<input type="file" id="f-file" name="file" accept=".sta,.mt940,.940,.swi,.txt,text/plain"></div>';
-        $example = is_file(self::EXAMPLE) ? ' <button class="quiet" name="do" value="example">Show an example</button>' : '';
+        $example = is_file(self::EXAMPLE) ? '<button class="quiet" name="do" value="example">Show an example</button>' : '';
 
         return new Response("<section class=\"card\"><form method=\"post\" action=\"?page=statement\" enctype=\"multipart/form-data\">$file"
-            . "<button name=\"do\" value=\"read\">Read the file</button>$example" . Html::formEnd($request) . "</form></section>$result");
+            . "<div class=\"buttons\"><button name=\"do\" value=\"read\">Read the file</button>$example</div>" . Html::formEnd($request) . "</form></section>$result");
     }
 
     private function read(Reader $reader): string
@@ -91,7 +91,7 @@ final class StatementPage implements Page
         $name = $last->account === '' ? 'Account not named' : $last->account;
         $name = preg_match('/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D', $name) ? Ibans::grouped($name) : $name;
 
-        return '<section class="card account"><h2>' . Html::text($name) . '</h2>' . ($chart ? $chart->html($from, $to) : '') . "$statements</section>";
+        return '<section class="card account"><h2>' . Html::text($name) . ' <small>' . Html::text($last->currency) . '</small></h2>' . ($chart ? $chart->html($from, $to) : '') . "$statements</section>";
     }
 
     private function statement(Statement $statement, ?BalanceChart $chart, int $most, bool $isShown): string
@@ -140,9 +140,10 @@ final class StatementPage implements Page
         $name = $opening ? 'Opening balance' : 'Closing balance';
         $name .= $balance && $balance->intermediate ? ' of the page' : '';
         $date = $balance && $balance->date ? $balance->date->format('Y-m-d') : '';
+        $currency = $balance && $balance->amount->currency !== $statement->currency ? ' ' . Html::text($balance->amount->currency) : '';
 
         return "<tr class=\"balance\"><td>$date</td><td>$name</td><td></td><td class=\"number\">"
-            . ($balance ? Html::money($balance->amount) . ' ' . Html::text($balance->amount->currency) : 'missing') . '</td></tr>';
+            . ($balance ? Html::money($balance->amount) : 'missing') . $currency . '</td></tr>';
     }
 
     private static function booking(Booking $booking, string $balance): string

@@ -22,7 +22,11 @@ final class TransferForm
 
     private const EMPTY_ROWS = 3;
 
+    /** Of an empty form. */
     private const COLUMNS = ['name', 'iban', 'amount', 'ref'];
+
+    /** Before the rest, in this order. */
+    private const ORDER = ['name', 'iban', 'amount', 'ref', 'date', 'id', 'bic', 'purp'];
 
     /** @var array<string, string> the submitting party and the message, by the keys of faults */
     public array $party;
@@ -69,7 +73,8 @@ final class TransferForm
     /** @param list<string> $keys those that a transfer has are shown, too */
     public function showColumns(array $keys): void
     {
-        $this->columns = array_values(array_unique(array_merge($this->columns, array_intersect($keys, Transfers::transactionKeys()))));
+        $ordered = array_unique(array_merge(self::ORDER, Transfers::transactionKeys()));
+        $this->columns = array_values(array_intersect($ordered, array_merge($this->columns, $keys)));
     }
 
     public function addRows(): void

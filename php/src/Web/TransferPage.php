@@ -20,6 +20,9 @@ final class TransferPage implements Page
     /** Faults of a file that are listed; the rest is counted. */
     private const MAX_TOLD = 200;
 
+    /** Columns that a row has room for; more stand in several lines. */
+    private const MAX_IN_LINE = 5;
+
     private const PARTY = [
         'name' => ['Your name', ['autocomplete' => 'organization', 'maxlength' => '70']],
         'iban' => ['Your IBAN', ['class' => 'code', 'maxlength' => '60']],
@@ -210,10 +213,12 @@ final class TransferPage implements Page
                 $cells .= "<td class=\"$key\">" . Html::field(self::field($number, $key), $label, $row[$key] ?? '', $attributes, $faults[$number][$key] ?? []) . '</td>';
             }
             $other = implode(' ', $faults[$number][''] ?? []);
-            $body .= '<tr><th scope="row">' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";
+            $body .= '<tr><th scope="row"><span class="word">Payment </span>' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";
         }
 
-        return "<table class=\"rows\"><thead><tr><th scope=\"col\"><span class=\"unseen\">Number</span></th>$head</tr></thead><tbody>$body</tbody></table>";
+        $many = count($form->columns) > self::MAX_IN_LINE ? ' many' : '';
+
+        return "<table class=\"rows$many\"><thead><tr><th scope=\"col\"><span class=\"unseen\">Number</span></th>$head</tr></thead><tbody>$body</tbody></table>";
     }
 
     private static function field(?int $number, string $key): string

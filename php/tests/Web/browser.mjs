@@ -95,7 +95,7 @@ await test('damage in a statement is told, and nothing in it is taken for HTML',
     await upload(page, 'x.sta', `:20:${html}\n:25:${html}\n:60F:C261126EUR1,00\n:61:261127RC0,40NTRF${html}\n:86:166?00${html}?20${html}?32${html}\n:86`);
     await press(page, 'Read the file');
     equal(await heading(page), '1 statement, 1 booking: 1 to be looked at');
-    equal(await page.locator('h2').innerText(), html);
+    equal(await page.locator('h2').innerText(), `${html} EUR`);
     equal(await page.locator('.bookings strong').innerText(), html);
     equal(await page.locator('.badge').first().innerText(), 'cut');
     equal(await page.locator('.bookings .money').nth(1).innerText(), '−0.40');
@@ -183,7 +183,7 @@ for (const [device, width] of [['phone', 360], ['desktop', 1100]]) {
             await press(page, 'Show an example');
             await fits(page);
             await shot(page, 'statement');
-            await upload(page, 'x.sta', readFileSync(`${examples}statement.sta`, 'latin1').replace('C261127EUR16556,78', 'C261127EUR16556,79').slice(0, 1500));
+            await upload(page, 'x.sta', readFileSync(`${examples}statement.sta`, 'utf8').replace('C261127EUR16556,78', 'C261127EUR16556,79').slice(0, 1500));
             await press(page, 'Read the file');
             await fits(page);
             await shot(page, 'statement-faults');

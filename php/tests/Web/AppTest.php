@@ -1,0 +1,149 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Tests\Web;
+
+use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\Web\App;
+use Sepa\Toolkit\Web\BalanceChart;
+use Sepa\Toolkit\Web\Request;
+use Sepa\Toolkit\Web\Response;
+
+/** What a browser shows is tested in one, by browser.mjs. */
+final class AppTest extends TestCase
+{
+    private const TOKEN = '0123456789abcdef0123456789abcdef';
+
+    private const HOSTILE = '"><script>\'&\0';
+
+    private const PARTY = ['name' => 'A', 'iban' => 'DE89370400440532013000'];
+
+    /** @param array<mixed> $post */
+    private static function post(string $page, array $post, array $files = [], array $server = [], ?string $cookie = self::TOKEN): Response
+    {
+        $post += [Request::TOKEN => self::TOKEN, Request::LAST_FIELD => '1'];
+        $server += ['REQUEST_METHOD' => 'POST', 'HTTP_HOST' => 'localhost:8080', 'HTTP_ORIGIN' => 'http://localhost:8080', 'CONTENT_LENGTH' => '1'];
+
+        return (new App())->respond(new Request(['page' => $page], array_filter($post), $files, [Request::TOKEN => $cookie], $server));
+    }
+
+    /** @return array<string, array<string, mixed>> */
+    private static function upload(string $text): array
+    {
+        $path = tempnam(sys_get_temp_dir(), 'sepa-test');
+        file_put_contents($path, $text);
+
+        return ['file' => ['error' => UPLOAD_ERR_OK, 'size' => strlen($text), 'tmp_name' => $path]];
+    }
+
+    public function testOnlyAWholeFormOfThisSiteIsTaken(): void
+    {
+        $form = ['do' => 'check', 'iban' => 'DE89370400440532013000'];
+        $answers = [
+            [200, self::post('iban', $form)],
+            [200, self::post('iban', $form, [], ['HTTP_ORIGIN' => ''])],
+            [403, self::post('iban', [Request::TOKEN => str_repeat('0', 32)] + $form)],
+            [403, self::post('iban', [Request::TOKEN => ''] + $form)],
+            [403, self::post('iban', [Request::TOKEN => ['x']] + $form)],
+            [403, self::post('iban', $form, [], [], null)],
+            [403, self::post('iban', [Request::TOKEN => 'x'] + $form, [], [], 'x')],
+            [403, self::post('iban', $form, [], ['HTTP_ORIGIN' => 'http://localhost:8081'])],
+            [403, self::post('iban', $form, [], ['HTTP_ORIGIN' => 'null'])],
+            [413, self::post('iban', [Request::LAST_FIELD => ''] + $form)],
+            [413, self::post('iban', [Request::LAST_FIELD => '', Request::TOKEN => ''], [], ['CONTENT_LENGTH' => '99999999'])],
+        ];
+        foreach ($answers as $i => [$status, $answer]) {
+            self::assertSame($status, $answer->status, "request $i");
+            self::assertSame($status === 200, strpos($answer->body, 'The IBAN is good') !== false, "request $i");
+        }
+    }
+
+    public function testNoInputBecomesHtml(): void
+    {
+        $row = ['name' => self::HOSTILE, 'iban' => self::HOSTILE, 'amount' => self::HOSTILE, 'ref' => [self::HOSTILE]];
+        $statement = ":20:x\n:25:x\n:60F:C261126EUR1,\n:61:261127C1,NTRF\n:86:166?00x?20x?32x\n:62F:C261126EUR2,\n:86:x\n-\n";
+        $answers = [
+            self::post('iban', ['do' => 'check', 'iban' => self::HOSTILE]),
+            self::post('iban', ['do' => 'convert', 'account' => self::HOSTILE, 'bank_code' => self::HOSTILE]),
+            self::post('iban', ['do' => 'bank', 'query' => self::HOSTILE]),
+            self::post('statement', ['do' => 'read'], self::upload(str_replace('x', self::HOSTILE, $statement))),
+            self::post('statement', ['do' => 'read'], self::upload(":20:\xFF\n:61:261127C1,NTRF\xFF\n")),
+            self::post('transfer', ['do' => 'check', 'columns' => 'id,' . self::HOSTILE, 'row' => [$row, 'x', []], 'date' => self::HOSTILE] + array_fill_keys(['name', 'iban', 'bic', 'messageId', 'rulebook'], self::HOSTILE)),
+            self::post('transfer', ['do' => 'check'] + self::PARTY, self::upload("iban,amount," . self::HOSTILE . "\n1,2," . self::HOSTILE)),
+            self::post(self::HOSTILE, ['do' => self::HOSTILE]),
+        ];
+        foreach ($answers as $i => $answer) {
+            self::assertStringNotContainsString('<script>', $answer->body, "request $i");
+            self::assertNotFalse(preg_match('//u', $answer->body));
+            self::assertNotSame(500, $answer->status, "request $i");
+        }
+    }
+
+    public function testUploadsAreRemovedAndBounded(): void
+    {
+        foreach ([':20:x', str_repeat('x', Request::MAX_UPLOAD + 1)] as $text) {
+            $files = self::upload($text);
+            $answer = self::post('statement', ['do' => 'read'], $files);
+            self::assertSame($text === ':20:x' ? 200 : 413, $answer->status);
+            self::assertFileDoesNotExist($files['file']['tmp_name']);
+        }
+        foreach ([['error' => UPLOAD_ERR_INI_SIZE], ['error' => UPLOAD_ERR_PARTIAL], ['error' => [0], 'tmp_name' => ['x']]] as $file) {
+            self::assertGreaterThanOrEqual(400, self::post('statement', ['do' => 'read'], ['file' => $file])->status);
+        }
+    }
+
+    public function testADocumentLeavesOnlyWithoutFaultsAndAfterOddThingsWereSeen(): void
+    {
+        $row = ['name' => 'B', 'iban' => 'DE12500105170648489890', 'amount' => '1,00'];
+        $form = ['do' => 'document', 'german' => '1', 'messageId' => 'M/1', 'row' => [$row, ['amount' => '2,00'] + $row]] + self::PARTY;
+        $answer = self::post('transfer', $form);
+        self::assertSame([200, 'transfer-M-1.xml'], [$answer->status, $answer->filename]);
+        self::assertStringContainsString('<CtrlSum>3.00</CtrlSum>', $answer->body);
+
+        self::assertNull(self::post('transfer', ['row' => [$row, ['amount' => 'x'] + $row]] + $form)->filename);
+        self::assertNull(self::post('transfer', ['row' => []] + $form)->filename);
+
+        $twice = ['row' => [$row, $row]] + $form;
+        $answer = self::post('transfer', $twice);
+        self::assertNull($answer->filename);
+        preg_match('/name="seen"[^>]* value="(\w+)"/', $answer->body, $seen);
+        self::assertNotNull(self::post('transfer', $twice + ['seen' => $seen[1]])->filename);
+        self::assertNull(self::post('transfer', ['row' => [$row, $row, $row]] + $twice + ['seen' => $seen[1]])->filename);
+    }
+
+    public function testThePolicyLetsNothingInFromElsewhere(): void
+    {
+        $request = new Request([], [], [], [], ['HTTPS' => 'on']);
+        $headers = (new App())->headers($request, new Response(''));
+        self::assertStringStartsWith("default-src 'none'; style-src 'self';", $headers['Content-Security-Policy']);
+        self::assertStringNotContainsString('unsafe', $headers['Content-Security-Policy']);
+        self::assertMatchesRegularExpression('/^sepa_token=[0-9a-f]{32}; Path=\/; HttpOnly; SameSite=Strict; Secure$/', $headers['Set-Cookie']);
+        self::assertStringNotContainsString('style=', (new App())->respond($request)->body);
+    }
+
+    /** @dataProvider balances */
+    public function testChartsStayInTheirFrame(int $opening, array $balances): void
+    {
+        $chart = new BalanceChart('EUR', $opening);
+        array_map([$chart, 'add'], $balances);
+        preg_match('/<path class="line" d="([^"]+)"/', $chart->html('', ''), $path);
+        preg_match_all('/([MHV])([\d.]+)(?: ([\d.]+))?/', $path[1], $parts, PREG_SET_ORDER);
+        self::assertSame($path[1], implode('', array_column($parts, 0)));
+        self::assertLessThan(2000, count($parts));
+        foreach ($parts as $part) {
+            self::assertLessThanOrEqual($part[1] === 'H' ? 1000 : 300, (float) ($part[3] ?? $part[2]));
+        }
+    }
+
+    public function balances(): array
+    {
+        return [
+            'flat' => [0, [0, 0]],
+            'flat in debit' => [-5, [-5, -5]],
+            'huge' => [PHP_INT_MIN, [PHP_INT_MAX, 0]],
+            'many' => [100, range(-5000, 100000)],
+            'close' => [1000000001, [1000000002, 1000000000]],
+        ];
+    }
+}
