@@ -111,6 +111,12 @@ need_toolkit() {
 # system's configuration, since the toolkit's libraries need mbstring and more.
 run_toolkit() { "$PHP" -d extension="$out/php/build/modules/sepa.so" "$@"; }
 
+# serve_page ADDRESS: the page, in place of this process.
+serve_page() {
+    exec "$PHP" -d extension="$out/php/build/modules/sepa.so" -d file_uploads=1 -d upload_max_filesize=10M \
+        -d post_max_size=11M -d max_input_vars=5000 -S "$1" -t "$root/php/web" "$root/php/web/index.php"
+}
+
 # Locales of the script tests' own, in a folder of their own.
 make_locales() {
     export LOCPATH=$out/locales

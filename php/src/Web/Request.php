@@ -82,13 +82,13 @@ final class Request
         if (!$this->post && (int) ($this->server['CONTENT_LENGTH'] ?? 0) > 0) {
             throw new Refused('That is too much: a file can have 10 MB.', 413);
         }
+        if ($this->text(self::LAST_FIELD) === '') {
+            throw new Refused('The form has too many fields for this server: take a CSV file.', 413);
+        }
         $origin = $this->server['HTTP_ORIGIN'] ?? '';
         $ownSite = $origin === '' || parse_url($origin, PHP_URL_HOST) . self::port($origin) === ($this->server['HTTP_HOST'] ?? '');
         if (!$this->knowsToken || !hash_equals($this->token, $this->text(self::TOKEN)) || !$ownSite) {
             throw new Refused('The form comes from elsewhere or is too old: please send it again.', 403);
-        }
-        if ($this->text(self::LAST_FIELD) === '') {
-            throw new Refused('The form has too many fields for this server: take a CSV file.', 413);
         }
     }
 

@@ -70,7 +70,7 @@ final class StatementPage implements Page
         }
         $counts = self::counted($statements, 'statement') . ', ' . self::counted($bookings, 'booking') . ': ';
         $isGood = $good === $statements && $faults === '';
-        $verdict = $good === $statements ? 'opening balances and bookings come to the closing balances' : ($statements - $good) . ' to be looked at';
+        $verdict = $good === $statements ? 'opening balances and bookings come to the closing balances' : self::number($statements - $good) . ' to be looked at';
         $more = $statements > self::MAX_STATEMENTS || $bookings > self::MAX_BOOKINGS
             ? '<p>' . Html::text(sprintf('The first %d statements and %d bookings are shown.', self::MAX_STATEMENTS, self::MAX_BOOKINGS)) . '</p>' : '';
 
@@ -180,6 +180,11 @@ final class StatementPage implements Page
 
     private static function counted(int $count, string $noun): string
     {
-        return number_format($count, 0, '.', "\u{202F}") . " $noun" . ($count === 1 ? '' : 's');
+        return self::number($count) . " $noun" . ($count === 1 ? '' : 's');
+    }
+
+    private static function number(int $number): string
+    {
+        return number_format($number, 0, '.', "\u{202F}");
     }
 }
