@@ -66,6 +66,10 @@ abstract class LookupCommand extends Command
 
         $stream = $input instanceof StreamableInputInterface ? $input->getStream() : null;
         $reader = new Reader($stream ?? STDIN, 'standard input');
+        $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
+        if ($stream === null && stream_isatty(STDIN)) {
+            $errors->writeln('One row a line; Ctrl-D ends.');
+        }
         $progress = Progress::ofTable($output, $reader);
         $rows->besides($progress);
         $count = 0;
@@ -80,8 +84,8 @@ abstract class LookupCommand extends Command
             $progress->hide();
             $rows->flush();
         }
-        if ($output instanceof ConsoleOutputInterface && Rows::format($input) === Rows::TABLE) {
-            $output->getErrorOutput()->writeln("rows: $count, refused: $refused");
+        if (Rows::format($input) === Rows::TABLE) {
+            $errors->writeln("rows: $count, refused: $refused");
         }
 
         return $refused ? ExitCode::REFUSED : ExitCode::GOOD;
