@@ -53,6 +53,9 @@ final class Collections extends Payments
             [$code] = Reasons::of($e->getMessage());
             $this->refuse(null, null, 'type', $code, $e->getMessage());
         }
+        if ($type === 'COR1' && in_array($rulebook, ['AT-6', 'NL-6'], true)) {
+            $this->warn(null, 'type', 'cor1_national', "COR1 under $rulebook");
+        }
     }
 
     public static function transactionKeys(): array

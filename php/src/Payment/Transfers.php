@@ -47,7 +47,9 @@ final class Transfers extends Payments
 
     protected static function required(string $rulebook): array
     {
-        // The schemas of DE-2 want something in RmtInf, which is always written.
-        return parent::required($rulebook) + (strncmp($rulebook, 'DE-2.', 5) === 0 ? ['ref' => 'Remittance information missing'] : []);
+        // Their schemas want something in RmtInf, which is always written.
+        $wantsRef = strncmp($rulebook, 'DE-', 3) === 0 && $rulebook !== 'DE-3.7';
+
+        return parent::required($rulebook) + ($wantsRef ? ['ref' => 'Remittance information missing'] : []);
     }
 }

@@ -121,8 +121,10 @@ final class DocumentsTest extends TestCase
         ];
         $structured = '//p:PstlAdr[not(p:TwnNm and p:Ctry)] | //p:AdrLine | //p:BIC';
         $paths[] = $rulebook === 'DE-3.7' ? $structured : '//p:TwnNm | //p:StrtNm | //p:BICFI';
-        if (strncmp($rulebook, 'DE-2.', 5) === 0) {
+        if (strncmp($rulebook, 'DE-', 3) === 0 && $rulebook !== 'DE-3.7') {
             $paths[] = '//p:CdtTrfTxInf[not(p:RmtInf/p:Ustrd)]';
+        }
+        if (strncmp($rulebook, 'DE-2.', 5) === 0) {
             $paths[] = '//p:MndtId[contains(., " ")]';
         }
         if ($rulebook === 'DE-2.6') {

@@ -92,6 +92,7 @@ final class PaymentsTest extends TestCase
         }, $payments->warnings());
         self::assertSame($expected, $found);
         self::assertNotSame('', $payments->document());
+        self::assertSame('cor1_national', Samples::collections('NL-6', ['type' => 'COR1'])->warnings()[0]->code);
     }
 
     public function oddities(): iterable

@@ -78,7 +78,7 @@ final class Samples
     {
         $rulebook = $payments->rulebook();
         $isDebit = $payments instanceof Collections;
-        $old = strncmp($rulebook, 'DE-2.', 5) === 0;
+        $wantsRef = strncmp($rulebook, 'DE-', 3) === 0 && $rulebook !== 'DE-3.7' && !$isDebit;
         $iban = array_rand(self::IBANS);
         $all = ['name' => self::text($rulebook, 70), 'iban' => $iban, 'amount' => self::amount()];
         $some = [
@@ -95,7 +95,7 @@ final class Samples
             $some += ['purp' => 'SALA'];
         }
         foreach ($some as $key => $value) {
-            if (mt_rand(0, 1) || ($key === 'ref' && $old && !$isDebit) || ($key === 'bic' && $rulebook === 'DE-2.6')) {
+            if (mt_rand(0, 1) || ($key === 'ref' && $wantsRef) || ($key === 'bic' && $rulebook === 'DE-2.6')) {
                 $all[$key] = $value;
             }
         }
