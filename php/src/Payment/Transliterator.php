@@ -10,7 +10,9 @@ use function Symfony\Component\String\u;
 final class Transliterator
 {
     /** What has a usual stand-in that transliteration does not know. */
-    private const STAND_INS = ['&' => '+', '_' => '-', '@' => '(at)', '%' => 'v.H.', '€' => 'EUR', '§' => 'Par.', '°' => '.'];
+    private const STAND_INS = [
+        'Ä' => 'Ae', 'Ö' => 'Oe', 'Ü' => 'Ue', '&' => '+', '_' => '-', '@' => '(at)', '%' => 'v.H.', '€' => 'EUR', '§' => 'Par.', '°' => '.',
+    ];
 
     private Extension $extension;
 
