@@ -3,6 +3,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME dev)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/sepa)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/sepa)
 
