@@ -42,7 +42,8 @@ $extension->info();
 
 // The signatures for readers, in a namespace of their own, say the same but for
 // the status, which the module declares as required and does not ask for.
-$signatures = file_get_contents(__DIR__ . '/../../binding/sepa.stub.php');
+require __DIR__ . '/support.inc';
+$signatures = file_get_contents(signatures_file());
 eval('namespace Signatures; class Exception extends \Exception {}' . substr($signatures, strlen('<?php')));
 ob_start();
 show_classes();
