@@ -16,15 +16,14 @@ static bool memory_is_out;
 static int growths_left = -1;           // of a buffer; below 0 for any number
 static std::atomic<int> secrets_freed;  // blocks with this word in them
 
-static int next_rulebook = RULEBOOK_NONE;  // which "another thread" chooses in the midst of an add
+static std::atomic<int> next_rulebook = RULEBOOK_NONE;  // which "another thread" chooses in the midst of an add
 
 // The linker sends the program's calls of these functions here.
 extern "C" {
 size_t __real_strnlen(const char* text, size_t limit);
 size_t __wrap_strnlen(const char* text, size_t limit);
 size_t __wrap_strnlen(const char* text, size_t limit) {
-    if (next_rulebook != RULEBOOK_NONE) current_rulebook = next_rulebook;
-    next_rulebook = RULEBOOK_NONE;
+    if (int chosen = next_rulebook.exchange(RULEBOOK_NONE); chosen != RULEBOOK_NONE) current_rulebook = chosen;
     return __real_strnlen(text, limit);
 }
 void* __real_realloc(void* block, size_t size);
