@@ -49,10 +49,6 @@ final class Details
             return null;
         }
         [$head, $fields] = self::subfields($text);
-        // With other numbers around it, a "?" and two digits that are text could become a marker.
-        if (preg_grep('/\?\d\d/', $fields)) {
-            return null;
-        }
         $purpose = array_intersect_key($fields, array_flip(self::PURPOSE));
         $parts = self::split($purpose);
         if (!$parts || count($parts) > count(self::PURPOSE)) {
@@ -82,30 +78,26 @@ final class Details
     }
 
     /**
-     * The subfields as the extension finds them: numbers rise, what doesn't rise is text,
-     * and where the number's successor comes later, all before that is text, too.
+     * The subfields, if their numbers rise. Where they don't, some markers are text to the
+     * extension, and others could become markers if numbers around them changed.
      *
      * @return array{string, array<int, string>} what goes before the first, and the subfields by number
      */
     private static function subfields(string $text): array
     {
-        preg_match_all('/\?(\d\d)/', $text, $markers, PREG_OFFSET_CAPTURE);
-        $places = [];
-        $last = [];
-        foreach ($markers[1] as [$number, $place]) {
-            $places[] = [(int) $number, $place - 1];
-            $last[(int) $number] = count($places) - 1;
-        }
+        $parts = preg_split('/\?(\d\d)/', $text, -1, PREG_SPLIT_DELIM_CAPTURE);
         $fields = [];
-        for ($i = 0; isset($places[$i]); $i = $next) {
-            [$number, $place] = $places[$i];
-            for ($next = $i + 1; isset($places[$next]) && $places[$next][0] <= $number; ++$next);
-            $next = max($next, $last[$number + 1] ?? 0);
-            $end = $places[$next][1] ?? strlen($text);
-            $fields[$number] = substr($text, $place + 3, $end - $place - 3);
+        $last = -1;
+        for ($i = 1; isset($parts[$i]); $i += 2) {
+            $number = (int) $parts[$i];
+            if ($number <= $last) {
+                return [$text, []];
+            }
+            $fields[$number] = $parts[$i + 1];
+            $last = $number;
         }
 
-        return [substr($text, 0, $places[0][1] ?? strlen($text)), $fields];
+        return [$parts[0], $fields];
     }
 
     /**

@@ -36,6 +36,7 @@ final class DetailsTest extends TestCase
                 '166?20a EREF+b KREF+c MREF+d CRED+e DEBT+f PURP+g COAM+h OAMT+i SVWZ+j ABWA+k ABWE+l?32N?60m?99x',
                 '166?20a?21EREF+b?22KREF+c?23MREF+d?24CRED+e?25DEBT+f?26PURP+g?27COAM+h?28OAMT+i?29SVWZ+j?32N?60ABWA+k?61ABWE+lm?99x',
             ],
+            'an empty part' => ['166?20EREF+A?21?22SVWZ+B KREF+', '166?20EREF+A ?21SVWZ+B?22KREF+'],
             'a marker in the text' => ['166?20A?10B SVWZ+C', null],
             'not in the purpose' => ['166?20A?32EREF+ GMBH SVWZ+', null],
             'no subfields' => ['EREF+A SVWZ+B', null],

@@ -62,7 +62,7 @@ final class ReaderTest extends TestCase
         $one = ":61:2611271127CR42,50NTRFNONREF//POS 1\n:86:166?00GUTSCHRIFT?20Miete?32JÄGER\n";
         $with = static fn (string $search, string $replace): string => self::statement(str_replace($search, $replace, $one));
         $plain = self::statement($one);
-        yield 'none' => [[], $plain, ['name' => 'JÄGER', 'amount' => 42.5, 'bankref' => 'POS 1', 'gvc' => 166, 'booked' => '2026-11-27', 'line' => 6]];
+        yield 'none' => [[], self::statement("$one:61:261127C0,NTRF\n:86:020?20X\n"), ['name' => 'JÄGER', 'amount' => 42.5, 'bankref' => 'POS 1', 'gvc' => 166, 'booked' => '2026-11-27', 'line' => 6]];
         yield 'LF' => [['line_ends'], str_replace("\r\n", "\n", $plain), ['name' => 'JÄGER']];
         yield 'CR' => [['line_ends'], str_replace("\r\n", "\r", $plain), ['name' => 'JÄGER']];
         yield 'no line end' => [['first_line_end', 'last_line_end'], trim($plain), ['name' => 'JÄGER']];
@@ -81,6 +81,7 @@ final class ReaderTest extends TestCase
         yield 'point' => [['amount_form'], $with('42,50', '42.50'), ['amount' => 42.5]];
         yield 'thousands' => [['amount_form'], self::statement(str_replace('42,50', '1.042,50', $one), '1142,50'), ['amount' => 1042.5]];
         yield 'booked last year' => [['booking_year'], $with('2611271127', '2611270102'), ['booked' => '2027-01-02']];
+        yield 'booked the year before' => [['booking_year'], $with('2611271127', '2602011130'), ['booked' => '2025-11-30']];
         yield 'details of the statement' => [['details_of_statement'], self::statement($one, "142,50\n:86:020?20Kontoabschluss"), ['purpose' => 'Miete', 'information' => '020?20Kontoabschluss']];
         yield 'details before the bookings' => [['details_of_statement'], self::statement(":86:Hinweis\n$one"), ['purpose' => 'Miete', 'information' => 'Hinweis']];
         yield 'details last' => [['details_last'], str_replace("-\r\n", str_replace("\n", "\r\n", "$one-\n"), self::statement('')), ['name' => 'JÄGER']];
@@ -98,6 +99,7 @@ final class ReaderTest extends TestCase
         $statement = self::read($text)[0];
         self::assertSame($told, self::codes($statement->faults));
         self::assertFalse($statement->balanced);
+        self::assertSame('', $statement->information);
         self::assertSame($difference, $statement->difference ? $statement->difference->text() : null);
         self::assertSame($amounts, array_map(static fn (Booking $booking): string => $booking->amount->text(), self::bookings($statement)));
     }
@@ -117,8 +119,13 @@ final class ReaderTest extends TestCase
         yield 'two accounts' => [['account'], self::statement(":25:OTHER\n$good"), '0.00', ['42.50']];
         yield 'two currencies' => [['balances'], str_replace(':62F:C261127EUR', ':62F:C261127CHF', $plain), null, ['42.50']];
         yield 'two openings' => [['balances'], self::statement(":60M:C261126EUR1,\n$good"), '0.00', ['42.50']];
+        yield 'two closings' => [['balances'], self::statement("$good:62M:C261126EUR142,50\n"), '0.00', ['42.50']];
+        yield 'balance of a page' => [['balance'], self::statement("$good:62M:C261126EURO\n"), '0.00', ['42.50']];
+        yield 'cut in the closing balance' => [['cut'], self::statement($good, '142,5', ''), null, ['42.50']];
+        yield 'cut in an amount' => [['cut'], trim(preg_replace('/50NTRF.*/s', '', $plain)), null, []];
+        yield 'cut in a text' => [['cut'], preg_replace('/:62F.*/s', ":86:166?20Miete\n-", $plain), null, ['42.50']];
         yield 'a page is missing' => [['balances'], self::statement("$good:62M:C261126EUR142,50\n:60M:C261126EUR150,\n"), '0.00', ['42.50']];
-        yield 'interim' => [['interim'], "\n:20:A\n:25:B\n:34F:KWDD0,\n:13D:2611271200+0100\n:61:261127ED1,5NTRF\n:86:020?00X\n:90D:1KWD1,5\n-\n", null, ['-1.500']];
+        yield 'interim' => [['interim'], "\n:20:A\n:25:B\n:34F:KWDD0,\n:13D:2611271200+0100\n:61:261127ED1,5NTRF\n:61:261127EC1,NTRF\n:86:020?00X\n:90D:1KWD1,5\n-\n", null, ['-1.500', '1.000']];
     }
 
     public function testDatesThatTheCalendarDoesNotHaveAreFaultsAndNothingElseIsLost(): void
@@ -157,6 +164,7 @@ final class ReaderTest extends TestCase
             self::assertSame(self::withoutLines($same), self::withoutLines($got));
         }
         self::assertSame(4, $i);
+        self::assertFalse($statement->cut);
         self::assertSame([], $reader->faults());
     }
 
@@ -170,6 +178,7 @@ final class ReaderTest extends TestCase
             'no dashes' => [static fn (string $text): string => str_replace("\r\n-\r\n", "\r\n", $text)],
             'no last line end' => [static fn (string $text): string => rtrim($text)],
             'with a head line' => [static fn (string $text): string => str_replace(':20:', "ABCDEF2A\r\n940\r\n:20:", $text)],
+            'enveloped without ends' => [static fn (string $text): string => str_replace("-\r\n", '', str_replace(':20:', "{1:F01X}{2:I940X}{4:\r\n:20:", $text)) . '-}'],
             'enveloped' => [static fn (string $text): string => preg_replace('/:20:.*?\r\n(?=-\r)/s', "{1:F01X}{2:I940X}{4:\r\n$0", str_replace("\r\n-\r", "\r\n-}\r", $text)) . '}'],
         ];
     }
@@ -195,9 +204,19 @@ final class ReaderTest extends TestCase
 
     public function testWhatAFileLacksIsTold(): void
     {
-        foreach (['' => 'empty', "\r\n" => 'no_statement', 'PK' => 'no_statement', ":20" => 'cut', ":61:261127C1,NTRF\n:20:" => 'outside'] as $text => $code) {
+        foreach (['' => 'empty', "\r\n" => 'no_statement', 'PK' => 'no_statement', ":20" => 'cut', ":61:261127C1,NTRF\n:20:" => 'outside', '{1:F01X}{4:' => 'cut'] as $text => $code) {
             self::read($text, $reader);
             self::assertSame($code, $reader->faults()[0]->code, $text);
+        }
+    }
+
+    public function testLineEndsMayStandAnywhereInAFile(): void
+    {
+        $text = self::statement(":61:261127C42,50NTRF\n");
+        for ($length = 65525; $length < 65536; ++$length) {
+            $statement = self::read(str_repeat('x', $length) . $text)[0];
+            self::assertSame([], $statement->mended);
+            self::assertTrue($statement->balanced);
         }
     }
 
@@ -232,6 +251,7 @@ final class ReaderTest extends TestCase
         unset($block);
         foreach (Reader::file($file) as $statement) {
             iterator_apply($statement->bookings->getIterator(), static fn (): bool => true);
+            self::assertLessThan(100000, strlen($statement->information));
             unset($statement);
         }
         self::assertLessThan($most * 1000000, memory_get_peak_usage() - $before);
@@ -245,8 +265,9 @@ final class ReaderTest extends TestCase
         return [
             'many statements' => ['', "\n:20:A\n:60F:C261127EUR0," . str_repeat($booking, 50) . "\n:62F:C261127EUR50,\n-", '', 6],
             'one statement' => ["\n:20:A\n:60F:C261127EUR0,", $booking, "\n:62F:C261127EUR1,\n-\n", 30],
-            'one line' => [":20:A$booking\n:86:", 'x', '', 6],
+            'one line' => [":20:A$booking\n:86:", 'x', '', 2],
             'one field' => [":20:A$booking\n:86:", "x\n", '', 6],
+            'all information' => [":20:A\n", ":86:x\n", '', 6],
             'no statement' => ['', ":61:x\n", '', 6],
         ];
     }

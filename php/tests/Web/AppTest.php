@@ -103,6 +103,10 @@ final class AppTest extends TestCase
 
         self::assertNull(self::post('transfer', ['row' => [$row, ['amount' => 'x'] + $row]] + $form)->filename);
         self::assertNull(self::post('transfer', ['row' => []] + $form)->filename);
+        foreach (["name,iban,amount\nB,{$row['iban']}", "iban,iban,amount\n{$row['iban']},{$row['iban']},1", "iban,amount,colour\n{$row['iban']},1,red"] as $sheet) {
+            $answer = self::post('transfer', $form, self::upload($sheet));
+            self::assertSame([null, 422], [$answer->filename, $answer->status], $sheet);
+        }
 
         $twice = ['row' => [$row, $row]] + $form;
         $answer = self::post('transfer', $twice);
