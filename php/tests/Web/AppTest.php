@@ -103,7 +103,7 @@ final class AppTest extends TestCase
 
         self::assertNull(self::post('transfer', ['row' => [$row, ['amount' => 'x'] + $row]] + $form)->filename);
         self::assertNull(self::post('transfer', ['row' => []] + $form)->filename);
-        foreach (["name,iban,amount\nB,{$row['iban']}", "iban,iban,amount\n{$row['iban']},{$row['iban']},1", "iban,amount,colour\n{$row['iban']},1,red"] as $sheet) {
+        foreach (["name,iban,amount\nB,{$row['iban']}", "name,iban,iban,amount\nB,{$row['iban']},{$row['iban']},1", "name,iban,amount,colour\nB,{$row['iban']},1,red"] as $sheet) {
             $answer = self::post('transfer', $form, self::upload($sheet));
             self::assertSame([null, 422], [$answer->filename, $answer->status], $sheet);
         }
