@@ -35,6 +35,20 @@ inline void sepa_refuse_serialization(zend_class_entry* ce) {
 #endif
 }
 
+// An array that is filled once, in place: room for `count` text keys, and a key
+// that it has not yet.
+#if PHP_VERSION_ID >= 70400
+#define SEPA_NEW_ARRAY(array, count)                  \
+    do {                                              \
+        array_init_size(array, count);                \
+        zend_hash_real_init_mixed(Z_ARRVAL_P(array)); \
+    } while (0)
+#define SEPA_APPEND(array, key, value) _zend_hash_append(array, key, value)
+#else
+#define SEPA_NEW_ARRAY(array, count) array_init_size(array, count)
+#define SEPA_APPEND(array, key, value) zend_hash_add_new(array, key, value)
+#endif
+
 // What a module's start function returns: int, or zend_result from 8.x on.
 #include <type_traits>
 using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_startup_func), int, int>;

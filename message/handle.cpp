@@ -20,7 +20,7 @@ sepa_t* sepa_new(long msgtype) {
 
 void sepa_free(sepa_t* handle) {
     if (!handle) return;
-    arena_free(&handle->records);
+    arena_free(&handle->records, wipe_block);
     for (char** text :
          {&handle->iban, &handle->bic, &handle->name, &handle->creditor_id, &handle->date, &handle->msgid})
         wipe_text(text);

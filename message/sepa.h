@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "message/record_arena.h"
 #include "message/xmlbuf.h"
+#include "platform/record_arena.h"
 #include "text/amount.h"
 
 constexpr long SEPA_MSGTYPE_DDI = 1;  // direct debit

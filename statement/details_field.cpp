@@ -14,13 +14,14 @@ static constexpr size_t full_line = 27;
 static constexpr size_t full_line_after_keyword = full_line - keyword_length;
 
 static constexpr int name_continued = 33;
+static constexpr size_t marker_numbers = 100;
 static constexpr bool is_purpose(int number) {
     return (number >= 20 && number <= 29) || (number >= 60 && number <= 63);
 }
 
 // The row of each subfield's number, or null.
 static constexpr auto rows_by_number = [] {
-    std::array<const field_row_t*, 100> rows{};
+    std::array<const field_row_t*, marker_numbers> rows{};
     for (const field_row_t& row : transaction_fields)
         if (row.source.subfield >= 0) rows[static_cast<size_t>(row.source.subfield)] = &row;
     return rows;
@@ -30,10 +31,9 @@ namespace {
 // One ":86:" field while its subfields are read.
 struct field_t {
     sepa_stmt_tx_t* tx;
-    char* end;               // NUL after the unfolded field
-    char* last_marker[100];  // the last "?NN" of the field for each number, or null
-    char* target;            // the text that a purpose fragment continues; null before the first
-    char* target_end;        // its NUL
+    char* end;         // NUL after the unfolded field
+    char* target;      // the text that a purpose fragment continues; null before the first
+    char* target_end;  // its NUL
     bool target_is_purpose;
     size_t last_continuation;  // length of the last fragment that continued a text
 };
@@ -49,21 +49,10 @@ static char* find_question(char* from, const char* end) {
     return static_cast<char*>(memchr(from, '?', static_cast<size_t>(end - from)));
 }
 
-// The marker that ends the text of subfield `number`, or null. Numbers rise;
-// what does not rise is text. Where the number's successor stands further on,
-// all before it is text too.
-static char* next_marker(const field_t* field, char* text, int number) {
-    char* at = find_question(text, field->end);
-    while (at && marker_number(at) <= number) at = find_question(at + 1, field->end);
-    if (!at) return nullptr;
-    char* successor = field->last_marker[number + 1];
-    return successor && successor > at ? successor : at;
-}
-
 static const field_row_t* find_keyword(const char* text, size_t length) {
     if (length < keyword_length || text[keyword_length - 1] != '+') return nullptr;
     for (const field_row_t& row : transaction_fields)
-        if (*row.source.keyword && !memcmp(text, row.source.keyword, keyword_length)) return &row;
+        if (!memcmp(text, row.source.keyword, keyword_length)) return &row;
     return nullptr;
 }
 
@@ -136,19 +125,48 @@ static void read_subfield(field_t* field, int number, char* text, char* end) {
     }
 }
 
-static void read_subfields(field_t* field, char* marker) {
-    // A first "?" that is no marker leaves the field without subfields.
-    if (!marker || marker_number(marker) < 0) return;
+// Numbers of markers rise; what does not rise is text. The marker that ends the
+// text of subfield `number`, or null: where the number's successor stands
+// further on, all before it is text too.
+static char* next_marker(char* const* last_marker, char* text, const char* end, int number) {
+    char* at = find_question(text, end);
+    while (at && marker_number(at) <= number) at = find_question(at + 1, end);
+    if (!at) return nullptr;
+    char* successor = last_marker[number + 1];
+    return successor && successor > at ? successor : at;
+}
+
+static void read_falling_subfields(field_t* field, char* marker) {
+    char* last_marker[marker_numbers] = {};  // of the field, for each number
     for (char* at = marker; at; at = find_question(at + 1, field->end)) {
         int number = marker_number(at);
-        if (number >= 0) field->last_marker[number] = at;
+        if (number >= 0) last_marker[number] = at;
     }
     while (marker) {
         int number = marker_number(marker);
         char* text = marker + 3;
-        marker = next_marker(field, text, number);
+        marker = next_marker(last_marker, text, field->end, number);
         read_subfield(field, number, text, marker ? marker : field->end);
     }
+}
+
+// Most fields have numbers that rise from one marker to the next. There each
+// marker ends the text before it, and one pass is enough.
+static void read_subfields(field_t* field, char* marker) {
+    // A first "?" that is no marker leaves the field without subfields.
+    if (!marker || marker_number(marker) < 0) return;
+    char* markers[marker_numbers + 1];
+    int numbers[marker_numbers];
+    size_t count = 0;
+    for (char* at = marker; at; at = find_question(at + 1, field->end)) {
+        int number = marker_number(at);
+        if (number < 0) continue;
+        if (count && number <= numbers[count - 1]) return read_falling_subfields(field, marker);
+        markers[count] = at;
+        numbers[count++] = number;
+    }
+    markers[count] = field->end;
+    for (size_t i = 0; i < count; ++i) read_subfield(field, numbers[i], markers[i] + 3, markers[i + 1]);
 }
 
 // The CR LF before the next line that begins with ":", or null.

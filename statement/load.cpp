@@ -80,7 +80,7 @@ static char* read_text(sepa_stmt_parser_t* handle, int file) {
         return nullptr;
     }
     auto size = static_cast<size_t>(info.st_size);
-    auto* text = static_cast<char*>(malloc(size + 1));
+    auto* text = static_cast<char*>(sepa_internal::allocate_large(size + 1));
     if (!text) {
         parser_error(handle, "Failed to allocate %li bytes", static_cast<long>(info.st_size));
         return nullptr;

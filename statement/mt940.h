@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <ctime>
 
+#include "platform/record_arena.h"
 #include "text/amount.h"
 #include "text/field_check.h"
 
@@ -78,6 +79,7 @@ struct sepa_stmt_parser_t {
     mt940_state_t* parser;    // null until a load of SEPA_STMT_FORMAT_MT940
     sepa_statement_t* first;  // the statements, in file order; null if there are none
     sepa_statement_t* last;
+    sepa_internal::record_arena_t records;  // their memory
 };
 
 // Returns an empty handle, or null if memory is short.

@@ -10,6 +10,7 @@ struct parse_run_t {
     char* at;        // the cursor
     char* end;       // the text's NUL; a cut before the cursor makes the text end there
     char* line_end;  // CR LF after the line, or the ":86:" field, at the cursor; null if there is none
+    sepa_stmt_parser_t* handle;
     sepa_statement_t* statement;
     sepa_stmt_tx_t* tx;  // of the latest ":61:" line, whichever statement that was in
     bool out_of_memory;

@@ -14,23 +14,9 @@ int parser_error(sepa_stmt_parser_t* handle, const char* format, ...) {
     return 0;
 }
 
-static void free_transactions(sepa_stmt_tx_t* tx) {
-    while (tx) {
-        sepa_stmt_tx_t* next = tx->next;
-        free(tx);
-        tx = next;
-    }
-}
-
 void drop_statements(sepa_stmt_parser_t* handle) {
-    sepa_statement_t* statement = handle->first;
     handle->first = handle->last = nullptr;
-    while (statement) {
-        sepa_statement_t* next = statement->next;
-        free_transactions(statement->tx_first);
-        free(statement);
-        statement = next;
-    }
+    arena_free(&handle->records, [](void* piece, size_t) { free(piece); });
 }
 
 }  // namespace sepa_internal

@@ -110,7 +110,7 @@ static void read_statement(parse_run_t* run) {
 }
 
 static sepa_statement_t* append_statement(sepa_stmt_parser_t* handle) {
-    auto* statement = static_cast<sepa_statement_t*>(calloc(1, sizeof(sepa_statement_t)));
+    auto* statement = new_record<sepa_statement_t>(handle);
     if (!statement) return nullptr;
     (handle->last ? handle->last->next : handle->first) = statement;
     handle->last = statement;
@@ -126,11 +126,11 @@ static char* find_statement(const parse_run_t* run) {
 }
 
 // Returns false when memory ran out.
-static bool read_statements(sepa_stmt_parser_t* handle, parse_run_t* run) {
+static bool read_statements(parse_run_t* run) {
     while (char* ref = find_statement(run)) {
         char* ref_end = find_line_end(ref, run->end);
         if (!ref_end) return true;
-        run->statement = append_statement(handle);
+        run->statement = append_statement(run->handle);
         if (!run->statement) return false;
         run->statement->ref = ref;
         *ref_end = '\0';
@@ -150,9 +150,10 @@ int mt940_parse(sepa_stmt_parser_t* handle, char* text) {
     if (!handle->parser) return parser_error(handle, "MT940 parser not initialized");
     if (!text || !*text) return 0;
     parse_run_t run{};
+    run.handle = handle;
     run.at = text;
     run.end = text + strlen(text);
-    if (read_statements(handle, &run)) return 1;
+    if (read_statements(&run)) return 1;
     drop_statements(handle);
     return 0;
 }

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "statement/parse_run.h"
+#include "statement/parser_handle.h"
 #include "text/amount.h"
 #include "text/ascii.h"
 
@@ -9,8 +10,8 @@ namespace sepa_internal {
 
 static constexpr int january = 0, december = 11;
 
-static sepa_stmt_tx_t* append_transaction(sepa_statement_t* statement) {
-    auto* tx = static_cast<sepa_stmt_tx_t*>(calloc(1, sizeof(sepa_stmt_tx_t)));
+static sepa_stmt_tx_t* append_transaction(sepa_stmt_parser_t* handle, sepa_statement_t* statement) {
+    auto* tx = new_record<sepa_stmt_tx_t>(handle);
     if (!tx) return nullptr;
     (statement->tx_last ? statement->tx_last->next : statement->tx_first) = tx;
     statement->tx_last = tx;
@@ -76,7 +77,7 @@ static void read_references(parse_run_t* run, char* type) {
 }
 
 bool read_transaction(parse_run_t* run) {
-    run->tx = append_transaction(run->statement);
+    run->tx = append_transaction(run->handle, run->statement);
     if (!run->tx) {
         run->out_of_memory = true;
         return false;

@@ -4,12 +4,6 @@
 
 namespace sepa_internal {
 
-bool begins_with(const char* at, const char* start) {
-    for (; *start; ++at, ++start)
-        if (*at != *start) return false;
-    return true;
-}
-
 static const char* skip_space(const char* at) {
     while (is_space(*at)) ++at;
     return at;

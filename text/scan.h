@@ -8,7 +8,11 @@
 namespace sepa_internal {
 
 // Whether the text at `at` begins with `start`.
-bool begins_with(const char* at, const char* start);
+inline bool begins_with(const char* at, const char* start) {
+    for (; *start; ++at, ++start)
+        if (*at != *start) return false;
+    return true;
+}
 
 // The scans give what sscanf gives for "%<width>d" and "%u": white space is
 // skipped, line ends included, and a sign counts as part of the width; "%u"

@@ -40,7 +40,7 @@ void store_cut(char* field, size_t capacity, size_t used, const char* text, size
     size_t taken = length < room ? length : room;
     memcpy(field + used, text, taken);
     size_t filled = used + taken;
-    filled -= torn_bytes(field, filled, text + taken, length - taken);
+    if (taken < length) filled -= torn_bytes(field, filled, text + taken, length - taken);
     field[filled] = '\0';
 }
 

@@ -27,6 +27,7 @@ extern "C" {
 void* __libc_malloc(size_t size);
 void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* block, size_t size);
+void* __libc_memalign(size_t alignment, size_t size);
 void __libc_free(void* block);
 }
 
@@ -112,6 +113,11 @@ void* realloc(void* block, size_t size) {
     if (fails()) return nullptr;
     forget(block);
     return remember(__libc_realloc(block, size));
+}
+
+void* aligned_alloc(size_t alignment, size_t size) {
+    if (!from_module(CALLER)) return __libc_memalign(alignment, size);
+    return fails() ? nullptr : remember(__libc_memalign(alignment, size));
 }
 
 char* strdup(const char* text) {

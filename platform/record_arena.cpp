@@ -1,10 +1,9 @@
-#include "message/record_arena.h"
+#include "platform/record_arena.h"
 
 #include <sys/mman.h>
 
+#include <cstdint>
 #include <cstdlib>
-
-#include "message/wipe.h"
 
 namespace sepa_internal {
 
@@ -15,30 +14,32 @@ struct alignas(16) arena_piece_t {
 };
 
 static constexpr size_t alignment = alignof(arena_piece_t);
-static constexpr size_t first_size = 4096;             // ten transfers
-static constexpr size_t last_small_size = 256 * 1024;  // after a thousand a huge page will be used
-static constexpr size_t huge_page = size_t{2} << 20;   // what x86-64 and ARM64 call one
+static constexpr size_t first_size = 4096;                           // ten transfers
+static constexpr size_t last_small_size = 256 * 1024;                // after a thousand a huge page will be used
+static constexpr size_t huge_page = size_t{2} << 20;                 // what x86-64 and ARM64 call one
+static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;  // less is slower than small pages
 
-// The system clears a page when it is first touched, which for 4 KB pages costs
-// a third of a whole payroll. It does so for 2 MB at once where it is asked to;
-// where it has none to give, nothing is lost.
-static void* take_huge_page() {
-    void* piece = aligned_alloc(huge_page, huge_page);
+void* allocate_large(size_t size) {
+    if (size < least_for_a_huge_page || size > SIZE_MAX - huge_page) return malloc(size);
+    void* block = aligned_alloc(huge_page, (size + huge_page - 1) / huge_page * huge_page);
 #ifdef MADV_HUGEPAGE
-    if (piece) madvise(piece, huge_page, MADV_HUGEPAGE);
+    // Where there is no huge page to give, nothing is lost.
+    size_t pages = (size + huge_page - least_for_a_huge_page) / huge_page;
+    if (block) madvise(block, pages * huge_page, MADV_HUGEPAGE);
 #endif
-    return piece;
+    return block;
 }
 
 static size_t next_size(const record_arena_t* arena, size_t needed) {
     size_t size = arena->latest ? arena->latest->size * 2 : first_size;
+    if (size > last_small_size) size = huge_page;
     while (size < needed) size *= 2;
-    return size > last_small_size ? huge_page : size;
+    return size;
 }
 
 static bool add_piece(record_arena_t* arena, size_t needed) {
     size_t size = next_size(arena, needed + sizeof(arena_piece_t));
-    auto piece = static_cast<arena_piece_t*>(size == huge_page ? take_huge_page() : malloc(size));
+    auto piece = static_cast<arena_piece_t*>(allocate_large(size));
     if (!piece) return false;
     *piece = {arena->latest, size};
     arena->latest = piece;
@@ -55,11 +56,11 @@ void* arena_take(record_arena_t* arena, size_t size) {
     return block;
 }
 
-void arena_free(record_arena_t* arena) {
+void arena_free(record_arena_t* arena, void (*release)(void* piece, size_t size)) {
     while (arena_piece_t* piece = arena->latest) {
         arena->latest = piece->before;
         // The free bytes of the latest piece have never held anything.
-        wipe_block(piece, arena->at ? static_cast<size_t>(arena->at - reinterpret_cast<char*>(piece)) : piece->size);
+        release(piece, arena->at ? static_cast<size_t>(arena->at - reinterpret_cast<char*>(piece)) : piece->size);
         arena->at = nullptr;
     }
     *arena = {};

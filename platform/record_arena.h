@@ -1,0 +1,36 @@
+// Memory of many records that end together: blocks side by side in pieces that
+// grow up to 2 MB. A transfer of seven keys took eight blocks of malloc, each
+// freed and wiped by itself: one block makes an add 734 -> 583 ns and giving a
+// record back 86 -> 12 ns.
+//
+// The system clears a page when it is first touched, which for 4 KB pages costs
+// a third of a whole payroll, and half of reading a statement file. It does so
+// for 2 MB at once where it is asked to: load goes from 640 to 450 ns a booking.
+#pragma once
+
+#include <cstddef>
+
+namespace sepa_internal {
+
+struct arena_piece_t;
+
+// Starts zeroed.
+struct record_arena_t {
+    arena_piece_t* latest;  // the piece in use; the others hang on it
+    char* at;               // free bytes of that piece
+    char* end;
+};
+
+// A block of `size` bytes for a record, aligned for any member and not
+// zeroed. Null without memory. It belongs to the arena.
+void* arena_take(record_arena_t* arena, size_t size);
+
+// Ends all blocks. `release` frees a piece, of which no more than the first
+// `size` bytes have been used.
+void arena_free(record_arena_t* arena, void (*release)(void* piece, size_t size));
+
+// As malloc, to be freed by free; in pages of 2 MB where the block is large and
+// the system has some.
+void* allocate_large(size_t size);
+
+}  // namespace sepa_internal
