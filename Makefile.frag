@@ -12,7 +12,7 @@ directory/bank_directory.lo: generated/directory_tables.inc
 generated/directory_tables.inc: generated/gen_directory generated/directory_choice.txt $(sepa_lists)
 	generated/gen_directory $(srcdir)/directory/data/$(sepa_release) $@
 
-sepa_generator := $(addprefix $(srcdir)/tools/,gen_directory.cpp bank_lists.cpp list_text.cpp files.cpp)
+sepa_generator := $(addprefix $(srcdir)/tools/,gen_directory.cpp cell_tables.cpp bank_lists.cpp list_text.cpp files.cpp)
 generated/gen_directory: $(sepa_generator) $(sepa_headers)
 	@mkdir -p generated
 	$(CXX) -std=c++17 -O1 -I$(srcdir) $(sepa_generator) -o $@

@@ -38,8 +38,7 @@ static bool build_form(char (&form)[account_length + 1], const char* account) {
     if (!account) return false;
     size_t length = strnlen(account, account_length + 1);
     if (length == 0 || length > account_length) return false;
-    memset(form, '0', account_length);
-    memcpy(form + account_length - length, account, length);
+    pad_account(form, account, length);
     form[account_length] = '\0';
     return is_account_form(form);
 }

@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "text/digits.h"
+#include "text/ascii.h"
+#include "text/words.h"
 
 namespace sepa_internal {
 
@@ -22,16 +23,30 @@ inline bool digits_zero(const char* form, int first, int last) {
     return true;
 }
 
-// Whether ten characters are digits. The two words have six in common.
+// Writes `account` of 1 to 10 characters, padded on the left with zeros. The
+// form is written, tested and read in the same pieces, two characters and a
+// word: a word that has just been written in others costs 4 ns to load.
+inline void pad_account(char* form, const char* account, size_t length) {
+    if (length < 8) {
+        memset(form, '0', account_length - length);
+        memcpy(form + account_length - length, account, length);
+        return;
+    }
+    form[0] = length > 9 ? account[0] : '0';
+    form[1] = length > 8 ? account[length - 9] : '0';
+    memcpy(form + 2, account + length - 8, 8);
+}
+
+// Whether ten characters are digits.
 inline bool is_account_form(const char* text) {
-    return word_is_digits(load_word(text)) && word_is_digits(load_word(text + account_length - 8));
+    return is_digit(text[0]) && is_digit(text[1]) && word_is_digits(load_word(text + 2));
 }
 
 inline bool is_bank_code(const char* text) { return word_is_digits(load_word(text)); }
 
 // The ten digits as a number; 32 bits would not hold it.
 inline uint64_t value(const char* form) {
-    return uint64_t{word_value(load_word(form))} * 100 + static_cast<uint64_t>(digit(form, 9) * 10 + digit(form, 10));
+    return static_cast<uint64_t>(digit(form, 1) * 10 + digit(form, 2)) * 100000000 + word_value(load_word(form + 2));
 }
 
 // Numbers of exactly eight digits.

@@ -1,11 +1,10 @@
-#include <cstdlib>
-
 #include "binding/sepa_methods.h"
 #include "directory/bank_directory.h"
 #include "iban/iban.h"
 
 // The one text argument of most static methods; null, with the engine's own
-// diagnostic, if there is none. zend_parse_parameters "s", by the engine's fast macros.
+// diagnostic, if there is none. zend_parse_parameters "s" by the engine's fast
+// macros, which take a third of a call's time away.
 static const char* text_argument(zend_execute_data* execute_data) {
     char* text;
     size_t length;
@@ -27,9 +26,13 @@ ZEND_METHOD(SEPA, IBAN_convert) {
     char *country, *account, *bank_id;
     size_t country_length, account_length, bank_id_length;
     zval* status = nullptr;
-    if (SEPA_PARSE_PARAMETERS("sss|z", &country, &country_length, &account, &account_length, &bank_id, &bank_id_length,
-                              &status) == FAILURE)
-        return;
+    ZEND_PARSE_PARAMETERS_START(3, 4)
+    Z_PARAM_STRING(country, country_length)
+    Z_PARAM_STRING(account, account_length)
+    Z_PARAM_STRING(bank_id, bank_id_length)
+    Z_PARAM_OPTIONAL
+    Z_PARAM_ZVAL(status)
+    ZEND_PARSE_PARAMETERS_END();
     char iban[IBAN_BUFFER_SIZE];
     int8_t code;
     int result = IBAN_convert(country, account, bank_id, iban, &code);
@@ -51,15 +54,12 @@ ZEND_METHOD(SEPA, IBAN_check) {
 
 ZEND_METHOD(SEPA, BIC_getBankName) {
     const char* bic = text_argument(execute_data);
-    bank_info_t* info;
-    if (!bic || bank_info_get(bic, &info) != 1) return;
-    sepa_return_text(return_value, info->name, info);
+    const char* name = bic ? bic_name(bic, nullptr) : nullptr;
+    if (name) RETURN_STRING(name);
 }
 
 ZEND_METHOD(SEPA, BIC_getBankFlags) {
     const char* bic = text_argument(execute_data);
-    bank_info_t* info;
-    if (!bic || bank_info_get(bic, &info) != 1) return;
-    RETVAL_LONG(info->flags);
-    free(info);
+    uint8_t flags;
+    if (bic && bic_name(bic, &flags)) RETURN_LONG(flags);
 }

@@ -4,9 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "directory/bank_codes.h"
 #include "directory/directory_tables.h"
 #include "platform/clock.h"
 #include "text/ascii.h"
+#include "text/words.h"
 
 using namespace sepa_internal;
 
@@ -16,7 +18,7 @@ using namespace sepa_internal;
 #pragma GCC diagnostic pop
 
 // The generator and this file have to agree on layout and meaning of the tables.
-static_assert(directory_format == 1, "tables of another generator: build them anew");
+static_assert(directory_format == 2, "tables of another generator: build them anew");
 static_assert(directory_bic_count + directory_at_count + directory_ch_count + directory_de_count == directory_count);
 static_assert(directory_cells == (directory_count * 123 + 99) / 100);
 static_assert(sizeof directory_t1 == sizeof(uint32_t) * DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
@@ -26,13 +28,12 @@ static_assert(sizeof directory_offsets == sizeof(uint32_t) * (directory_count + 
 
 static constexpr size_t MIN_KEY_LENGTH = 6;
 static constexpr size_t BIC_LENGTH = 11;
-static constexpr size_t PREFIX_LENGTH = 3;  // "_DE" and its like before a bank id
-static constexpr size_t BANK_CODE_LENGTH = 8;
-static constexpr size_t SUB_RECORD_HEAD = 4;  // flag, method and rule before its text
+static constexpr size_t PREFIX_LENGTH = 3;                        // "_DE" and its like before a bank id
+static constexpr size_t NATIONAL_KEY_LENGTH = PREFIX_LENGTH + 5;  // of Austria and Switzerland
+static constexpr size_t SUB_RECORD_HEAD = 4;                      // flag, method and rule before its text
 
 // Hash of the `length` characters at `key`, at most DIRECTORY_POSITIONS of them.
-// Where the length is a constant the compiler unrolls it.
-static inline int32_t hash_of(const char* key, size_t length) {
+static int32_t hash_of(const char* key, size_t length) {
     uint32_t s1 = 0, s2 = 0, s3 = 0;
     for (size_t i = 0; i < length; i++) {
         size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - '0';
@@ -52,14 +53,6 @@ int32_t directory_hash(const char* key) {
     return hash_of(key, length);
 }
 
-// Index of the entry whose first LENGTH bytes are `key`, or a negative number.
-template <size_t LENGTH>
-static int32_t find_entry(const char* key) {
-    int32_t index = hash_of(key, LENGTH);
-    if (index < 0) return index;
-    return memcmp(directory_entries[index], key, LENGTH) == 0 ? index : -1;
-}
-
 using text_field_t = const char* bank_record_t::*;
 
 // The fields of an entry's text in their order; Austrian and Swiss ones lack
@@ -70,21 +63,6 @@ static constexpr text_field_t german_fields[] = {
 };
 static constexpr const text_field_t* national_fields = german_fields + 1;
 static constexpr const text_field_t* fields_end = german_fields + 6;
-
-// The eight bytes at `from`, the first one lowest.
-static uint64_t load_word(const char* from) {
-    uint64_t word;
-    memcpy(&word, from, sizeof word);
-    return __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__ ? __builtin_bswap64(word) : word;
-}
-
-static constexpr uint64_t every_byte(uint64_t byte) { return byte * 0x0101010101010101; }
-
-// 0x80 in each byte of `word` that is 0, and 0 in all others.
-static constexpr uint64_t zero_bytes(uint64_t word) {
-    return ~(((word & every_byte(0x7F)) + every_byte(0x7F)) | word | every_byte(0x7F));
-}
-static_assert(zero_bytes(0x80017F00FF000001) == 0x0000008000808000);
 
 // Copies the text from `from` to `end` into the record, as much of it as fits,
 // and cuts it there at its bars: the record's fields from `field` on point at
@@ -147,6 +125,21 @@ static const bank_id_width_t* find_width(const char* country) {
     return nullptr;
 }
 
+// Index of the entry of a bank id that fills its width, or a negative number.
+static int32_t find_bank(const char* country, const char* bank_id) {
+    if (country[0] == 'D') {
+        const bank_code_t* bank = find_bank_code(bank_id);
+        return bank ? bank->entry : -1;
+    }
+    // The banks of Liechtenstein are in the Swiss list.
+    const char* listed = country[0] == 'L' ? "CH" : country;
+    char key[NATIONAL_KEY_LENGTH] = {'_', listed[0], listed[1]};
+    memcpy(key + PREFIX_LENGTH, bank_id, NATIONAL_KEY_LENGTH - PREFIX_LENGTH);
+    int32_t index = hash_of(key, NATIONAL_KEY_LENGTH);
+    if (index < 0) return index;
+    return memcmp(directory_entries[index], key, NATIONAL_KEY_LENGTH) == 0 ? index : -1;
+}
+
 int bank_lookup(const char* country, const char* bank_id, bank_record_t* record) {
     if (!country || !bank_id || !*bank_id) return 0;
     const bank_id_width_t* row = find_width(country);
@@ -154,11 +147,10 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
     size_t length = strnlen(bank_id, row->width + 1);
     if (length > row->width) return 0;
 
-    bool liechtenstein = country[0] == 'L';  // its banks are in the Swiss list
-    char key[12] = {'_', liechtenstein ? 'C' : country[0], liechtenstein ? 'H' : country[1]};
-    memset(key + PREFIX_LENGTH, '0', row->width - length);
-    memcpy(key + PREFIX_LENGTH + row->width - length, bank_id, length);
-    int32_t index = row->width == 8 ? find_entry<PREFIX_LENGTH + 8>(key) : find_entry<PREFIX_LENGTH + 5>(key);
+    char padded[bank_code_length] = {};
+    memset(padded, '0', row->width - length);
+    memcpy(padded + row->width - length, bank_id, length);
+    int32_t index = find_bank(country, padded);
     if (index < 0) return 0;
 
     const char* from = directory_entries[index] + PREFIX_LENGTH + row->width;
@@ -173,61 +165,52 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
     return 1;
 }
 
-// Whether a German entry's text from `text` to `end` has a bar after its last
-// field, which is to say a further sub-record. Counts by words.
-static bool has_further_sub_record(const char* text, const char* end) {
-    constexpr uint64_t fields = fields_end - german_fields;
-    auto bars_in = [](uint64_t word) {
-        uint64_t found = zero_bytes(word ^ every_byte('|')) >> 7;
-        return (found * every_byte(1)) >> 56;
-    };
-    uint64_t bars = 0;
-    for (; end - text >= 8; text += 8) bars += bars_in(load_word(text));
-    char rest[8] = {};
-    memcpy(rest, text, static_cast<size_t>(end - text));
-    return bars + bars_in(load_word(rest)) >= fields;
+int bank_check_method(const char* bank_code) {
+    const bank_code_t* bank = find_bank_code(bank_code);
+    return bank ? bank->method : -1;
 }
 
-int bank_check_method(const char* bank_code) {
-    char key[PREFIX_LENGTH + BANK_CODE_LENGTH] = {'_', 'D', 'E'};
-    memcpy(key + PREFIX_LENGTH, bank_code, BANK_CODE_LENGTH);
-    int32_t index = find_entry<sizeof key>(key);
-    if (index < 0) return -1;
-    const char* from = directory_entries[index] + sizeof key;
-    if (!has_further_sub_record(from + SUB_RECORD_HEAD, directory_entries[index + 1]))
-        return static_cast<uint8_t>(from[1]);
-    bank_record_t record;
-    return bank_lookup("DE", bank_code, &record) ? record.method : -1;
+// Index of the entry of a BIC of 8 or 11 characters in either case, or -1.
+static int32_t find_any_bic(const char* bic) {
+    if (!bic) return -1;
+    size_t length = strnlen(bic, BIC_LENGTH + 1);
+    if (length != 8 && length != BIC_LENGTH) return -1;
+    static constexpr uint64_t no_branch = uint64_t{'X'} << 56 | uint64_t{'X'} << 48 | uint64_t{'X'} << 40;
+    bic_words_t words = {load_word(bic), 0};
+    words.last = length == 8 ? words.first >> 24 | no_branch : load_word(bic + 3);
+    words = {word_upper(words.first), word_upper(words.last)};
+    return words.first && words.last ? find_bic(words) : -1;
 }
 
 int bic_lookup(const char* bic, bank_record_t* record) {
-    if (!bic) return 0;
-    size_t length = strnlen(bic, BIC_LENGTH + 1);
-    if (length != 8 && length != BIC_LENGTH) return 0;
-    char key[BIC_LENGTH + 1] = "XXXXXXXXXXX";
-    for (size_t i = 0; i < length; i++) {
-        char c = ascii_upper(bic[i]);
-        if (!is_digit(c) && !is_capital(c)) return 0;
-        key[i] = c;
-    }
-    int32_t index = find_entry<BIC_LENGTH>(key);
+    int32_t index = find_any_bic(bic);
     if (index < 0) return 0;
 
-    const char* flags = directory_entries[index] + BIC_LENGTH;
+    const char* key = directory_entries[index];
+    const char* flags = key + BIC_LENGTH;
     const char* name = flags + 1;
     size_t name_size = static_cast<size_t>(directory_entries[index + 1] - name);
     clear_fields(record);
     char* place = record->text;
     record->bank_flags = static_cast<uint8_t>(*flags);
     record->bic = place;
-    memcpy(place, key, sizeof key);
-    record->name = place += sizeof key;
+    memcpy(place, key, BIC_LENGTH);
+    place[BIC_LENGTH] = 0;
+    record->name = place += BIC_LENGTH + 1;
     memcpy(place, name, name_size);
     record->country = place += name_size;
     memcpy(place, key + 4, 2);
     place += 2;
     memset(place, 0, static_cast<size_t>(record->text + BANK_TEXT_SIZE - place));
     return 1;
+}
+
+const char* bic_name(const char* bic, uint8_t* flags) {
+    int32_t index = find_any_bic(bic);
+    if (index < 0) return nullptr;
+    const char* found = directory_entries[index] + BIC_LENGTH;
+    if (flags) *flags = static_cast<uint8_t>(*found);
+    return found + 1;
 }
 
 static size_t text_size(const char* text) { return text ? strlen(text) + 1 : 0; }

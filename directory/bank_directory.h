@@ -64,7 +64,11 @@ int bank_check_method(const char* bank_code);
 // Returns 1 and fills `record`, or 0 and leaves it untouched.
 int bic_lookup(const char* bic, bank_record_t* record);
 
+// The name of the same bank in the directory itself, or null. `flags`, unless
+// null, gets the SEPA_SCL_... bits of a bank that is found.
+const char* bic_name(const char* bic, uint8_t* flags);
+
 // Looks `bic` up and, unless `info` is null, stores a block there that the
-// caller releases with one free(). Returns 1; -2 if the BIC is unknown; -3 if
+// caller releases with one free(). For C++ programs. Returns 1; -2 if the BIC is unknown; -3 if
 // memory ran out, `info` then being unchanged.
 int bank_info_get(const char* bic, bank_info_t** info);

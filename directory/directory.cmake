@@ -21,7 +21,7 @@ set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/directory/data/${release})
 # when it is asked for. What they share is a library for their tests, too.
 add_library(sepa_bank_lists STATIC EXCLUDE_FROM_ALL tools/bank_lists.cpp tools/list_text.cpp)
 target_include_directories(sepa_bank_lists PUBLIC ${PROJECT_SOURCE_DIR})
-add_executable(gen_directory tools/gen_directory.cpp tools/files.cpp)
+add_executable(gen_directory tools/gen_directory.cpp tools/cell_tables.cpp tools/files.cpp)
 target_link_libraries(gen_directory PRIVATE sepa_bank_lists)
 add_library(sepa_published_lists STATIC EXCLUDE_FROM_ALL tools/published_lists.cpp)
 target_link_libraries(sepa_published_lists PUBLIC sepa_bank_lists)

@@ -13,7 +13,6 @@ static constexpr const char* null_iban = "Invalid IBAN (NULL)";
 static constexpr const char* unknown_country = "Invalid or unknown IBAN country code";
 static constexpr const char* wrong_length = "Wrong IBAN length";
 static constexpr const char* wrong_format = "Invalid IBAN format";
-static constexpr const char* wrong_character = "Invalid character in IBAN";
 static constexpr const char* wrong_checksum = "Invalid IBAN checksum";
 
 // clang-format off
@@ -90,6 +89,7 @@ static constexpr auto make_row_index() {
 }
 static constexpr auto row_index = make_row_index();
 
+// Row of the country code in either case, or -1.
 static int find_row(const char* iban) {
     unsigned first = letter_index(iban[0]);
     if (first >= 26) return -1;
@@ -114,32 +114,37 @@ static bool rest_matches(size_t row, const char* iban) {
     return true;
 }
 
-static int fail(const char** errmsg, const char* reason) {
-    if (errmsg) *errmsg = reason;
-    return 0;
+// The remainder by 97 of an IBAN of the row's length, or -1 if it does not
+// match the row's pattern.
+static int remainder_of(size_t row, const char* iban) {
+    if (!code_matches(row, iban)) return -1;
+    if (shapes[row].only_digits) return mod97_of_digits(iban, shapes[row].length);
+    return rest_matches(row, iban) ? mod97(iban, head_length, shapes[row].length, MOD97_CAPITALS) : -1;
+}
+
+static const char* fault_of(const char* iban) {
+    int found = find_row(iban);
+    if (found < 0) return unknown_country;
+    auto row = static_cast<size_t>(found);
+    size_t length = shapes[row].length;
+    if (strnlen(iban, length + 1) != length) return wrong_length;
+    int remainder = remainder_of(row, iban);
+    if (remainder < 0) return wrong_format;
+    return remainder == 1 ? nullptr : wrong_checksum;
+}
+
+// The same for an IBAN that begins with "DE", as most do: none of the tables of
+// countries is read, and the numbers in it are looked up.
+static const char* german_fault_of(const char* iban) {
+    if (strnlen(iban, german_iban_length + 1) != german_iban_length) return wrong_length;
+    int remainder = german_remainder(iban);
+    if (remainder < 0) return wrong_format;
+    return remainder == 1 ? iban_german_fault(iban) : wrong_checksum;
 }
 
 int IBAN_check(const char* iban, const char** errmsg) {
-    if (!iban) return fail(errmsg, null_iban);
-    int found = find_row(iban);
-    if (found < 0) return fail(errmsg, unknown_country);
-    auto row = static_cast<size_t>(found);
-    size_t length = iban_countries[row].length;
-    if (strnlen(iban, length + 1) != length) return fail(errmsg, wrong_length);
-    if (!code_matches(row, iban)) return fail(errmsg, wrong_format);
-    int remainder;
-    if (shapes[row].only_digits) {
-        remainder = mod97_of_digits(iban, length);
-        if (remainder < 0) return fail(errmsg, wrong_format);
-    } else {
-        if (!rest_matches(row, iban)) return fail(errmsg, wrong_format);
-        remainder = mod97(iban, head_length, length, MOD97_CAPITALS);
-        if (remainder < 0) return fail(errmsg, wrong_character);
-    }
-    if (remainder != 1) return fail(errmsg, wrong_checksum);
-    if (iban[0] == 'D' && iban[1] == 'E') {
-        const char* reason = iban_german_fault(iban);
-        if (reason) return fail(errmsg, reason);
-    }
-    return 1;
+    const char* fault = null_iban;
+    if (iban) fault = iban[0] == 'D' && iban[1] == 'E' ? german_fault_of(iban) : fault_of(iban);
+    if (fault && errmsg) *errmsg = fault;
+    return !fault;
 }

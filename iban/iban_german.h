@@ -1,7 +1,16 @@
-// The stage of validation that only German IBANs have.
+// What only German IBANs have: a stage of validation, and nothing but numbers.
 #pragma once
 
+#include <cstddef>
+
 namespace sepa_internal {
+
+constexpr size_t german_iban_length = 22;
+
+// The remainder by 97 of an IBAN that is "DE" and 20 characters, or -1 if not
+// all of these are digits.
+// As mod97_of_digits, in two thirds of its time: three numbers are weighed.
+int german_remainder(const char* iban);
 
 // Judges bank code and account number of a German IBAN that has passed all
 // other tests. Returns null if they are good, else the reason.

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "text/ascii.h"
-#include "text/digits.h"
+#include "text/words.h"
 
 namespace sepa_internal {
 
@@ -56,21 +56,23 @@ static uint64_t head_value(const char* text) {
     return letter(text[0]) * 10000 + letter(text[1]) * 100 + digit(text[2]) * 10 + digit(text[3]);
 }
 
-// Eight digits at a time, the last of them perhaps together with some that have
-// been counted, which are made zeros.
 int mod97_of_digits(const char* text, size_t length) {
     bool good = is_digit(text[2]) && is_digit(text[3]);
     uint64_t sum = head_value(text);
-    auto weigh = [&good, &sum](uint64_t word, size_t digits_after) {
-        good &= word_is_digits(word);
-        sum += word_value(word) * powers[digits_after + head_digits];
-    };
+    const char* at = text + head_length;
     size_t left = length - head_length;
-    for (const char* at = text + head_length; left >= 8; at += 8) weigh(load_word(at), left -= 8);
-    if (left > 0) {
-        uint64_t wanted = ~uint64_t{0} << (8 - left) * 8;
-        weigh((load_word(text + length - 8) & wanted) | (every_byte('0') & ~wanted), 0);
+    for (; left >= 8; at += 8) {
+        left -= 8;
+        uint64_t word = load_word(at);
+        good &= word_is_digits(word);
+        sum += word_value(word) * powers[left + head_digits];
     }
+    uint64_t rest = 0;
+    for (; left > 0; --left, ++at) {
+        good &= is_digit(*at);
+        rest = rest * 10 + static_cast<uint64_t>(*at - '0');
+    }
+    sum += rest * powers[head_digits];
     return good ? static_cast<int>(sum % 97) : -1;
 }
 

@@ -17,7 +17,7 @@ int mod97(const char* text, size_t start, size_t length, mod97_letters_t letters
 
 constexpr size_t MOD97_MAX_LENGTH = 34;  // of an IBAN, by ISO 13616
 
-// The same with `start` 4 in a quarter of the time, for a text of 12 to
+// The same with `start` 4 in half the time, for a text of 12 to
 // MOD97_MAX_LENGTH bytes that begins with two letters and has digits after
 // them: -1 if any byte after the first two is no digit.
 int mod97_of_digits(const char* text, size_t length);

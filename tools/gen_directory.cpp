@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "tools/bank_lists.h"
+#include "tools/cell_tables.h"
 #include "tools/files.h"
 
 const char* const program_name = "gen_directory";
@@ -30,7 +31,7 @@ namespace {
 
 // Raised whenever the tables change their meaning or form; the library asserts
 // the number it was written for.
-constexpr int FORMAT = 1;
+constexpr int FORMAT = 2;
 
 // Shape of the hash: positions in a key, and the characters '0' to 'z'.
 constexpr size_t POSITIONS = 15;
@@ -175,7 +176,9 @@ void write_tables(FILE* out, const directory_t& directory, const hash_t& hash) {
     write_numbers(out, "uint32_t", "directory_offsets", offsets);
     fprintf(out, "const char directory_text[%zu] =\n", size + 1);
     for (const entry_t& entry : directory.entries) write_literal(out, entry.key + entry.body);
-    fprintf(out, "    ;\n");
+    fprintf(out, "    ;\n\n");
+    write_bank_codes(out, directory);
+    write_bic_cells(out, directory);
 }
 
 // Writes beside the output and renames, so that no half of a file ever stands

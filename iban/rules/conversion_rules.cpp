@@ -15,7 +15,7 @@ static constexpr auto accounts_56 = sorted(rule56_accounts);
 
 // The account's new number at the bank that took these accounts over.
 static bool move_to_60050101(iban_work_t* work, rule_list_t<bank_account_pair_t> list) {
-    const bank_account_pair_t* row = list.find(bank_account_key(work->bank, work->account));
+    const bank_account_pair_t* row = list.find(bank_account_value(work));
     if (!row) return false;
     set_account(change_bank(work, "60050101"), row->new_account);
     return true;

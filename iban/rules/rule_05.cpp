@@ -12,7 +12,10 @@ static constexpr auto accounts = sorted(rule5_accounts);
 static constexpr value_range_t closed_range = {998000000, 999499999};
 
 static bool is_closed(const iban_work_t* work) {
-    return in_range(digits_value(work->account + 1, 9), closed_range) && closed_banks.find(digits_value(work->bank, 8));
+    uint64_t last_eight = load_word(work->account + 2);
+    if (!is_digit(work->account[1]) || !word_is_digits(last_eight)) return false;
+    uint64_t value = static_cast<uint64_t>(digit(work->account, 2)) * 100000000 + word_value(last_eight);
+    return in_range(value, closed_range) && closed_banks.find(word_value(load_word(work->bank)));
 }
 
 // An account ends in two digits for the sub-account, which people leave out
@@ -43,7 +46,7 @@ int rule_05(char* iban_buf, iban_work_t* work) {
         work->status = IBAN_STATUS_ACCOUNT_REFUSED;
         return -1;
     }
-    if (const bank_account_pair_t* row = accounts.find(bank_account_key(work->bank, work->account)))
+    if (const bank_account_pair_t* row = accounts.find(bank_account_value(work)))
         return compose(iban_buf, check_again(set_account(work, row->new_account)));
     switch (work->method) {
         case 0x13: return by_method_13(iban_buf, work);

@@ -10,7 +10,14 @@ bool account_is(const iban_work_t* work, const char (&account)[11]) { return mem
 
 bool bank_is(const iban_work_t* work, const char (&bank)[9]) { return memcmp(work->bank, bank, 8) == 0; }
 
-uint64_t account_value(const iban_work_t* work) { return digits_value(work->account, 10); }
+uint64_t account_value(const iban_work_t* work) {
+    return is_account_form(work->account) ? value(work->account) : no_value;
+}
+
+uint64_t bank_account_value(const iban_work_t* work) {
+    uint64_t account = account_value(work);
+    return account == no_value ? no_value : bank_account_key(word_value(load_word(work->bank)), account);
+}
 
 account_text_t shifted_form(const iban_work_t* work) {
     account_text_t shifted;
@@ -20,14 +27,15 @@ account_text_t shifted_form(const iban_work_t* work) {
 }
 
 bool method_13_passes(const char* account) {
-    if (digits_value(account, 10) == no_value) return false;
+    if (!is_account_form(account)) return false;
     return check_cross_sum(account, 10, 8, 0, 0, 0, 2, 1, 2, 1, 2, 1, 0) == 1;
 }
 
 static int write_iban(char* iban_buf, const char* bank, const char* account) {
     memcpy(iban_buf, "DE00", 4);
     memcpy(iban_buf + 4, bank, 8);
-    memcpy(iban_buf + 12, account, 10);
+    memcpy(iban_buf + 12, account, 2);
+    memcpy(iban_buf + 14, account + 2, 8);  // as it will be read
     return 1;
 }
 

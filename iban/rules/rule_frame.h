@@ -21,6 +21,9 @@ bool bank_is(const iban_work_t* work, const char (&bank)[9]);
 // The account as a number; no_value if it has a character other than digits.
 uint64_t account_value(const iban_work_t* work);
 
+// The key of the account at the bank in a table of both; no_value as above.
+uint64_t bank_account_value(const iban_work_t* work);
+
 struct value_range_t {
     uint64_t low, high;  // both included
 };

@@ -110,9 +110,6 @@ $document = function (SEPA $message): string {
 $constructed = '42 ' . "can't create SEPA message object";
 
 each_allocation('new SEPA', $nothing, function () { return new SEPA(SEPA_MSGTYPE_DDI); }, [$constructed]);
-foreach (['BIC_getBankName', 'BIC_getBankFlags'] as $method) {
-    each_allocation($method, $nothing, function () use ($method) { return SEPA::$method('MARKDEFF'); }, ['NULL']);
-}
 
 foreach (['credit_transfer' => 'payment', 'direct_debit' => 'collection'] as $message => $transaction) {
     $ready = function () use ($message, $transaction): SEPA {

@@ -8,10 +8,13 @@
 #include <random>
 #include <set>
 
+#include "directory/bank_codes.h"
 #include "directory/bank_directory.h"
 #include "directory/directory_tables.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/test_files.h"
+
+using namespace sepa_internal;
 
 namespace {
 
@@ -59,6 +62,15 @@ void expect_german(const german_rows_t& period, time_t now) {
         EXPECT_EQ(record.method, std::stoul(row[METHOD], nullptr, 16)) << code;
         EXPECT_EQ(record.rule, std::stol(row[RULE])) << code;
         EXPECT_EQ(record.bank_flags, 0) << code;
+
+        const bank_code_t* bank = find_bank_code(code.c_str());
+        ASSERT_NE(bank, nullptr) << code;
+        EXPECT_EQ(bank->code, std::stoul(code));
+        EXPECT_EQ(bank->method, record.method) << code;
+        EXPECT_EQ(bank->rule, record.rule) << code;
+        EXPECT_STREQ(bank_code_bics[bank->bic], record.bic) << code;
+        EXPECT_STREQ(bank_code_successors[bank->successor], record.successor) << code;
+        EXPECT_EQ(bank->entry, directory_hash(("_DE" + code).c_str())) << code;
     }
 }
 
@@ -94,6 +106,9 @@ TEST(Release, EveryBicRow) {
         EXPECT_EQ(record.country, row[0].substr(4, 2));
         int flags = (row[1] == "1") + 2 * (row[2] == "1") + 4 * (row[3] == "1") + 8 * (row[4] == "1");
         EXPECT_EQ(record.bank_flags, flags) << row[0];
+        uint8_t same_flags;
+        EXPECT_EQ(bic_name(row[0].c_str(), &same_flags), row[5]);
+        EXPECT_EQ(same_flags, flags) << row[0];
     }
 }
 
@@ -115,6 +130,21 @@ TEST(Release, EntriesStandInOrder) {
     }
     for (uint32_t cell = 0; cell < static_cast<uint32_t>(directory_cells); cell++)
         EXPECT_EQ(directory_g[cell] == -1, reached.count(cell) == 0) << cell;
+}
+
+// All bank codes that differ from a listed one in one character.
+TEST(Release, NeighboursOfBankCodes) {
+    for (const auto& [code, row] : later_period())
+        for (size_t at = 0; at < code.size(); ++at)
+            for (char byte : {'/', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', ':'}) {
+                std::string changed = code;
+                changed[at] = byte;
+                const bank_code_t* bank = find_bank_code(changed.c_str());
+                ASSERT_EQ(bank != nullptr, later_period().count(changed) == 1) << changed;
+                if (bank) {
+                    EXPECT_EQ(bank->code, std::stoul(changed));
+                }
+            }
 }
 
 // Looks a key of the directory's shape up by the function that is meant for it.

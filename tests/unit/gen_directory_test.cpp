@@ -162,7 +162,7 @@ TEST_F(Generator, SameListsSameBytes) {
     run_generator("--for-tests " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
     EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
-    EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(6694531572275297067));
+    EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(5872033552984288955));
 }
 
 }  // namespace
