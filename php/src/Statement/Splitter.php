@@ -13,6 +13,9 @@ final class Splitter
 {
     private const FIELD = '/^:(?:25P?|28C?|60[FM]|61|62[FM]|86):/';
 
+    // Of a SWIFT message, before its text.
+    private const HEADER = '/\{(?:[1-4](?::|$)|$)/D';
+
     private const INLINE_END = '/^(.+)-\}\s*(\{.*)?$/s';
 
     private Lines $lines;
@@ -28,6 +31,9 @@ final class Splitter
     private int $dash = 0;
 
     private bool $enveloped = false;
+
+    /** @var int line where an envelope or a ":20:" begins with no statement after it yet, 0 if there is none */
+    private int $begun = 0;
 
     /** @var bool whether this bank leaves out the lines "-" */
     private bool $withoutDashes = false;
@@ -94,6 +100,9 @@ final class Splitter
 
             return $this->finish($ended ? '-' : '', $number, '', $number);
         }
+        if ($this->begun !== 0) {
+            $this->notes->fault('cut', $this->begun);
+        }
         if ($this->statements === 0) {
             $this->notes->fault($this->lines->bytes() === 0 ? 'empty' : 'no_statement', 1);
         }
@@ -132,6 +141,7 @@ final class Splitter
         }
         if (strncmp($line, ':20:', 4) === 0) {
             ++$this->statements;
+            $this->begun = 0;
             $this->builder = new Builder(substr($line, 4), $number);
             if ($text !== false) {
                 $this->builder->notes()->mended('envelope', $number);
@@ -140,8 +150,8 @@ final class Splitter
             }
         } elseif (preg_match(self::FIELD, $line)) {
             $this->notes->fault('outside', $number);
-        } elseif ($line !== '' && strpos(':20:', $line) === 0 || ($text !== false && !$this->lines->lastLineEnds())) {
-            $this->notes->fault('cut', $number);
+        } elseif (($line !== '' && strpos(':20:', $line) === 0) || preg_match(self::HEADER, $line) || $text !== false) {
+            $this->begun = $number;
         }
     }
 }
