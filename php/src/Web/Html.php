@@ -25,12 +25,19 @@ final class Html
     /**
      * A field with its label.
      *
-     * @param string $label what comes after a comma is for those who do not see where the field stands
      * @param array<string, string|bool> $attributes of the input; true for one without a value
      * @param list<string> $faults what is wrong with it
+     * @param string $where for those who don't see where the field stands
      */
-    public static function field(string $name, string $label, string $value, array $attributes = [], array $faults = [], string $help = ''): string
-    {
+    public static function field(
+        string $name,
+        string $label,
+        string $value,
+        array $attributes = [],
+        array $faults = [],
+        string $help = '',
+        string $where = ''
+    ): string {
         $id = self::id($name);
         $described = [];
         $below = '';
@@ -49,7 +56,7 @@ final class Html
         $attributes += ['type' => 'text', 'autocomplete' => 'off', 'spellcheck' => 'false'];
         $input = '<input' . self::attributes(['id' => $id, 'name' => $name, 'value' => $value] + $attributes) . '>';
 
-        $label = (string) preg_replace('/,.*/s', '<span class="unseen">$0</span>', self::text($label));
+        $label = self::text($label) . ($where === '' ? '' : '<span class="unseen">' . self::text($where) . '</span>');
 
         return "<div class=\"field\"><label for=\"$id\">$label</label>$input$below</div>";
     }

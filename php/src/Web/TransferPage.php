@@ -109,7 +109,9 @@ final class TransferPage implements Page
             return Html::notice('bad', "$counted, $faults " . ($faults === 1 ? 'fault' : 'faults') . ': there is no document yet', $told);
         }
         $ready = "$counted, {$payments->sum()} EUR: ready for the bank";
-        $next = $isFile ? '<p>Choose the file again, and download the document.</p>' : '';
+        $next = $isFile
+            ? '<p>Choose the file again, and download the document.</p>'
+            : '<p><button form="transfer" name="do" value="document">Download the document</button></p>';
 
         return Html::notice($told === '' ? 'good' : 'odd', $ready, ($told === '' ? '' : '<p>Please look at this before you download the document.</p>') . $told . $next);
     }
@@ -208,9 +210,10 @@ final class TransferPage implements Page
         foreach ($form->rows as $number => $row) {
             $cells = '';
             foreach ($form->columns as $key) {
-                $label = (self::LABELS[$key] ?? $key) . ', payment ' . ($number + 1);
                 $attributes = ['class' => $key === 'iban' || $key === 'bic' ? 'code' : ''] + ($key === 'amount' ? ['inputmode' => 'decimal'] : []);
-                $cells .= "<td class=\"$key\">" . Html::field(self::field($number, $key), $label, $row[$key] ?? '', $attributes, $faults[$number][$key] ?? []) . '</td>';
+                $where = ', payment ' . ($number + 1);
+                $cells .= "<td class=\"$key\">"
+                    . Html::field(self::field($number, $key), self::LABELS[$key] ?? $key, $row[$key] ?? '', $attributes, $faults[$number][$key] ?? [], '', $where) . '</td>';
             }
             $other = implode(' ', $faults[$number][''] ?? []);
             $body .= '<tr><th scope="row"><span class="word">Payment </span>' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";

@@ -44,7 +44,7 @@ function equal(got, expected) {
 const heading = page => page.locator('.notice .heading').first().innerText();
 const upload = (page, name, text) => page.setInputFiles('#f-file', { name, mimeType: 'text/plain', buffer: Buffer.from(text) });
 async function press(page, name) {
-    await page.getByRole('button', { name, exact: true }).click();
+    await page.getByRole('button', { name, exact: true }).first().click();
     await page.waitForLoadState('load');
 }
 
@@ -75,7 +75,7 @@ await test('accounts are converted and banks found', 'iban', async page => {
     await page.fill('#f-bank-code', '370 400 44');
     await press(page, 'Convert');
     equal(await page.locator('#convert dd').first().innerText(), 'DE89 3704 0044 0532 0130 00');
-    await page.fill('#f-query', '50010517');
+    await page.getByLabel('BIC, IBAN or German bank code').fill('50010517');
     await press(page, 'Look up');
     equal(await heading(page), 'ING-DIBA AG (RETAIL BANKING)');
 });
