@@ -9,7 +9,7 @@ namespace Sepa\Toolkit\Statement;
  */
 final class Note implements \JsonSerializable
 {
-    /** What is read as if the bank had written it well; nothing is lost. */
+    /** What is read as if the bank had written it well; no booking and no money is lost by it. */
     public const MENDED = [
         'byte_order_mark' => 'The file begins with a byte order mark.',
         'first_line_end' => 'The file begins with :20: at once, with no line end before it.',
