@@ -38,7 +38,7 @@ ZEND_METHOD(SEPA, IBAN_convert) {
     int result = IBAN_convert(country, account, bank_id, iban, &code);
     if (status) SEPA_ASSIGN_LONG(status, code);
     // The assignment can run a destructor or meet a typed property.
-    if (result == 1 && !EG(exception)) RETURN_STRING(iban);
+    if (result == 1 && !EG(exception)) RETURN_STRINGL(iban, GERMAN_IBAN_LENGTH);
 }
 
 ZEND_METHOD(SEPA, IBAN_getBIC) {
@@ -54,12 +54,12 @@ ZEND_METHOD(SEPA, IBAN_check) {
 
 ZEND_METHOD(SEPA, BIC_getBankName) {
     const char* bic = text_argument(execute_data);
-    const char* name = bic ? bic_name(bic, nullptr) : nullptr;
-    if (name) RETURN_STRING(name);
+    bic_name_t found;
+    if (bic && bic_name(bic, &found)) RETURN_STRINGL(found.name, found.length);
 }
 
 ZEND_METHOD(SEPA, BIC_getBankFlags) {
     const char* bic = text_argument(execute_data);
-    uint8_t flags;
-    if (bic && bic_name(bic, &flags)) RETURN_LONG(flags);
+    bic_name_t found;
+    if (bic && bic_name(bic, &found)) RETURN_LONG(found.flags);
 }

@@ -205,12 +205,14 @@ int bic_lookup(const char* bic, bank_record_t* record) {
     return 1;
 }
 
-const char* bic_name(const char* bic, uint8_t* flags) {
+int bic_name(const char* bic, bic_name_t* found) {
     int32_t index = find_any_bic(bic);
-    if (index < 0) return nullptr;
-    const char* found = directory_entries[index] + BIC_LENGTH;
-    if (flags) *flags = static_cast<uint8_t>(*found);
-    return found + 1;
+    if (index < 0) return 0;
+    const char* flags = directory_entries[index] + BIC_LENGTH;
+    found->flags = static_cast<uint8_t>(*flags);
+    found->name = flags + 1;
+    found->length = static_cast<size_t>(directory_entries[index + 1] - found->name) - 1;
+    return 1;
 }
 
 static size_t text_size(const char* text) { return text ? strlen(text) + 1 : 0; }

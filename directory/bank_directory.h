@@ -34,6 +34,13 @@ struct bank_record_t {
     char text[BANK_TEXT_SIZE];
 };
 
+// What bic_name finds.
+struct bic_name_t {
+    const char* name;
+    size_t length;
+    uint8_t flags;  // SEPA_SCL_... bits
+};
+
 // What bank_info_get hands out: one malloc block that also holds the texts.
 struct bank_info_t {
     char* name;
@@ -64,9 +71,8 @@ int bank_check_method(const char* bank_code);
 // Returns 1 and fills `record`, or 0 and leaves it untouched.
 int bic_lookup(const char* bic, bank_record_t* record);
 
-// The name of the same bank in the directory itself, or null. `flags`, unless
-// null, gets the SEPA_SCL_... bits of a bank that is found.
-const char* bic_name(const char* bic, uint8_t* flags);
+// As bic_lookup, but nothing is copied: the name is the directory's own text.
+int bic_name(const char* bic, bic_name_t* found);
 
 // Looks `bic` up and, unless `info` is null, stores a block there that the
 // caller releases with one free(). For C++ programs. Returns 1; -2 if the BIC is unknown; -3 if

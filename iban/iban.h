@@ -35,6 +35,9 @@ constexpr size_t BIC_BUFFER_SIZE = 12;
 // wrong; -3 if the bank is unknown. Check digits and account are not judged.
 int IBAN_getBIC(const char* iban, char* bic);
 
+// What IBAN_convert makes has this length.
+constexpr size_t GERMAN_IBAN_LENGTH = 22;
+
 // Room for an IBAN of any country and its NUL.
 constexpr size_t IBAN_BUFFER_SIZE = 35;
 

@@ -136,7 +136,7 @@ static const char* fault_of(const char* iban) {
 // The same for an IBAN that begins with "DE", as most do: none of the tables of
 // countries is read, and the numbers in it are looked up.
 static const char* german_fault_of(const char* iban) {
-    if (strnlen(iban, german_iban_length + 1) != german_iban_length) return wrong_length;
+    if (strnlen(iban, GERMAN_IBAN_LENGTH + 1) != GERMAN_IBAN_LENGTH) return wrong_length;
     int remainder = german_remainder(iban);
     if (remainder < 0) return wrong_format;
     return remainder == 1 ? iban_german_fault(iban) : wrong_checksum;

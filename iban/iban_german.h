@@ -1,11 +1,7 @@
 // What only German IBANs have: a stage of validation, and nothing but numbers.
 #pragma once
 
-#include <cstddef>
-
 namespace sepa_internal {
-
-constexpr size_t german_iban_length = 22;
 
 // The remainder by 97 of an IBAN that is "DE" and 20 characters, or -1 if not
 // all of these are digits.

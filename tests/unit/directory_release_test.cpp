@@ -106,9 +106,11 @@ TEST(Release, EveryBicRow) {
         EXPECT_EQ(record.country, row[0].substr(4, 2));
         int flags = (row[1] == "1") + 2 * (row[2] == "1") + 4 * (row[3] == "1") + 8 * (row[4] == "1");
         EXPECT_EQ(record.bank_flags, flags) << row[0];
-        uint8_t same_flags;
-        EXPECT_EQ(bic_name(row[0].c_str(), &same_flags), row[5]);
-        EXPECT_EQ(same_flags, flags) << row[0];
+        bic_name_t found;
+        ASSERT_EQ(bic_name(row[0].c_str(), &found), 1) << row[0];
+        EXPECT_EQ(found.name, row[5]);
+        EXPECT_EQ(found.length, row[5].size());
+        EXPECT_EQ(found.flags, flags) << row[0];
     }
 }
 
