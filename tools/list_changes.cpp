@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 namespace {
 
@@ -31,8 +30,6 @@ struct kind_t {
 
 list_changes_t list_changes(const std::string& name, const list_t& before, const list_t& after,
                             const std::string& header, size_t key) {
-    // Addresses change by the dozen, and nothing is decided by them.
-    static const std::set<std::string> counted_only{"postal_code", "city"};
     const std::vector<std::string> columns = split_fields(name, 1, header, ',');
     auto name_column = static_cast<size_t>(std::find(columns.begin(), columns.end(), "name") - columns.begin());
 
@@ -59,7 +56,7 @@ list_changes_t list_changes(const std::string& name, const list_t& before, const
     for (const kind_t& kind : changed) {
         if (kind.count == 0) continue;
         sums += (sums.empty() ? "; " : ", ") + kind.what + " " + std::to_string(kind.count);
-        if (!counted_only.count(kind.what)) lines += kind.lines;
+        lines += kind.lines;
     }
     std::string counts = std::to_string(new_rows.size()) + " banks, " + std::to_string(old_rows.size()) + " before";
     return {removed.count, name + ": " + counts + (sums.empty() ? "; nothing has changed" : sums) + "\n" + lines};

@@ -7,7 +7,7 @@
 
 struct list_changes_t {
     size_t removed;      // keys of the earlier list that the later one lacks
-    std::string report;  // a line of sums, then a line for each change but those of addresses
+    std::string report;  // a line of sums, then a line for each change, kind by kind
 };
 
 // Compares the rows of `before` and `after`, lists with the columns of

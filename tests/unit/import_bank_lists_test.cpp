@@ -195,7 +195,8 @@ TEST_F(Importer, TellsWhatHasChanged) {
                         "  20010001 removed: Münzbank 1\n  30000000 added: Neu, Bank\n  20010003 flag: 0 -> 1\n"
                         "  20010003 method: 09 -> C1\n  20010003 rule: 0503 -> 0504\n"
                         "  20010003 successor: - -> 20010004\n  20010003 bic: BANKDEFF003 -> -\n"
-                        "  20010003 name: Münzbank 3 -> Bank\n");
+                        "  20010003 name: Münzbank 3 -> Bank\n  20010003 postal_code: 10591 -> 10117\n"
+                        "  20010003 city: Berlin -> Potsdam\n");
     for (const char* list : {"de.csv", "bic.csv", "at.csv"}) EXPECT_EQ(imported(list), after[list]);
     import(folder + "/before", {"de168"});
     const std::string unknown = folder + "/de168:17: no rule is known for 30000000 (Neu, Bank), 0 is taken\nde: 11";
