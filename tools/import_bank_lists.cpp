@@ -89,7 +89,7 @@ arguments_t read_arguments(int argc, char** argv) {
         } else if (text.compare(0, valid_from.size(), valid_from) == 0) {
             arguments.valid_from = text.substr(valid_from.size());
         } else if (equals != std::string::npos && job_of(text.substr(0, equals))) {
-            arguments.files[text.substr(0, equals)] = text.substr(equals + 1);
+            if (!arguments.files.emplace(text.substr(0, equals), text.substr(equals + 1)).second) stop_with_usage();
         } else if (!text.empty() && text[0] != '-') {
             folders.push_back(text);
             while (folders.back().size() > 1 && folders.back().back() == '/') folders.back().pop_back();
@@ -191,7 +191,8 @@ bool write_file(const fs::path& path, const std::string& content) {
 void write_release(const std::string& release, const texts_t& contents) {
     fs::path path(release);
     fs::path temporary = path.parent_path() / ("." + path.filename().string() + "." + std::to_string(getpid()));
-    bool written = mkdir(temporary.c_str(), 0777) == 0;
+    bool written = true;
+    if (mkdir(temporary.c_str(), 0777) != 0) stop(release + ": cannot be written: " + strerror(errno));
     for (const auto& [name, content] : contents) written = written && write_file(temporary / (name + ".csv"), content);
     if (written && rename(temporary.c_str(), release.c_str()) == 0) return;
     int error = errno;

@@ -130,15 +130,6 @@ TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
     EXPECT_EQ(status, 1);
 }
 
-TEST_F(Generator, AllowsBadSuccessorsForTests) {
-    lists_t lists = good_lists();
-    lists["de.csv"] += "2025-03-03,20000000,1,09,0,20000000,,a,,,DE\n2025-03-03,30000000,1,09,0,40000000,,a,,,DE\n";
-    generate(lists, "--for-tests");
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(said, "");
-    EXPECT_NE(read_file(output).find("_DE30000000\\001\\011\\000\\00040000000||a|||DE\\000"), std::string::npos);
-}
-
 TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
     const struct {
         const char *day, *seconds;
@@ -156,12 +147,12 @@ TEST_F(Generator, SwitchTimeIsMidnightInGermany) {
     }
 }
 
-// FNV-1a of the tables made from the frozen lists: the same bytes wherever and
-// by whatever compiler this is built.
+// FNV-1a of the tables made from the frozen lists, bad successors and all: the
+// same bytes wherever and by whatever compiler this is built.
 TEST_F(Generator, SameListsSameBytes) {
     run_generator("--for-tests " TEST_DATA "/frozen_directory " + output);
     ASSERT_EQ(status, 0);
-    EXPECT_NE(said.find("/de.csv: bank codes that end with the earlier period: 1\n"), std::string::npos);
+    EXPECT_EQ(said, TEST_DATA "/frozen_directory/de.csv: bank codes that end with the earlier period: 1\n");
     EXPECT_EQ(fnv1a(read_file(output)), UINT64_C(5872033552984288955));
 }
 
