@@ -87,11 +87,12 @@ struct line_rule_t {
 };
 }  // namespace
 
-// The first that matches counts; lines that match none are skipped.
+// The first that matches counts, so that the most frequent stand first; lines
+// that match none are skipped.
 static const line_rule_t line_rules[] = {
-    {":25:", read_account},  {":28C:", read_number},     {":28:", read_number},  {":60F:", read_opening},
-    {":60M:", read_opening}, {":61:", read_transaction}, {":86:", read_details}, {":62F:", read_closing},
-    {":62M:", read_closing}, {"-", end_statement},
+    {":61:", read_transaction}, {":86:", read_details},  {":25:", read_account},  {":28C:", read_number},
+    {":28:", read_number},      {":60F:", read_opening}, {":60M:", read_opening}, {":62F:", read_closing},
+    {":62M:", read_closing},    {"-", end_statement},
 };
 
 static bool read_line(parse_run_t* run) {

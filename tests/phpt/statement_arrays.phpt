@@ -23,6 +23,12 @@ file_put_contents($file, str_replace("\n", "\r\n", <<<'END'
 :86:-1?00?20?30?34-1
 :62F:C240102EUR1,00
 :61:?
+:20:ALIKE
+:61:2312291229C1,NTRFREF1
+:61:231230C1,NTRFREF1
+:61:231130C1,NTRFREF2
+:61:221130C1,NTRFREF
+-
 END
 ));
 
@@ -73,5 +79,10 @@ SECOND', eref 'E', kref 'K', mref 'M', cred 'C', debt 'D', purp 'P', coam '1.5',
 2: ref 'POOR', openSaldo 0.0, openCurrency '', openDate NONE, closeSaldo 1.0, closeCurrency 'EUR', closeDate '2024-01-02', tx 2
   0: valuta '2024-01-02', amount 1.0, code 'TRF', ref '', gvc 4294967295, extcode 4294967295, txtext '', bank '', account '', name '', purpose ''
   1: valuta NONE, amount 0.0, code '', gvc 0, bank '', account '', name ''
+3: ref 'ALIKE', openSaldo 0.0, openCurrency '', openDate NONE, closeSaldo 0.0, closeCurrency '', closeDate NONE, tx 4
+  0: valuta '2023-12-29', booked '2023-12-29', amount 1.0, code 'TRF', ref 'REF1', gvc 0, bank '', account '', name ''
+  1: valuta '2023-12-30', amount 1.0, code 'TRF', ref 'REF1', gvc 0, bank '', account '', name ''
+  2: valuta '2023-11-30', amount 1.0, code 'TRF', ref 'REF2', gvc 0, bank '', account '', name ''
+  3: valuta '2022-11-30', amount 1.0, code 'TRF', ref 'REF', gvc 0, bank '', account '', name ''
 2500 65000 65000
 bool(true)
