@@ -12,7 +12,7 @@
 
 #include <cstdint>
 
-#include "account/account_form.h"
+#include "text/words.h"
 
 namespace sepa_internal {
 

@@ -116,6 +116,7 @@ struct bank_id_width_t {
 };
 }  // namespace
 
+static constexpr size_t MAX_WIDTH = 8;
 static const bank_id_width_t bank_id_widths[] = {{"AT", 5}, {"CH", 5}, {"DE", 8}, {"LI", 5}, {nullptr, 0}};
 
 static const bank_id_width_t* find_width(const char* country) {
@@ -147,7 +148,7 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
     size_t length = strnlen(bank_id, row->width + 1);
     if (length > row->width) return 0;
 
-    char padded[bank_code_length] = {};
+    char padded[MAX_WIDTH] = {};
     memset(padded, '0', row->width - length);
     memcpy(padded + row->width - length, bank_id, length);
     int32_t index = find_bank(country, padded);
