@@ -36,7 +36,7 @@ void stop(const std::string&, size_t line, const std::string& reason) {
     throw fault_t{};
 }
 
-FUZZ_TARGET(bank_lists) {
+void fuzz_bank_lists(const uint8_t* data, size_t size) {
     std::string rest(reinterpret_cast<const char*>(data), size);
     list_texts_t lists = {
         list_of("de.csv", german_header, rest),

@@ -1,17 +1,15 @@
-// The entry of a fuzzing engine. A program of this kind holds one target.
+// The entry of a fuzzing engine, in a program for each target.
 #include <cstdio>
 
 #include "tests/fuzz/fuzz.h"
 
-fuzz_target_t* fuzz_target_t::first;
-
 void fuzz_fault(const char* what) {
-    fprintf(stderr, "%s: %s\n", fuzz_target_t::first->name, what);
+    fprintf(stderr, "%s\n", what);
     __builtin_trap();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    fuzz_target_t::first->run(data, size);
+    FUZZ_TARGET(data, size);
     return 0;
 }

@@ -1,9 +1,10 @@
 // A life of one message: the bytes choose rulebook, setters, adds and
 // outputs. A call that fails changes nothing but a generated date and message
-// id, and a document
-// is well-formed and holds as many transactions as were accepted, with the right
-// sums.
+// id, and a document is well-formed and holds as many transactions as were
+// accepted, with the right sums.
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <deque>
 #include <iterator>
 #include <vector>
@@ -15,38 +16,42 @@
 
 namespace {
 
-// Keys and values that lead further than random bytes do.
-constexpr const char* keys[] = {"iban",      "amount",    "bic",      "name",     "seq",         "mref",
-                                "mdate",     "date",      "ref",      "id",       "purp",        "addrCC",
-                                "addrLine1", "addrLine2", "addrTown", "addrDept", "addrCtrySub", "old_mref",
-                                "old_iban",  "smnda",     "IBAN",     "Amount",   "addrPoBox",   "unknown"};
-constexpr const char* values[] = {"DE89370400440532013000",
-                                  "AT168064680654652158",
-                                  "CH9300762011623852957",
-                                  "1.00",
-                                  "0.1",
-                                  "1e3",
-                                  "99999999999.995",
-                                  "90000000000000000",
-                                  "-1",
-                                  "COBADEFFXXX",
-                                  "pofichbexxx",
-                                  "Müller & Söhne",
-                                  "a<b>&c",
-                                  "RCUR",
-                                  "frst",
-                                  "OOFF",
-                                  "FNAL",
-                                  "M-1",
-                                  "2026-12-01",
-                                  "2020-01-31",
-                                  "",
-                                  "1",
-                                  "CH",
-                                  "SALA",
-                                  "0.004",
-                                  "DE98ZZZ09999999999",
-                                  "BELADEBEXXX"};
+// Takes values off an input; past its end all are zero or empty.
+class input_t {
+public:
+    input_t(const uint8_t* data, size_t size) : at_(data), left_(size) {}
+
+    bool empty() const { return left_ == 0; }
+    uint8_t byte() { return left_ ? (--left_, *at_++) : uint8_t{0}; }
+    // Up to the next line end, which is taken and not given.
+    std::string line() {
+        std::string text;
+        for (uint8_t c; left_ && (c = byte()) != '\n';) text += static_cast<char>(c);
+        return text;
+    }
+
+private:
+    const uint8_t* at_;
+    size_t left_;
+};
+
+// Keys and values that lead further than random bytes do, with bars between;
+// inputs choose them by their numbers.
+const std::string keys =
+    "iban|amount|bic|name|seq|mref|mdate|date|ref|id|purp|addrCC|addrLine1|addrLine2|addrTown|addrDept|addrCtrySub|"
+    "old_mref|old_iban|smnda|IBAN|Amount|addrPoBox|unknown|";
+const std::string values =
+    "DE89370400440532013000|AT168064680654652158|CH9300762011623852957|1.00|0.1|1e3|99999999999.995|90000000000000000|"
+    "-1|COBADEFFXXX|pofichbexxx|Müller & Söhne|a<b>&c|RCUR|frst|OOFF|FNAL|M-1|2026-12-01|2020-01-31||1|CH|SALA|0.004|"
+    "DE98ZZZ09999999999|BELADEBEXXX|";
+
+// The piece that the number falls on.
+std::string pick(const std::string& pieces, size_t number) {
+    size_t from = 0;
+    for (number %= static_cast<size_t>(std::count(pieces.begin(), pieces.end(), '|')); number; --number)
+        from = pieces.find('|', from) + 1;
+    return pieces.substr(from, pieces.find('|', from) - from);
+}
 
 constexpr int (*setters[])(sepa_t*, const char*) = {sepa_setIBAN, sepa_setBIC, sepa_setName, sepa_setCreditorIdentifier,
                                                     sepa_setDate};
@@ -118,7 +123,7 @@ public:
                 message_->dd_type = in_->byte() % 4;
                 message_->batch_booking = in_->byte() & 1;
                 break;
-            case 3: fixed_now = in_->word() * 65536L + in_->word(); break;
+            case 3: fixed_now = in_->byte() * 16777216L; break;
             case 7:
                 if (writes_++ < 4) write();  // most of a run's time goes there
                 break;
@@ -156,19 +161,14 @@ private:
     const char* value() {
         unsigned choice = in_->byte();
         if (choice == 255) return nullptr;
-        return keep(choice < 192 ? values[choice % std::size(values)] : in_->line().c_str());
+        return keep(choice < 192 ? pick(values, choice) : in_->line().c_str());
     }
     const char* key() {
         unsigned choice = in_->byte();
-        return keep(choice < 240 ? keys[choice % std::size(keys)] : in_->line().c_str());
+        return keep(choice < 240 ? pick(keys, choice) : in_->line().c_str());
     }
 
-    void check_error() {
-        const char* error = message_->last_error;
-        expect(error && *error, "a failure has a reason");
-        if (error == message_->error_buffer)
-            expect(memchr(error, 0, sizeof message_->error_buffer), "a composed reason is a text");
-    }
+    void check_error() { expect(message_->last_error && *message_->last_error, "a failure has a reason"); }
 
     void set() {
         auto setter = setters[in_->byte() % std::size(setters)];
@@ -198,7 +198,7 @@ private:
 
 }  // namespace
 
-FUZZ_TARGET(message) {
+void fuzz_message(const uint8_t* data, size_t size) {
     input_t input(data, size);
     fixed_now = 1764580000;
     sepa_init(SEPA_INIT_RULEBOOK, "DE-3.7");

@@ -12,7 +12,7 @@ static size_t count(const std::string& text, const char* tag) {
     return found;
 }
 
-FUZZ_TARGET(statement) {
+void fuzz_statement(const uint8_t* data, size_t size) {
     exact_text_t text(data, strnlen(reinterpret_cast<const char*>(data), size));
     const std::string file = text.get();
     sepa_stmt_parser_t* handle = sepa_stmt_parser_new();

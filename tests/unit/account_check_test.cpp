@@ -1,5 +1,3 @@
-// What no account number or bank code is, and what stands between them, is
-// the business of the fuzz target account_check.
 #include "account/account_check.h"
 
 #include <gtest/gtest.h>
