@@ -1,4 +1,3 @@
-// Character set and message ids.
 #include <cstring>
 #include <set>
 #include <string>
@@ -70,22 +69,6 @@ TEST(Charset, EveryRule) {
             EXPECT_EQ(sepa_check_charset(nullptr, nullptr, level), 1);
             EXPECT_EQ(sepa_check_charset("\\", nullptr, level), 0);
         }
-}
-
-TEST(MessageId, BytesAndLength) {
-    const std::string good = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 '()+,-./:?";
-    for (const char* rulebook : rulebook_names) {
-        use_rulebook(rulebook);
-        for (int byte = 1; byte < 256; ++byte) {
-            std::string text(1, static_cast<char>(byte));
-            EXPECT_EQ(sepa_check_message_id(text.c_str()), good.find(text) != std::string::npos) << byte;
-        }
-    }
-    EXPECT_FALSE(sepa_check_message_id(nullptr));
-    EXPECT_FALSE(sepa_check_message_id(""));
-    EXPECT_TRUE(sepa_check_message_id(letters(35).c_str()));
-    EXPECT_FALSE(sepa_check_message_id(letters(36).c_str()));
-    EXPECT_FALSE(sepa_check_message_id((letters(34) + "_").c_str()));
 }
 
 }  // namespace

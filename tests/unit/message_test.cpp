@@ -54,11 +54,9 @@ constexpr struct {
     const char* word;
     int (*set)(sepa_t*, const char*);
     char* sepa_t::*field;
-} setters[] = {{"iban", sepa_setIBAN, &sepa_t::iban},
-               {"bic", sepa_setBIC, &sepa_t::bic},
-               {"name", sepa_setName, &sepa_t::name},
-               {"creditor_id", sepa_setCreditorIdentifier, &sepa_t::creditor_id},
-               {"date", sepa_setDate, &sepa_t::date}};
+} setters[] = {{"iban", sepa_setIBAN, &sepa_t::iban}, {"bic", sepa_setBIC, &sepa_t::bic},
+               {"name", sepa_setName, &sepa_t::name}, {"creditor_id", sepa_setCreditorIdentifier, &sepa_t::creditor_id},
+               {"date", sepa_setDate, &sepa_t::date}, {"message_id", sepa_setMessageId, &sepa_t::msgid}};
 
 // A line is a word and its value, lines that begin with a tab belong to the
 // one above. The words stand in step(); the kind "any" is the test's parameter.
@@ -90,6 +88,7 @@ struct File : testing::TestWithParam<std::tuple<const char*, long>> {
         }
         snapshot_t before(m);
         if (word == "document" || word == "write") return result(before, write(word, value, keys));
+        if (word == "set_ddtype") result(before, sepa_setDDType(m, number) == 1);
         if (word == "tx") result(before, add(message, keys) == 1);
         if (word == "tx+") result(before, add(message, after_needed(m->msgtype, keys)) == 1);
         for (const auto& setter : setters) {
