@@ -15,13 +15,16 @@ namespace sepa_internal {
 // of 32 bits, an amount or a date.
 enum class member_type_t : uint8_t { TEXT, COPY, INTEGER, AMOUNT, DATE };
 
+template <typename Member, typename... Types>
+constexpr bool is_one_of = (std::is_same_v<Member, Types> || ...);
+
 template <typename Member>
 constexpr member_type_t type_of() {
-    if constexpr (std::is_same_v<Member, const char*>) return member_type_t::TEXT;
-    if constexpr (std::is_array_v<Member>) return member_type_t::COPY;
-    if constexpr (std::is_same_v<Member, double>) return member_type_t::AMOUNT;
-    if constexpr (std::is_same_v<Member, struct tm>) return member_type_t::DATE;
-    static_assert(!std::is_integral_v<Member> || sizeof(Member) == sizeof(uint32_t));
+    static_assert(std::is_array_v<Member> || is_one_of<Member, const char*, double, struct tm, int32_t, uint32_t>);
+    if (std::is_same_v<Member, const char*>) return member_type_t::TEXT;
+    if (std::is_array_v<Member>) return member_type_t::COPY;
+    if (std::is_same_v<Member, double>) return member_type_t::AMOUNT;
+    if (std::is_same_v<Member, struct tm>) return member_type_t::DATE;
     return member_type_t::INTEGER;
 }
 
@@ -96,8 +99,8 @@ constexpr field_row_t transaction_fields[] = {
     {"primanota", MEMBER(primanota), shown_t::IF_SET, subfield(10)},
     {"bank", MEMBER(bank), shown_t::ALWAYS, subfield(30)},
     {"account", MEMBER(account), shown_t::ALWAYS, subfield(31)},
-    {"name", MEMBER(name), shown_t::ALWAYS, subfield(32)},  // and what subfield 33 adds
-    {"purpose", MEMBER(purpose), shown_t::IF_SET, own_code},
+    {"name", MEMBER(name), shown_t::ALWAYS, subfield(32)},    // and what subfield 33 adds
+    {"purpose", MEMBER(purpose), shown_t::IF_SET, own_code},  // purpose subfields without a keyword
     {"eref", MEMBER(eref), shown_t::IF_SET, keyword("EREF+")},
     {"kref", MEMBER(kref), shown_t::IF_SET, keyword("KREF+")},
     {"mref", MEMBER(mref), shown_t::IF_SET, keyword("MREF+")},
@@ -112,5 +115,26 @@ constexpr field_row_t transaction_fields[] = {
 };
 #undef MEMBER
 #undef SEPA_MEMBER
+
+// Keys, numbers and keywords stand in one row each, and keywords end in "+".
+constexpr bool same_text(const char* a, const char* b) {
+    for (; *a && *a == *b; ++a) ++b;
+    return *a == *b;
+}
+
+template <size_t Count>
+constexpr bool rows_differ(const field_row_t (&rows)[Count]) {
+    for (size_t i = 0; i < Count; ++i) {
+        const source_t& source = rows[i].source;
+        if (*source.keyword && source.keyword[keyword_length - 1] != '+') return false;
+        for (size_t other = 0; other < i; ++other) {
+            if (same_text(rows[other].key, rows[i].key)) return false;
+            if (source.subfield >= 0 && rows[other].source.subfield == source.subfield) return false;
+            if (*source.keyword && same_text(rows[other].source.keyword, source.keyword)) return false;
+        }
+    }
+    return true;
+}
+static_assert(rows_differ(statement_fields) && rows_differ(transaction_fields));
 
 }  // namespace sepa_internal
