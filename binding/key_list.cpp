@@ -24,19 +24,7 @@ static void free_storage(key_list_t* list) {
 
 // Whether turning a value into text can run script code: a __toString, or an
 // error handler that is told of an array.
-static bool can_run_script(zval* value) {
-    ZVAL_DEREF(value);
-    return Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY;
-}
-
-static bool any_can_run_script(zend_array* array) {
-    zval* value;
-    ZEND_HASH_FOREACH_VAL_IND(array, value) {
-        if (can_run_script(value)) return true;
-    }
-    ZEND_HASH_FOREACH_END();
-    return false;
-}
+static bool can_run_script(const zval* value) { return Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY; }
 
 // A copy of `array` whose values are texts, each as its turn in the walk found
 // it. A script that runs in mid-walk could change the array under the walk, or
@@ -61,57 +49,77 @@ static zend_array* with_texts(zend_array* array) {
     return copy;
 }
 
-static void fill(key_list_t* list, zend_array* array) {
+static void add_pair(key_list_t* list, zend_ulong number, zend_string* key, zval* value) {
+    kv_pair_t* pair = &list->pairs[list->count];
+    bool is_text = Z_TYPE_P(value) == IS_STRING;
+    zend_string* text = is_text ? Z_STR_P(value) : zval_get_string(value);
+    list->values[list->count] = is_text ? nullptr : text;
+    if (key) {
+        pair->key = ZSTR_VAL(key);
+    } else {
+        char* digits = list->number_keys[list->count];
+        ap_php_snprintf(digits, NUMBER_KEY_LIMIT, "%ld", static_cast<long>(number));
+        pair->key = digits;
+    }
+    pair->value = ZSTR_VAL(text);
+    list->count += 1;
+}
+
+// False at the first value that can run script code.
+static bool fill(key_list_t* list, zend_array* array) {
     zend_ulong number;
     zend_string* key;
     zval* value;
     ZEND_HASH_FOREACH_KEY_VAL_IND(array, number, key, value) {
-        kv_pair_t* pair = &list->pairs[list->count];
-        zend_string* text = zval_get_string(value);
-        list->values[list->count] = text;
-        if (key) {
-            pair->key = ZSTR_VAL(key);
-        } else {
-            char* digits = list->number_keys[list->count];
-            ap_php_snprintf(digits, NUMBER_KEY_LIMIT, "%ld", static_cast<long>(number));
-            pair->key = digits;
-        }
-        pair->value = ZSTR_VAL(text);
-        list->count += 1;
+        ZVAL_DEREF(value);
+        if (can_run_script(value)) return false;
+        add_pair(list, number, key, value);
     }
     ZEND_HASH_FOREACH_END();
     list->pairs[list->count] = {nullptr, nullptr};
+    return true;
 }
 
 // The engine leaves a request by longjmp; it knows nothing of malloc. A
 // function of its own, so that no local of the caller lives across the setjmp.
-[[gnu::noinline]] static void fill_or_free(key_list_t* list, zend_array* array) {
-    zend_try { fill(list, array); }
+[[gnu::noinline]] static bool fill_or_free(key_list_t* list, zend_array* array) {
+    volatile bool filled = false;
+    zend_try { filled = fill(list, array); }
     zend_catch {
         free_storage(list);
         zend_bailout();
     }
     zend_end_try();
+    return filled;
+}
+
+enum taken_t { TAKEN, CAN_RUN_SCRIPT, NO_MEMORY };
+
+static taken_t take(key_list_t* list, zend_array* array) {
+    list->count = 0;
+    if (!reserve(list, zend_hash_num_elements(array))) return NO_MEMORY;
+    bool filled = list->pairs == list->small_pairs ? fill(list, array) : fill_or_free(list, array);
+    return filled ? TAKEN : CAN_RUN_SCRIPT;
 }
 
 bool key_list_from_array(key_list_t* list, zend_array* array) {
-    list->count = 0;
-    list->pairs = list->small_pairs;
-    list->owned_array = any_can_run_script(array) ? with_texts(array) : nullptr;
-    zend_array* const source = list->owned_array ? list->owned_array : array;
-    if (EG(exception) || !reserve(list, zend_hash_num_elements(source))) {
+    list->owned_array = nullptr;
+    taken_t taken = take(list, array);
+    if (taken == CAN_RUN_SCRIPT) {
         key_list_free(list);
-        return false;
+        list->count = 0;
+        list->pairs = list->small_pairs;
+        list->owned_array = with_texts(array);
+        if (!EG(exception)) taken = take(list, list->owned_array);
     }
-    if (list->pairs == list->small_pairs)
-        fill(list, source);
-    else
-        fill_or_free(list, source);
-    return true;
+    if (taken == TAKEN && !EG(exception)) return true;
+    key_list_free(list);
+    return false;
 }
 
 void key_list_free(key_list_t* list) {
-    for (uint32_t i = 0; i < list->count; ++i) zend_string_release(list->values[i]);
+    for (uint32_t i = 0; i < list->count; ++i)
+        if (list->values[i]) zend_string_release(list->values[i]);
     free_storage(list);
     if (list->owned_array) zend_array_destroy(list->owned_array);
 }

@@ -12,7 +12,7 @@ constexpr size_t NUMBER_KEY_SIZE = 10, NUMBER_KEY_LIMIT = 9;
 // The list, and what its texts live in. Plain storage on the caller's frame.
 struct key_list_t {
     kv_pair_t* pairs;      // ends with two nulls; keys point into the array or `number_keys`
-    zend_string** values;  // texts of the values, one reference each
+    zend_string** values;  // texts made of values that were none, one reference each; else null
     uint32_t count;
     char (*number_keys)[NUMBER_KEY_SIZE];
     zend_array* owned_array;  // the copy that was walked, or null
@@ -22,7 +22,8 @@ struct key_list_t {
 };
 
 // Fills `list` from `array`, in the array's order, by the engine's rules of
-// conversion, which can run script code. Returns false, with nothing to free,
+// conversion, which can run script code. Texts stay the array's: no script may
+// run before key_list_free. Returns false, with nothing to free,
 // if that left EG(exception) set or else if memory ran out. Otherwise release
 // with key_list_free.
 bool key_list_from_array(key_list_t* list, zend_array* array);

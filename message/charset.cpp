@@ -10,8 +10,8 @@
 namespace sepa_internal {
 
 // Beside the sets (charset_bit_t) that a byte begins a character of: what must
-// come after it, and whether XML escapes it.
-enum : uint8_t { UMLAUT_LEAD = 16, EURO_LEAD = 32, MARKUP = 64 };
+// come after it.
+enum : uint8_t { UMLAUT_LEAD = 16, EURO_LEAD = 32 };
 
 static constexpr size_t index_of(char c) { return static_cast<unsigned char>(c); }
 
@@ -23,7 +23,6 @@ static constexpr auto make_bytes() {
     bytes[index_of(' ')] = SET_BLANK;
     for (const char* p = "$%&*"; *p; ++p) bytes[index_of(*p)] = SET_GERMAN;
     for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) bytes[index_of(*p)] = SET_AUSTRIAN;
-    for (const char* p = "<>&"; *p; ++p) bytes[index_of(*p)] |= MARKUP;
     bytes[0xC3] = SET_GERMAN | UMLAUT_LEAD;
     bytes[0xE2] = SET_AUSTRIAN | EURO_LEAD;
     return bytes;
@@ -82,39 +81,32 @@ static bool rest_is_plain(const char* p, size_t length) {
     return all_plain(block);
 }
 
-// Of the characters at `p`, so many as begin before `stop`: what they have in
-// `bytes`, or 0 with `*p` at the first that is not allowed.
-static unsigned walk(const char** p, const char* stop, unsigned sets) {
-    unsigned met = SET_BASE;
+// Steps over the characters that begin before `stop`. False if one of them is
+// not allowed; `*p` is there then.
+static bool walk(const char** p, const char* stop, unsigned sets, text_t* text) {
     while (*p < stop) {
         size_t length = character_length(*p, sets);
-        if (!length) return 0;
-        met |= bytes[index_of(**p)];
+        if (!length) return false;
+        if (size_t size = entity(**p).size()) text->added += size - 1;
         *p += length;
     }
-    return met;
+    return true;
 }
 
 bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int level) {
     unsigned sets = sets_of_level(rulebook.charsets, level);
     bool plain_is_allowed = sets & SET_BLANK;
     const char *p = text->bytes, *const end = p + text->length;
-    unsigned met = 0;
     while (p < end) {
         auto left = static_cast<size_t>(end - p);
         size_t next = left < step ? left : step;
         if (plain_is_allowed && (next == step ? all_plain(p) : rest_is_plain(p, next))) {
             p += next;
-            continue;
-        }
-        unsigned of_these = walk(&p, p + next, sets);
-        if (!of_these) {
+        } else if (!walk(&p, p + next, sets, text)) {
             if (bad) *bad = *p;
             return false;
         }
-        met |= of_these;
     }
-    text->markup = met & MARKUP;
     return true;
 }
 
@@ -124,7 +116,7 @@ using namespace sepa_internal;
 
 int sepa_check_charset(const char* text, char* bad, int level) {
     if (!text) return 1;
-    text_t measured = {text, strlen(text), false};
+    text_t measured = {text, strlen(text), 0};
     return check_charset(rulebook_in_force(), &measured, bad, level);
 }
 

@@ -6,8 +6,8 @@
 
 namespace sepa_internal {
 
-// As sepa_check_charset, under `rulebook`, for a text of known length. Notes
-// whether the text has markup.
+// As sepa_check_charset, under `rulebook`, for a text of known length. Adds
+// up what escaping adds.
 bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int level);
 
 }  // namespace sepa_internal

@@ -104,7 +104,7 @@ static void write_transaction(Out& out, const document_t& document, const ddi_tx
     write_debtor_agent(out, document, tx);
     xml_open(out, 4, "Dbtr");
     xml_line(out, 5, "Nm",
-             tx.name ? record_text(tx.name) : text_t{"", 0, false});  // there even if empty; a transfer has none then
+             tx.name ? record_text(tx.name) : text_t{"", 0, 0});  // there even if empty; a transfer has none then
     write_postal_address(out, document, tx);
     xml_close(out, 4, "Dbtr");
     xml_open(out, 4, "DbtrAcct");
@@ -126,7 +126,7 @@ static void write_creditor_scheme_id(Out& out, const document_t& document) {
     xml_open(out, 4, "Id");
     xml_open(out, 5, "PrvtId");
     xml_open(out, 6, "Othr");
-    xml_text(out, 7, "Id", unmeasured(document.handle->creditor_id));
+    xml_text(out, 7, "Id", measured(document.handle->creditor_id));
     xml_open(out, 7, "SchmeNm");
     xml_line(out, 8, "Prtry", "SEPA"sv);
     xml_close(out, 7, "SchmeNm");

@@ -80,12 +80,12 @@ template <typename Out>
 void write_group_header(Out& out, const document_t& document) {
     const sepa_t* handle = document.handle;
     xml_open(out, 2, "GrpHdr");
-    xml_text(out, 3, "MsgId", unmeasured(handle->msgid));
+    xml_text(out, 3, "MsgId", measured(handle->msgid));
     xml_line(out, 3, "CreDtTm", std::string_view(created_at(document.now).text));
     xml_line(out, 3, "NbOfTxs", number_text_t(handle->tx_count).text());
     xml_line(out, 3, "CtrlSum", amount_text_t(handle->ctrl_sum).text());
     xml_open(out, 3, "InitgPty");
-    xml_text(out, 4, "Nm", unmeasured(handle->name));
+    xml_text(out, 4, "Nm", measured(handle->name));
     xml_close(out, 3, "InitgPty");
     xml_close(out, 2, "GrpHdr");
 }
@@ -112,7 +112,7 @@ void write_block_start(Out& out, const document_t& document, const payment_block
     const sepa_t* handle = document.handle;
     auto number = static_cast<uint32_t>(&block - document.blocks.blocks) + 1;
     xml_open(out, 2, "PmtInf");
-    xml_line(out, 3, "PmtInfId", unmeasured(handle->msgid), "-P"sv, number_text_t(number).text());
+    xml_line(out, 3, "PmtInfId", measured(handle->msgid), "-P"sv, number_text_t(number).text());
     xml_line(out, 3, "PmtMtd", method);
     xml_line(out, 3, "BtchBookg", handle->batch_booking ? "true"sv : "false"sv);
     xml_line(out, 3, "NbOfTxs", number_text_t(block.count).text());
@@ -126,8 +126,7 @@ void write_block_start(Out& out, const document_t& document, const payment_block
 // The line with the date of a block.
 template <typename Out>
 void write_date(Out& out, std::string_view name, const payment_block_t& block) {
-    std::string_view date(block.date, date_length);
-    xml_line(out, 3, name, text_t{block.date, date_length, has_markup(date)});
+    xml_line(out, 3, name, measured(block.date, date_length));
 }
 
 // The elements of the message's own party: "Dbtr" or "Cdtr" and those after it.
@@ -140,16 +139,16 @@ template <typename Out>
 void write_own_party(Out& out, const document_t& document, const own_party_names_t& names) {
     const sepa_t* handle = document.handle;
     xml_open(out, 3, names.party);
-    xml_text(out, 4, "Nm", unmeasured(handle->name));
+    xml_text(out, 4, "Nm", measured(handle->name));
     xml_close(out, 3, names.party);
     xml_open(out, 3, names.account);
     xml_open(out, 4, "Id");
-    xml_text(out, 5, "IBAN", unmeasured(handle->iban));
+    xml_text(out, 5, "IBAN", measured(handle->iban));
     xml_close(out, 4, "Id");
     xml_close(out, 3, names.account);
     xml_open(out, 3, names.agent);
     xml_open(out, 4, "FinInstnId");
-    xml_text(out, 5, document.rulebook.bic_element, unmeasured(handle->bic));
+    xml_text(out, 5, document.rulebook.bic_element, measured(handle->bic));
     xml_close(out, 4, "FinInstnId");
     xml_close(out, 3, names.agent);
     xml_line(out, 3, "ChrgBr", "SLEV"sv);
@@ -196,7 +195,7 @@ void write_postal_address(Out& out, const document_t& document, const sepa_party
 template <typename Out>
 void write_payment_id(Out& out, const sepa_party_t& party) {
     xml_open(out, 4, "PmtId");
-    xml_line(out, 5, "EndToEndId", party.id ? record_text(party.id) : text_t{"NOTPROVIDED", 11, false});
+    xml_line(out, 5, "EndToEndId", party.id ? record_text(party.id) : text_t{"NOTPROVIDED", 11, 0});
     xml_close(out, 4, "PmtId");
 }
 

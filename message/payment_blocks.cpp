@@ -36,6 +36,10 @@ static bool each_transaction(const sepa_t* handle, Visit visit) {
     return handle->msgtype == SEPA_MSGTYPE_DDI ? each_of<ddi_tx_t>(handle, visit) : each_of<cti_tx_t>(handle, visit);
 }
 
+static bool is_of(const transaction_t& tx, const payment_block_t& block) {
+    return memcmp(block.date, tx.date, date_length) == 0 && block.sequence == tx.sequence;
+}
+
 static int compare(const payment_block_t& block, const transaction_t& tx) {
     int by_date = memcmp(block.date, tx.date, date_length);
     return by_date ? by_date : block.sequence - tx.sequence;
@@ -56,19 +60,19 @@ static void count_in(payment_block_t* block, const transaction_t& tx) {
 }
 
 // Nearly all messages have a handful of dates. So many blocks are searched one
-// after another, the latest found first, and their transactions are counted and
-// placed; for more of them sorting is the cheaper way.
+// after another, and their transactions are counted and placed; for more of them
+// sorting is the cheaper way.
 static constexpr uint32_t few = 32;
 
-// The block of `tx`, found from `latest` on; a new one at its place where there
-// is none, or null where that would be one too many.
-static payment_block_t* find_block(payment_blocks_t* blocks, payment_block_t* latest, const transaction_t& tx) {
-    if (latest && !compare(*latest, tx)) return latest;
-    payment_block_t *at = blocks->blocks, *end = at + blocks->count;
-    int difference = 1;
-    while (at < end && (difference = compare(*at, tx)) < 0) ++at;
-    if (at < end && !difference) return at;
-    return blocks->count < few ? add_block(blocks, at, tx) : nullptr;
+// The block of `tx`; a new one at its place where there is none, or null where
+// that would be one too many.
+static payment_block_t* find_block(payment_blocks_t* blocks, const transaction_t& tx) {
+    payment_block_t *at = blocks->blocks, *const end = at + blocks->count;
+    for (payment_block_t* block = at; block < end; ++block)
+        if (is_of(tx, *block)) return block;
+    if (blocks->count == few) return nullptr;
+    while (at < end && compare(*at, tx) < 0) ++at;
+    return add_block(blocks, at, tx);
 }
 
 static void share_out(payment_blocks_t* blocks) {
@@ -81,19 +85,17 @@ static void share_out(payment_blocks_t* blocks) {
 
 // False if the dates are too many.
 static bool count_and_place(payment_blocks_t* blocks, const sepa_t* handle) {
-    payment_block_t* latest = nullptr;
     if (!each_transaction(handle, [&](const transaction_t& tx) {
-            latest = find_block(blocks, latest, tx);
-            if (latest) count_in(latest, tx);
-            return latest != nullptr;
+            payment_block_t* block = find_block(blocks, tx);
+            if (block) count_in(block, tx);
+            return block != nullptr;
         }))
         return false;
     share_out(blocks);
     uint32_t filled[few] = {};
-    latest = nullptr;
     return each_transaction(handle, [&](const transaction_t& tx) {
-        latest = find_block(blocks, latest, tx);
-        latest->records[filled[latest - blocks->blocks]++] = tx.record;
+        payment_block_t* block = find_block(blocks, tx);
+        block->records[filled[block - blocks->blocks]++] = tx.record;
         return true;
     });
 }

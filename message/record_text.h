@@ -2,6 +2,7 @@
 // found out, so that no output measures or searches it again.
 #pragma once
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -11,49 +12,57 @@ namespace sepa_internal {
 struct text_t {
     const char* bytes;
     size_t length;
-    bool markup;  // has a <, > or &, which are escaped
+    size_t added;  // bytes that escaping adds: 0 for a text without <, > and &
 };
 
-constexpr bool is_markup(char c) { return c == '<' || c == '>' || c == '&'; }
-
-inline bool has_markup(std::string_view text) {
-    for (char c : text)
-        if (is_markup(c)) return true;
-    return false;
+// What XML writes for a character, or nothing for one that stays as it is.
+constexpr std::string_view entity(char c) {
+    switch (c) {
+        case '<': return "&lt;";
+        case '>': return "&gt;";
+        case '&': return "&amp;";
+        default: return {};
+    }
 }
 
-// A text of which nothing is known; null is accepted.
-inline text_t unmeasured(const char* text) {
-    if (!text) return {};
-    size_t length = strlen(text);
-    return {text, length, has_markup({text, length})};
+inline text_t measured(const char* bytes, size_t length) {
+    text_t text = {bytes, length, 0};
+    for (size_t i = 0; i < length; ++i)
+        if (size_t size = entity(bytes[i]).size()) text.added += size - 1;
+    return text;
 }
 
-// In memory: length, markup, the bytes, a NUL.
-constexpr size_t record_text_head = 2;
-constexpr size_t max_record_text = 255;
+// Null is accepted.
+inline text_t measured(const char* text) { return text ? measured(text, strlen(text)) : text_t{}; }
+
+// In memory: the length in one byte, what escaping adds in two, the bytes, a NUL.
+constexpr size_t record_text_head = 3;
 
 constexpr size_t record_text_size(const text_t& text) { return record_text_head + text.length + 1; }
 
 // Writes the text to `at`, record_text_size bytes. Returns its first byte.
 inline char* put_record_text(char* at, const text_t& text) {
+    auto added = static_cast<uint16_t>(text.added);
     at[0] = static_cast<char>(text.length);
-    at[1] = text.markup;
+    memcpy(at + 1, &added, sizeof added);
     char* bytes = at + record_text_head;
     memcpy(bytes, text.bytes, text.length);
     bytes[text.length] = '\0';
     return bytes;
 }
 
-// Overwrites a record's text; null is accepted.
-inline void wipe_record_text(char* bytes) {
-    if (bytes) explicit_bzero(bytes - record_text_head, record_text_head + static_cast<unsigned char>(bytes[-2]));
-}
-
 // The text of a record, or null.
 inline text_t record_text(const char* bytes) {
     if (!bytes) return {};
-    return {bytes, static_cast<unsigned char>(bytes[-2]), bytes[-1] != 0};
+    const char* head = bytes - record_text_head;
+    uint16_t added;
+    memcpy(&added, head + 1, sizeof added);
+    return {bytes, static_cast<unsigned char>(head[0]), added};
+}
+
+// Overwrites a record's text; null is accepted.
+inline void wipe_record_text(char* bytes) {
+    if (bytes) explicit_bzero(bytes - record_text_head, record_text_head + record_text(bytes).length);
 }
 
 }  // namespace sepa_internal

@@ -57,12 +57,12 @@ static int keep(draft_t* draft, const key_row_t& row, const text_t& text);
 
 static int take_limited(draft_t* draft, const key_row_t& row, const char* value, int level, const char* noun) {
     char bad;
-    text_t text = {value, value ? strnlen(value, row.max_bytes + 1) : 0, false};
+    text_t text = {value, value ? strnlen(value, row.max_bytes + 1) : 0, 0};
     if (!value || text.length < row.min_bytes || text.length > row.max_bytes)
         return fail(draft->handle, row.length_failure);
     if (noun && !check_charset(draft->rulebook, &text, &bad, level))
         return fail_with(draft->handle, "Invalid character '%c' in %s", bad, noun);
-    if (!noun) text.markup = has_markup({text.bytes, text.length});
+    if (!noun) text = measured(text.bytes, text.length);
     return keep(draft, row, text);
 }
 
@@ -80,7 +80,7 @@ static int take_mref(draft_t* draft, const key_row_t& row, const kv_pair_t& pair
 
 // Texts that the tests leave no markup in.
 static int keep_plain(draft_t* draft, const key_row_t& row, const char* text) {
-    return keep(draft, row, {text, strlen(text), false});
+    return keep(draft, row, {text, strlen(text), 0});
 }
 
 static int take_iban(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
@@ -121,13 +121,13 @@ static int take_address_part(draft_t* draft, const key_row_t& row, const kv_pair
     }
     if (!length_within(pair.value, row.min_bytes, row.max_bytes))
         return fail_with(draft->handle, "Invalid format for '%s'", pair.key);
-    return keep(draft, row, unmeasured(pair.value));
+    return keep(draft, row, measured(pair.value));
 }
 
 // Whether sepa_format_amount can write it: its cents fit a signed 64-bit integer.
 static bool is_writable(double amount) {
     constexpr double two_to_63 = 9223372036854775808.0;
-    return std::isfinite(amount) && fabs(round(amount * 100)) < two_to_63;
+    return std::isfinite(amount) && fabs(amount * 100) < two_to_63;  // numbers near it are whole
 }
 
 static int take_amount(draft_t* draft, const key_row_t&, const kv_pair_t& pair) {

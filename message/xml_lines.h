@@ -22,10 +22,7 @@ struct xml_counter_t {
     size_t size = 0;
 
     SEPA_INLINE void put(std::string_view text) { size += text.size(); }
-    SEPA_INLINE void put(const text_t& text) { size += text.markup ? escaped_size(text) : text.length; }
-
-private:
-    static size_t escaped_size(const text_t& text);
+    SEPA_INLINE void put(const text_t& text) { size += text.length + text.added; }
 };
 
 struct xml_cursor_t {
@@ -36,7 +33,7 @@ struct xml_cursor_t {
         at += text.size();
     }
     SEPA_INLINE void put(const text_t& text) {
-        if (text.markup)
+        if (text.added)
             put_escaped(text);
         else
             put(std::string_view(text.bytes, text.length));

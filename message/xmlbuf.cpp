@@ -59,13 +59,13 @@ sepa_room_t sepa_internal::room_in(xmlbuf_t* buffer) { return {take_room, buffer
 
 int xmlbuf_append_escaped(xmlbuf_t* buffer, const char* text) {
     if (!text) return 1;
-    text_t measured = unmeasured(text);
+    text_t whole = measured(text);
     xml_counter_t counter;
-    counter.put(measured);
+    counter.put(whole);
     sepa_room_t room = room_in(buffer);
     char* at = room.take(room.context, counter.size);
     if (!at) return 0;
     xml_cursor_t cursor = {at};
-    cursor.put(measured);
+    cursor.put(whole);
     return 1;
 }

@@ -9,9 +9,9 @@
 
 using namespace sepa_internal;
 
-// Mantissa digits that count; they fit two 32-bit integers of nine digits each.
+// Mantissa digits that count, and the last nine of them.
 static constexpr long max_digits = 18;
-static constexpr long low_digits = 9;
+static constexpr uint64_t low_part = 1000000000;
 static constexpr long max_exponent = 511;
 static constexpr long exponent_ceiling = 1L << 40;  // keeps sums of exponents within a long
 
@@ -29,13 +29,11 @@ double parse_amount(const char* text, const char** end) {
     bool negative = *at == '-';
     if (*at == '-' || *at == '+') ++at;
 
-    uint32_t high = 0, low = 0;
+    uint64_t mantissa = 0;  // of the first max_digits digits
     long digits = 0, digits_before_point = -1;
-    // First count, since where `high` ends depends on how many digits there are.
-    const char* mantissa = at;
     for (;; ++at) {
         if (is_digit(*at)) {
-            ++digits;
+            if (digits++ < max_digits) mantissa = mantissa * 10 + static_cast<uint64_t>(*at - '0');
         } else if (*at == '.' && digits_before_point < 0) {
             digits_before_point = digits;
         } else {
@@ -49,14 +47,8 @@ double parse_amount(const char* text, const char** end) {
     if (digits_before_point < 0) digits_before_point = digits;
 
     long used = digits < max_digits ? digits : max_digits;
-    long remaining = used;
-    for (const char* p = mantissa; remaining; ++p) {
-        if (*p == '.') continue;
-        uint32_t& part = remaining > low_digits ? high : low;
-        part = part * 10 + static_cast<uint32_t>(*p - '0');
-        --remaining;
-    }
-    double value = high * 1.0e9 + low;
+    // In two parts, each of which a double holds exactly.
+    double value = static_cast<double>(mantissa / low_part) * 1.0e9 + static_cast<double>(mantissa % low_part);
 
     long exponent = digits_before_point - used;
     if (*at == 'E' || *at == 'e') {
