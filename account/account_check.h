@@ -62,8 +62,8 @@ int method_52(const char* form, const char* bank_code);
 int method_53(const char* form, const char* bank_code);
 
 // Their common end. `work` has `n` ASCII digits, 6 to 12, made of bank code and
-// account, as numbers once were: the sixth, the check digit's place, is 0. Returns 1 if `check_digit` belongs there,
-// else -1.
+// account, as numbers once were: the sixth, the check digit's place, is 0.
+// Returns 1 if `check_digit` belongs there, else -1.
 int solve_check(const char* work, int n, int check_digit);
 
 check_method method_55, method_56, method_57, method_58, method_59, method_60, method_61, method_63, method_64,

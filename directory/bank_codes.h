@@ -66,7 +66,7 @@ struct bic_words_t {
 inline bic_words_t bic_words(const char* bic) { return {load_word(bic), load_word(bic + 3)}; }
 
 // What is multiplied: the last word has three characters that the first has not.
-inline uint64_t bic_key(bic_words_t bic) { return bic.first ^ bic.last >> 40 << 20; }
+inline uint64_t bic_key(bic_words_t bic) { return bic.first ^ (bic.last >> 40 << 20); }
 
 // Index of the entry of a BIC of capital letters and digits, or -1.
 int32_t find_bic(bic_words_t bic);

@@ -75,6 +75,6 @@ int bic_lookup(const char* bic, bank_record_t* record);
 int bic_name(const char* bic, bic_name_t* found);
 
 // Looks `bic` up and, unless `info` is null, stores a block there that the
-// caller releases with one free(). For C++ programs. Returns 1; -2 if the BIC is unknown; -3 if
-// memory ran out, `info` then being unchanged.
+// caller releases with one free(). For C++ programs. Returns 1; -2 if the BIC
+// is unknown; -3 if memory ran out, `info` then being unchanged.
 int bank_info_get(const char* bic, bank_info_t** info);

@@ -19,9 +19,9 @@ constexpr size_t IBAN_COUNTRY_COUNT = 37;
 // All countries and an end row.
 extern const std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries;
 
-// Tests an IBAN without blanks, as computers exchange it. Returns 1 if it is valid.
-// Otherwise returns 0 and, unless `errmsg` is null, points it at a constant
-// text with the reason. A German IBAN is judged down to bank code and account
+// Tests an IBAN without blanks, as computers exchange it. Returns 1 if it is
+// valid. Otherwise returns 0 and, unless `errmsg` is null, points it at a
+// constant text with the reason. A German IBAN is judged down to bank code and account
 // number. Safe to call from any number of threads.
 int IBAN_check(const char* iban, const char** errmsg);
 
