@@ -212,40 +212,50 @@ static constexpr key_row_t key_rows[] = {
 
 static_assert(std::size(key_rows) <= max_key_rows);
 
-// A place for each key by its length and two of its letters, in one case. (The
-// multipliers are the first that give no two keys the same.)
-constexpr size_t places = 64;
+// A place for each key by its length and two of its letters, in one case. The
+// multipliers are the first that give no two keys the same.
+constexpr size_t places = 128;
 constexpr size_t max_key_length = 11;
+struct multipliers_t {
+    size_t middle, last;
+};
 
-static constexpr size_t place_of(const char* key, size_t length) {
+static constexpr size_t place_of(const char* key, size_t length, multipliers_t by) {
     auto letter = [key](size_t i) { return static_cast<size_t>(static_cast<unsigned char>(key[i]) | 0x20); };
-    return (letter(length / 2) * 5 + letter(length - 1) * 9 + length) % places;
+    return (letter(length / 2) * by.middle + letter(length - 1) * by.last + length) % places;
 }
 
 struct key_index_t {
+    multipliers_t multipliers;
     int8_t row[places];
     bool good;
 };
-static constexpr key_index_t make_index() {
-    key_index_t index = {};
-    index.good = true;
+static constexpr key_index_t make_index(multipliers_t by) {
+    key_index_t index = {by, {}, true};
     for (int8_t& row : index.row) row = -1;
-    for (size_t i = 0; i < std::size(key_rows); ++i) {
+    for (size_t i = 0; i < std::size(key_rows) && index.good; ++i) {
         std::string_view key = key_rows[i].key;
-        int8_t& row = index.row[place_of(key.data(), key.size())];
-        index.good = index.good && row < 0 && key.size() <= max_key_length;
+        if (key.size() > max_key_length) return {};
+        int8_t& row = index.row[place_of(key.data(), key.size(), by)];
+        index.good = row < 0;
         row = static_cast<int8_t>(i);
     }
     return index;
 }
-static constexpr key_index_t key_index = make_index();
-static_assert(key_index.good, "two keys have one place");
+static constexpr key_index_t find_index() {
+    for (size_t middle = 1; middle < places; ++middle)
+        for (size_t last = 1; last < places; ++last)
+            if (key_index_t index = make_index({middle, last}); index.good) return index;
+    return {};
+}
+static constexpr key_index_t key_index = find_index();
+static_assert(key_index.good, "a key is too long, or there have to be more places");
 
 // The row of a key in any case, or null.
 static const key_row_t* find_row(const char* key) {
     size_t length = strnlen(key, max_key_length + 1);
     if (length == 0 || length > max_key_length) return nullptr;
-    int row = key_index.row[place_of(key, length)];
+    int row = key_index.row[place_of(key, length, key_index.multipliers)];
     if (row < 0 || key_rows[row].key.size() != length) return nullptr;
     const char* name = key_rows[row].key.data();
     return memcmp(key, name, length) == 0 || same_text(key, name) ? &key_rows[row] : nullptr;
