@@ -57,6 +57,8 @@ foreach ($first as $number => $statement) {
     }
 }
 
+var_dump(shape_keys('@phpstan-return') === array_merge(array_keys($first[0]), array_keys($first[0]['tx'][0])));
+
 // A far-away type gives all statements before it the same long reference.
 file_put_contents($file, str_repeat("\r\n:20:\r\n:61:240102C1,\r\n-", 2500) . 'NTRF' . str_repeat('x', 65000));
 $parser = new SEPAStatementParser();
@@ -84,5 +86,6 @@ SECOND', eref 'E', kref 'K', mref 'M', cred 'C', debt 'D', purp 'P', coam '1.5',
   1: valuta '2023-12-30', amount 1.0, code 'TRF', ref 'REF1', gvc 0, bank '', account '', name ''
   2: valuta '2023-11-30', amount 1.0, code 'TRF', ref 'REF2', gvc 0, bank '', account '', name ''
   3: valuta '2022-11-30', amount 1.0, code 'TRF', ref 'REF', gvc 0, bank '', account '', name ''
+bool(true)
 2500 65000 65000
 bool(true)
