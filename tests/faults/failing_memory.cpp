@@ -7,9 +7,9 @@
 //     putenv("FAIL_AT=3+")  and all after it
 //     putenv("FAIL_AT=0")   none; sets FAILED to their number, LIVE to the blocks held
 //
-// The name of the module is in FAIL_MODULE. A process that still holds blocks at
-// its end, or in which a block was written to after the module had freed it,
-// says so on standard error and exits with code 3.
+// The name of the module is in FAIL_MODULE. What it frees is filled, so that
+// whoever still uses it reads rubbish. A process in which it still holds blocks
+// at its end says so on standard error and exits with code 3.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
@@ -36,55 +36,14 @@ static uintptr_t module_from, module_to;
 static long calls, fail_at, failed, live;
 static bool all_after;
 
-// Blocks of the module, an open hash table that no script of ours fills.
-static constexpr size_t slots = size_t{1} << 22;
-static void* table[slots];
-static char gone_mark;
-static void* const gone = &gone_mark;
-
-static size_t slot_of(void* block) { return (reinterpret_cast<uintptr_t>(block) >> 4) * 0x9E3779B97F4A7C15ULL >> 42; }
-
-static void* remember(void* block) {
-    if (!block) return nullptr;
-    size_t at = slot_of(block);
-    while (table[at] && table[at] != gone) at = (at + 1) % slots;
-    table[at] = block;
-    ++live;
-    return block;
-}
-
-// Whether the block was the module's.
-static bool forget(void* block) {
-    if (!block || !live) return false;
-    for (size_t at = slot_of(block); table[at]; at = (at + 1) % slots) {
-        if (table[at] != block) continue;
-        table[at] = gone;
-        --live;
-        return true;
-    }
-    return false;
-}
-
-// The module's last freed blocks are kept for a while and filled, so that
-// whoever still uses one reads rubbish, or is seen writing.
-constexpr size_t kept_blocks = 256;
-static void* kept[kept_blocks];
-static size_t kept_next;
-static long written;
-
-static void free_later(void* block) {
-    memset(block, 0xDD, malloc_usable_size(block));
-    void*& place = kept[kept_next++ % kept_blocks];
-    if (auto old = static_cast<unsigned char*>(place)) {
-        for (size_t i = 0; i < malloc_usable_size(old); ++i) written += old[i] != 0xDD;
-        __libc_free(old);
-    }
-    place = block;
-}
-
 static bool from_module(void* caller) {
     auto at = reinterpret_cast<uintptr_t>(caller);
     return at >= module_from && at < module_to;
+}
+
+static void* hold(void* block) {
+    live += block != nullptr;
+    return block;
 }
 
 static bool fails() {
@@ -100,40 +59,40 @@ static bool fails() {
 extern "C" {
 void* malloc(size_t size) {
     if (!from_module(CALLER)) return __libc_malloc(size);
-    return fails() ? nullptr : remember(__libc_malloc(size));
+    return fails() ? nullptr : hold(__libc_malloc(size));
 }
 
 void* calloc(size_t count, size_t size) {
     if (!from_module(CALLER)) return __libc_calloc(count, size);
-    return fails() ? nullptr : remember(__libc_calloc(count, size));
+    return fails() ? nullptr : hold(__libc_calloc(count, size));
 }
 
 void* realloc(void* block, size_t size) {
     if (!from_module(CALLER)) return __libc_realloc(block, size);
     if (fails()) return nullptr;
-    forget(block);
-    return remember(__libc_realloc(block, size));
+    live -= block != nullptr;
+    return hold(__libc_realloc(block, size));
 }
 
 void* aligned_alloc(size_t alignment, size_t size) {
     if (!from_module(CALLER)) return __libc_memalign(alignment, size);
-    return fails() ? nullptr : remember(__libc_memalign(alignment, size));
+    return fails() ? nullptr : hold(__libc_memalign(alignment, size));
 }
 
 char* strdup(const char* text) {
     size_t size = strlen(text) + 1;
     bool counted = from_module(CALLER);
     if (counted && fails()) return nullptr;
-    void* copy = __libc_malloc(size);
-    if (counted) remember(copy);
+    void* copy = counted ? hold(__libc_malloc(size)) : __libc_malloc(size);
     return copy ? static_cast<char*>(memcpy(copy, text, size)) : nullptr;
 }
 
 void free(void* block) {
-    if (forget(block))
-        free_later(block);
-    else
-        __libc_free(block);
+    if (block && from_module(CALLER)) {
+        --live;
+        memset(block, 0xDD, malloc_usable_size(block));
+    }
+    __libc_free(block);
 }
 
 static int find_module(struct dl_phdr_info* info, size_t, void* name) {
@@ -174,9 +133,7 @@ __attribute__((constructor)) static void keep_standard_error() {
 }
 
 __attribute__((destructor)) static void tell() {
-    for (size_t i = 0; i < kept_blocks; ++i) free_later(malloc(1));  // looks at all that are kept
-    if (!live && !written) return;
-    dprintf(standard_error, "%ld blocks of the module are still held, %ld bytes of freed ones written\n", live,
-            written);
+    if (!live) return;
+    dprintf(standard_error, "%ld blocks of the module are still held\n", live);
     _exit(3);
 }

@@ -6,36 +6,6 @@
  * The preload failing_memory.cpp tells at the end what the module still holds. */
 require __DIR__ . '/../phpt/support.inc';
 
-/** Text forms that need more and more memory, or end the request themselves. */
-class Text
-{
-    private $size;
-    public function __construct(int $size) { $this->size = $size; }
-    public function __toString(): string
-    {
-        return $this->size ? str_repeat('x', $this->size) : exit("exit in a text form\n");
-    }
-}
-
-/** A text form in whose middle its fiber rests. */
-class Pause
-{
-    public function __toString(): string
-    {
-        Fiber::suspend();
-        return 'x';
-    }
-}
-
-function big_message(): SEPA
-{
-    $message = credit_transfer();
-    for ($i = 0; $i < 5000; $i++) {
-        $message->add(payment(['name' => "Payee $i", 'ref' => str_repeat('x', 140)]));
-    }
-    return $message;
-}
-
 function parser_of(string $content): SEPAStatementParser
 {
     $file = tempnam(sys_get_temp_dir(), 'sepa');
@@ -46,49 +16,49 @@ function parser_of(string $content): SEPAStatementParser
     return $parser;
 }
 
-$get_statements = function (SEPAStatementParser $parser) { return $parser->getStatements(); };
+function take_all_memory(array $all): void
+{
+    while (true) {
+        $all[] = str_repeat('x', 50000);
+    }
+}
+
+$add = function (array $list) { return credit_transfer()->add($list); };
+$statements = function (SEPAStatementParser $parser) { return $parser->getStatements(); };
+$large = str_repeat('x', 30 << 20);
+$sample = file_get_contents(__DIR__ . '/../data/statements/two_accounts.sta');
 
 /** What to prepare, and what to call then. */
 $calls = [
-    'document' => ['big_message', function (SEPA $message) { return $message->toXML(); }],
-    'numbers' => [function () { return [credit_transfer(), range(0.5, 60000.5)]; }, function (array $given) {
-        return $given[0]->add($given[1]);
-    }],
-    'texts' => [function () { return [credit_transfer(), array_fill(0, 100, new Text(100000))]; }, function (array $given) {
-        return $given[0]->add($given[1]);
-    }],
-    'exit' => [function () { return [credit_transfer(), array_merge(range(1, 50), [new Text(0)])]; }, function (array $given) {
-        return $given[0]->add($given[1]);
-    }],
+    'document' => [function () {
+        $message = credit_transfer();
+        for ($i = 0; $i < 5000; $i++) {
+            $message->add(payment(['name' => "Payee $i", 'ref' => str_repeat('x', 140)]));
+        }
+        return $message;
+    }, function (SEPA $message) { return $message->toXML(); }],
+    'numbers' => [function () { return range(0.5, 60000.5); }, $add],
+    'texts' => [function () {
+        return array_fill(0, 100, new Text(function () { return str_repeat('x', 100000); }));
+    }, $add],
+    'exit' => [function () {
+        return array_merge(range(1, 50), [new Text(function () { return exit("exit in a text form\n"); })]);
+    }, $add],
     'handler' => [function () {
         set_error_handler(function () { static $all = []; $all[] = str_repeat('x', 50000); return true; });
-        return [credit_transfer(), array_fill(0, 200, [])];
-    }, function (array $given) { return $given[0]->add($given[1]); }],
-    'fiber' => [function () {
-        $message = credit_transfer();
-        $add = function () use ($message) { $message->add(array_fill(0, 50, new Pause())); };
-        class_exists('Fiber') && ($fiber = new Fiber($add))->start();
-        return [$fiber ?? $message];
-    }, function (array $all) {
-        while (true) {
-            $all[] = str_repeat('x', 50000);
-        }
-    }],
-    'objects' => [function () { return []; }, function (array $all) {
-        while (true) {
-            $all[] = credit_transfer();
-        }
-    }],
-    'statements' => [function () {
-        return parser_of(str_repeat("\r\n" . file_get_contents(__DIR__ . '/../data/statements/two_accounts.sta'), 2000));
-    }, $get_statements],
+        return array_fill(0, 200, []);
+    }, $add],
+    // An add whose fiber rests in the middle of a text form.
+    'fiber' => [function () use ($add) {
+        $pause = new Text(function () { Fiber::suspend(); return 'x'; });
+        class_exists('Fiber') && ($fiber = new Fiber($add))->start(array_fill(0, 50, $pause));
+        return [$fiber ?? null];
+    }, 'take_all_memory'],
+    'objects' => [function () { return array_map('credit_transfer', array_fill(0, 100, 'DE-3.7')); }, 'take_all_memory'],
+    'statements' => [function () use ($sample) { return parser_of(str_repeat("\r\n$sample", 2000)); }, $statements],
     // Texts of a statement and of a transaction, each far beyond the limit.
-    'accounts' => [function () {
-        return parser_of(str_repeat("\r\n:20:\r\n:25:" . str_repeat('x', 30 << 20) . "\r\n-\r\n", 2));
-    }, $get_statements],
-    'references' => [function () {
-        return parser_of("\r\n:20:\r\n:61:240102C1,NTRF" . str_repeat('x', 30 << 20) . '//' . str_repeat('x', 30 << 20) . "\r\n-");
-    }, $get_statements],
+    'accounts' => [function () use ($large) { return parser_of(str_repeat("\r\n:20:\r\n:25:$large\r\n-\r\n", 2)); }, $statements],
+    'references' => [function () use ($large) { return parser_of("\r\n:20:\r\n:61:240102C1,NTRF$large//$large\r\n-"); }, $statements],
 ];
 
 putenv('FAIL_AT=0');
@@ -98,6 +68,7 @@ if (getenv('LIVE') !== '0') {
 [, $name, $kilobytes] = $argv;
 [$prepare, $call] = $calls[$name];
 $state = $prepare();
+unset($large, $calls, $prepare);
 $filling = [];
 gc_mem_caches();
 ini_set('memory_limit', (string) memory_get_usage(true));

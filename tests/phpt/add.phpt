@@ -4,14 +4,6 @@ add() turns an array into a transaction
 <?php
 require __DIR__ . '/support.inc';
 
-/** A text form that runs a function first. */
-class Text
-{
-    private $make;
-    public function __construct(callable $make) { $this->make = $make; }
-    public function __toString(): string { return ($this->make)(); }
-}
-
 $message = credit_transfer();
 $add = function (array $tx) use ($message) {
     try {

@@ -3,7 +3,7 @@
    answers, which must be the same everywhere, and the generated message ids,
    which must not. */
 error_reporting(E_ALL & ~E_DEPRECATED);
-require __DIR__ . '/../soak/cases.php';
+require __DIR__ . '/../soak/requests.php';
 $answers = [];
 
 // No rulebook has been chosen yet. Half the threads race for it, half find it
