@@ -43,7 +43,8 @@ function(sepa_compile_settings target)
   if(BUILD_SHARED_LIBS)
     target_compile_options(${target} PRIVATE "SHELL:-include ${shared_exports}")
     # A program's function of the same name must not become the library's.
-    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
+    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions
+      LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/internals.map)
   endif()
 endfunction()
 

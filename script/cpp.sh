@@ -30,9 +30,10 @@ headers_stand_alone() { # INCLUDE-FOLDER
     done
 }
 
-# names: names of functions and variables from what nm prints.
-names() { sed -n 's/^[0-9a-f]* [TDBR] \([A-Za-z0-9_]*\).*/\1/p' | sort -u; }
+# names: functions and variables of what nm prints.
+names() { sed -n 's/^[0-9a-f]* [TDBR] \([A-Za-z0-9_:]*\).*/\1/p' | sort -u; }
 
+# All that the headers name outside of sepa_internal is exported, and no more.
 exports_are_the_headers() { # PREFIX STATIC-LIBRARY
     nm -DC --defined-only "$1/lib/libsepa_core.so" | names >"$1/exports"
     nm -C --defined-only "$2" | names >"$1/all_names"
