@@ -15,20 +15,20 @@ struct text_t {
     size_t added;  // bytes that escaping adds: 0 for a text without <, > and &
 };
 
-// What XML writes for a character, or nothing for one that stays as it is.
+// What XML writes for one of the three characters that it escapes.
 constexpr std::string_view entity(char c) {
-    switch (c) {
-        case '<': return "&lt;";
-        case '>': return "&gt;";
-        case '&': return "&amp;";
-        default: return {};
-    }
+    if (c == '&') return "&amp;";
+    return c == '<' ? "&lt;" : "&gt;";
 }
+
+constexpr bool is_escaped(char c) { return c == '<' || c == '>' || c == '&'; }
+
+// Bytes that escaping adds to a character.
+constexpr size_t added_by(char c) { return is_escaped(c) ? entity(c).size() - 1 : 0; }
 
 inline text_t measured(const char* bytes, size_t length) {
     text_t text = {bytes, length, 0};
-    for (size_t i = 0; i < length; ++i)
-        if (size_t size = entity(bytes[i]).size()) text.added += size - 1;
+    for (size_t i = 0; i < length; ++i) text.added += added_by(bytes[i]);
     return text;
 }
 

@@ -4,11 +4,10 @@ namespace sepa_internal {
 
 void xml_cursor_t::put_escaped(const text_t& text) {
     for (const char *p = text.bytes, *const end = p + text.length; p < end; ++p) {
-        std::string_view replacement = entity(*p);
-        if (replacement.empty())
-            *at++ = *p;
+        if (is_escaped(*p))
+            put(entity(*p));
         else
-            put(replacement);
+            *at++ = *p;
     }
 }
 
