@@ -32,7 +32,7 @@ namespace {
 }
 
 std::string load_under_lease(bool pipe_comes) {
-    std::string name = testing::TempDir() + "leased.sta";
+    std::string name = testing::TempDir() + "leased" + std::to_string(getpid()) + ".sta";
     std::ofstream(name) << "\r\n:20:A\r\n-";
     int ready[2];
     EXPECT_EQ(pipe(ready), 0);
