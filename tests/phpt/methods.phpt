@@ -32,7 +32,7 @@ echo implode(' ', $written[1]), "\n";
 echo outcome(function () { return credit_transfer()->setDDType(SEPA_DDTYPE_CORE); }), "\n";
 
 echo "-- init and IBAN_convert\n";
-foreach ([[3, "DE-3.7\0"], [3, 'de-3.7'], [2, 'DE-3.7'], [2 ** 32 + 3, 'DE-3.7'], [3]] as $arguments) {
+foreach ([[3, "DE-3.7\0"], [3, 'de-3.7'], [3, 'DE-3.70'], [3, ''], [2, 'DE-3.7'], [2 ** 32 + 3, 'DE-3.7'], [3]] as $arguments) {
     echo outcome(function () use ($arguments) { return SEPA::init(...$arguments); }), "\n";
 }
 foreach ([['532013000', '37040044'], ["135\0", '10050000'], ['1234567', '37040044'], ['1', '1']] as [$account, $bank]) {
@@ -58,6 +58,8 @@ ID-1 Name true SEPA COR1 2026-02-30 Name AT168064680654652158 DABADKKK DE98ab.09
 SEPAException 0: Not a direct debit message
 -- init and IBAN_convert
 true
+false
+false
 false
 false
 false

@@ -40,6 +40,8 @@ inline std::string unescaped(const std::string& text) {
     return plain;
 }
 
+inline const char* or_null(const std::string& text) { return text == "(null)" ? nullptr : text.c_str(); }
+
 using csv_row = std::vector<std::string>;
 
 // Quoted fields are unquoted.
