@@ -29,7 +29,7 @@ static constexpr bool slots_ascend() {
         if (slots[i - 1].code >= slots[i].code) return false;
     return true;
 }
-static_assert(std::size(slots) == 120 && slots_ascend());
+static_assert(std::size(slots) == SEPA_METHOD_COUNT && slots_ascend());
 
 constexpr std::array<method_fn, 256> method_table = fill_slots();
 

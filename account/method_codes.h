@@ -2,6 +2,8 @@
 // table of methods and for whoever asks which codes exist.
 #pragma once
 
+#define SEPA_METHOD_COUNT 120
+
 // clang-format off
 #define SEPA_METHOD_CODES(SLOT) \
     SLOT(00) SLOT(01) SLOT(02) SLOT(03) SLOT(04) SLOT(05) SLOT(06) SLOT(07) SLOT(08) SLOT(09) \

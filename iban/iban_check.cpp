@@ -119,7 +119,7 @@ static bool rest_matches(size_t row, const char* iban) {
 static int remainder_of(size_t row, const char* iban) {
     if (!code_matches(row, iban)) return -1;
     if (shapes[row].only_digits) return mod97_of_digits(iban, shapes[row].length);
-    return rest_matches(row, iban) ? mod97(iban, head_length, shapes[row].length, MOD97_CAPITALS) : -1;
+    return rest_matches(row, iban) ? mod97(iban, head_length, shapes[row].length) : -1;
 }
 
 static const char* fault_of(const char* iban) {

@@ -4,7 +4,6 @@
 #include "directory/bank_codes.h"
 #include "iban/iban.h"
 #include "iban/iban_german.h"
-#include "text/mod97.h"
 
 using namespace sepa_internal;
 
@@ -55,10 +54,11 @@ static int8_t final_status(const iban_work_t& work, const char* bank_id) {
     return IBAN_STATUS_NONE;
 }
 
+// False if the account has other characters than digits, which then has failed
+// its check before.
 static bool write_check_digits(char* iban_buf) {
     memcpy(iban_buf + 2, "00", 2);
     int remainder = german_remainder(iban_buf);
-    if (remainder < 0) remainder = mod97(iban_buf, 4, GERMAN_IBAN_LENGTH, MOD97_EITHER_CASE);
     if (remainder < 0) return false;
     int number = 98 - remainder;
     iban_buf[2] = static_cast<char>('0' + number / 10);

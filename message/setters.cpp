@@ -53,7 +53,7 @@ int sepa_setCreditorIdentifier(sepa_t* handle, const char* identifier) {
     size_t length = identifier ? strnlen(identifier, max_length + 1) : 0;
     if (length < min_length) return fail(handle, "Creditor Identifier too short");
     if (length > max_length) return fail(handle, "Creditor Identifier too long");
-    int remainder = mod97(identifier, proper_identifier, length, MOD97_CAPITALS);
+    int remainder = mod97(identifier, proper_identifier, length);
     if (remainder < 0) return fail(handle, "Invalid character in Creditor Identifier");
     if (remainder != 1) return fail(handle, "Invalid Creditor Identifier checksum");
     return store(handle, &handle->creditor_id, identifier);

@@ -14,23 +14,23 @@ static constexpr size_t head_length = 4;
 // so that most characters need no division.
 static constexpr uint64_t reduce_at = 100000000000000000;
 
-static bool take(uint64_t* value, char c, mod97_letters_t letters) {
+static bool take(uint64_t* value, char c) {
     if (is_digit(c)) {
         *value = *value * 10 + static_cast<uint64_t>(c - '0');
     } else {
-        if (!is_capital(c) && !(letters == MOD97_EITHER_CASE && is_small(c))) return false;
+        if (!is_capital(c)) return false;
         *value = *value * 100 + letter_index(c) + 10;
     }
     if (*value >= reduce_at) *value %= 97;
     return true;
 }
 
-int mod97(const char* text, size_t start, size_t length, mod97_letters_t letters) {
+int mod97(const char* text, size_t start, size_t length) {
     uint64_t value = 0;
     for (size_t i = start; i < length; ++i)
-        if (!take(&value, text[i], letters)) return -1;
+        if (!take(&value, text[i])) return -1;
     for (size_t i = 0; i < head_length; ++i)
-        if (!take(&value, text[i], letters)) return -1;
+        if (!take(&value, text[i])) return -1;
     return static_cast<int>(value % 97);
 }
 

@@ -6,14 +6,12 @@
 
 namespace sepa_internal {
 
-enum mod97_letters_t { MOD97_CAPITALS, MOD97_EITHER_CASE };
-
 // Remainder by 97 of the number that `text` of `length` bytes spells if its
 // head, country code and check digits, is moved to the end: bytes `start` to
-// `length`, then bytes 0 to 3. Letters count 10 to 35. Returns 0 to 96, 1
-// meaning that the check digits are right, or -1 for a byte that is neither a
-// digit nor a letter that `letters` takes. `start` and `length` are at least 4.
-int mod97(const char* text, size_t start, size_t length, mod97_letters_t letters);
+// `length`, then bytes 0 to 3. Capital letters count 10 to 35. Returns 0 to 96,
+// 1 meaning that the check digits are right, or -1 for a byte that is neither a
+// digit nor a capital. `start` and `length` are at least 4.
+int mod97(const char* text, size_t start, size_t length);
 
 constexpr size_t MOD97_MAX_LENGTH = 34;  // of an IBAN, by ISO 13616
 

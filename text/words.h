@@ -47,8 +47,8 @@ constexpr uint32_t word_value(uint64_t word) {
 static_assert(word_value(0x3837363534333231) == 12345678);
 static_assert(word_is_digits(0x3930393939303939) && !word_is_digits(0x3930393A39303939));
 
-// 0x80 in each byte from `first` to `last`. All bytes are below 0x80, so that
-// no sum leaves its byte.
+// 0x80 in each byte from `first` to `last`. A byte from 0x80 on is in no range;
+// its neighbour may be wrong then, as its sum can carry.
 constexpr uint64_t bytes_within(uint64_t word, char first, char last) {
     uint64_t from_first = word + every_byte(static_cast<uint64_t>(0x80 - first));
     uint64_t after_last = word + every_byte(static_cast<uint64_t>(0x7F - last));
@@ -58,7 +58,6 @@ constexpr uint64_t bytes_within(uint64_t word, char first, char last) {
 // The word with capitals in place of small letters, if it is letters and digits
 // alone; otherwise 0.
 constexpr uint64_t word_upper(uint64_t word) {
-    if (word & every_byte(0x80)) return 0;
     word ^= bytes_within(word, 'a', 'z') >> 2;  // the bit between 'a' and 'A'
     uint64_t good = bytes_within(word, 'A', 'Z') | bytes_within(word, '0', '9');
     return good == every_byte(0x80) ? word : 0;
