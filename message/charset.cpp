@@ -45,8 +45,8 @@ static unsigned sets_of_level(const charsets_t& charsets, int level) {
 }
 
 // Letters, digits, blanks and the ten marks of the base set are nearly all bytes
-// of payments, and with SSE2 16 of them are tested at once (10,000 transfers: 6.2
-// -> 5.2 times an md5() each).
+// of payments, and with SSE2 16 of them are tested at once (10,000 transfers: 908
+// -> 837 ns each).
 #ifdef __SSE2__
 constexpr size_t step = 16;
 

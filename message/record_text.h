@@ -6,6 +6,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "message/wipe.h"
+
 namespace sepa_internal {
 
 // A text on its way into a document. `bytes` is null for a text that is not set.
@@ -62,7 +64,7 @@ inline text_t record_text(const char* bytes) {
 
 // Overwrites a record's text; null is accepted.
 inline void wipe_record_text(char* bytes) {
-    if (bytes) explicit_bzero(bytes - record_text_head, record_text_head + record_text(bytes).length);
+    if (bytes) wipe(bytes - record_text_head, record_text_head + record_text(bytes).length);
 }
 
 }  // namespace sepa_internal

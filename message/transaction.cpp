@@ -11,7 +11,7 @@ using namespace sepa_internal;
 template <typename Record>
 static void wipe_record(Record* record) {
     wipe_texts(record);
-    explicit_bzero(record, sizeof *record);
+    wipe(record, sizeof *record);
 }
 
 void cti_free(cti_tx_t* record) { wipe_record(record); }

@@ -5,8 +5,10 @@
 
 namespace sepa_internal {
 
+void wipe(void* bytes, size_t size) { explicit_bzero(bytes, size); }
+
 void wipe_block(void* block, size_t size) {
-    if (block) explicit_bzero(block, size);
+    if (block) wipe(block, size);
     free(block);
 }
 

@@ -6,6 +6,9 @@
 
 namespace sepa_internal {
 
+// Overwrites memory that stays where it is.
+void wipe(void* bytes, size_t size);
+
 // Overwrites and frees a block. Null is accepted.
 void wipe_block(void* block, size_t size);
 

@@ -5,7 +5,7 @@
 //
 // Names and texts of our own are constants where these functions are inlined,
 // so that a line of them is one addition for the counter and a few stores for
-// the cursor (1,000 transfers: toXML 900 -> 300 ns each).
+// the cursor (toXML of 10,000 transfers: 1,300 -> 320 ns each).
 #pragma once
 
 #include <cstring>

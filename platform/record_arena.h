@@ -1,11 +1,11 @@
 // Memory of many records that end together: blocks side by side in pieces that
 // grow up to 2 MB. A transfer of seven keys took eight blocks of malloc, each
-// freed and wiped by itself: one block makes an add 734 -> 583 ns and giving a
-// record back 86 -> 12 ns.
+// freed and wiped by itself: giving it back goes from 120 to 17 ns.
 //
 // The system clears a page when it is first touched, which for 4 KB pages costs
 // a third of a whole payroll, and half of reading a statement file. It does so
-// for 2 MB at once where it is asked to: load goes from 640 to 450 ns a booking.
+// for 2 MB at once where it is asked to: load goes from 640 to 450 ns a booking,
+// 100,000 transfers from 946 to 847 ns each.
 #pragma once
 
 #include <cstddef>
