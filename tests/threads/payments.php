@@ -20,29 +20,15 @@ foreach ([9, 19, 29, 39, 49] as $case) {
     $answers[] = run_case($case);
 }
 
-class Amount
-{
-    public function __toString() { return '3.21'; }
-}
-
-class Message extends SEPA
-{
-    public $note = 'kept';
-}
-
 for ($i = 0; $i < 2; $i++) {
-    $message = new Message(SEPA_MSGTYPE_CTI);
+    $message = new SEPA(SEPA_MSGTYPE_CTI);
     $message->setIBAN('DE89370400440532013000');
     $message->setName('Müller & Söhne');
-    $message->add(['iban' => 'AT168064680654652158', 'name' => 'Payee', 'amount' => new Amount()]);
-    $document = $message->toXML();
+    $amount = new Text(function () { return '3.21'; });
+    $message->add(['iban' => 'AT168064680654652158', 'name' => 'Payee', 'amount' => $amount]);
+    $document = without_time($message->toXML());
     preg_match('~<MsgId>([^<]*)</MsgId>~', $document, $id);
     echo "id $id[1]\n";
-    $answers[] = preg_replace('~<CreDtTm>[^<]*<~', '<', str_replace($id[1], '', $document));
-}
-try {
-    clone $message;
-} catch (Error $e) {
-    $answers[] = $e->getMessage();
+    $answers[] = str_replace($id[1], '', $document);
 }
 echo 'answers ', md5(serialize($answers)), "\n";

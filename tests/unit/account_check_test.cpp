@@ -55,11 +55,6 @@ TEST(AccountCheck, Digests) {
     }
 }
 
-TEST(AccountCheck, SolvedDigit) {
-    for (int check_digit = 0; check_digit < 10; ++check_digit)
-        EXPECT_EQ(solve_check("004410345", 9, check_digit), check_digit == 8 ? 1 : -1) << check_digit;
-}
-
 // By name, methods can get what account_check refuses: those that look digits up
 // answer -1, and no sanitizer finds fault with any.
 TEST(AccountCheck, OtherCharactersThanDigits) {
@@ -82,14 +77,6 @@ TEST(AccountCheck, OtherCharactersThanDigits) {
                 EXPECT_EQ(abs(method_52(form.c_str(), bank.c_str())), 1);
                 EXPECT_EQ(abs(method_53(form.c_str(), bank.c_str())), 1);
             }
-}
-
-// The weights are given from position 10 to position 1.
-TEST(AccountCheck, CrossSumPrimitive) {
-    EXPECT_EQ(check_cross_sum("1234567897", 10, 10, 0, 2, 1, 2, 1, 2, 1, 2, 1, 2), 1);
-    EXPECT_EQ(check_cross_sum("6007000000", 10, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2), 1);
-    EXPECT_EQ(check_cross_sum("0000000054", 7, 10, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0), -1);
-    EXPECT_EQ(check_cross_sum("0000000056", 7, 10, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0), 1);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <random>
 
 #include "directory/bank_codes.h"
 #include "directory/bank_directory.h"
@@ -55,6 +54,7 @@ std::string found(const std::string& country, const char* key) {
     return line.substr(1) + numbers;
 }
 
+// The last rows have the longest texts that fit.
 TEST(Lookup, Records) {
     ASSERT_EQ(directory_switch_time, SWITCH);
     for (const csv_row& row :
@@ -71,27 +71,6 @@ TEST(Lookup, Records) {
     EXPECT_EQ(bank_lookup(nullptr, "10000000", &record), 0);
 }
 
-// 167 bytes and a NUL fill the record, with and without a second sub-record.
-TEST(Lookup, LongestTexts) {
-    const struct {
-        const char *country, *key;
-        time_t now;
-        const char *name, *city;
-    } rows[] = {{"DE", "10000011", SWITCH - 1, "üüü", "Berlin"},
-                {"DE", "10000011", SWITCH, "BBüü", "Berlin"},
-                {"AT", "12345", SWITCH, "ÖÖÖ", "Wien"},
-                {"BIC", "FROZATWW", SWITCH, "ééé", nullptr}};
-    for (const auto& row : rows) {
-        fixed_now = row.now;
-        bank_record_t record = rubbish();
-        ASSERT_EQ(look_up(row.country, row.key, &record), 1);
-        EXPECT_EQ(record.country + 3, record.text + BANK_TEXT_SIZE);
-        EXPECT_STREQ(record.country, *row.country == 'D' ? "DE" : "AT");
-        EXPECT_EQ(strncmp(record.name, row.name, strlen(row.name)), 0) << record.name;
-        EXPECT_STREQ(record.city, row.city);
-    }
-}
-
 // The caller may hand in a text out of the very record that is to be filled.
 TEST(Lookup, KeyInsideTheRecord) {
     fixed_now = SWITCH;
@@ -106,11 +85,8 @@ TEST(Lookup, KeyInsideTheRecord) {
 TEST(BankInfo, OneBlock) {
     bank_info_t* info = nullptr;
     ASSERT_EQ(bank_info_get("frozdeff", &info), 1);
-    EXPECT_STREQ(info->name, "Frozen Bank, Berlin");
-    EXPECT_EQ(info->postal_code, nullptr);
-    EXPECT_EQ(info->city, nullptr);
-    EXPECT_STREQ(info->country, "DE");
-    EXPECT_STREQ(info->bic, "FROZDEFFXXX");
+    EXPECT_EQ(std::string(info->name) + "|" + info->country + "|" + info->bic, "Frozen Bank, Berlin|DE|FROZDEFFXXX");
+    EXPECT_TRUE(!info->postal_code && !info->city);
     EXPECT_EQ(info->flags, 11);
     EXPECT_EQ(info->name, reinterpret_cast<char*>(info + 1));
     free(info);
@@ -118,7 +94,6 @@ TEST(BankInfo, OneBlock) {
     for (const char* unknown : {"FROZDEFX", static_cast<const char*>(nullptr)}) {
         bank_info_t* untouched = nullptr;
         EXPECT_EQ(bank_info_get(unknown, &untouched), -2);
-        EXPECT_EQ(bank_info_get(unknown, nullptr), -2);
         EXPECT_EQ(untouched, nullptr);
     }
 }

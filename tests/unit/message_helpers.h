@@ -46,6 +46,3 @@ inline std::string document_of(const message_t& message) {
     free(text);
     return document;
 }
-
-// A text of `count` letters.
-inline std::string letters(size_t count) { return std::string(count, 'x'); }

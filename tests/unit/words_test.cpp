@@ -3,11 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "text/ascii.h"
-#include "text/mod97.h"
 
 using namespace sepa_internal;
 
@@ -36,28 +34,6 @@ TEST(Words, ClassesOfPairs) {
             first = ascii_upper(first);
             second = ascii_upper(second);
             ASSERT_EQ(word_upper(word), good ? load_word(text.c_str()) : 0) << testing::PrintToString(text);
-        }
-}
-
-TEST(Mod97, OfDigits) {
-    std::mt19937 random(1);
-    for (size_t length = 12; length <= MOD97_MAX_LENGTH; ++length)
-        for (int n = 0; n < 200; ++n) {
-            std::string text(length, '9');
-            if (n > 0)
-                for (char& c : text) c = static_cast<char>('0' + random() % 10);
-            text[0] = static_cast<char>('A' + random() % 26);
-            text[1] = static_cast<char>('A' + random() % 26);
-            const char* exact = text.data();
-            EXPECT_EQ(mod97_of_digits(exact, length), mod97(exact, 4, length)) << text;
-            if (n > 1) continue;
-            for (size_t at = 2; at < length; ++at)
-                for (int byte = 0; byte < 256; ++byte) {
-                    std::string changed = text;
-                    changed[at] = static_cast<char>(byte);
-                    int expected = is_digit(changed[at]) ? mod97(changed.data(), 4, length) : -1;
-                    ASSERT_EQ(mod97_of_digits(changed.data(), length), expected) << testing::PrintToString(changed);
-                }
         }
 }
 
