@@ -9,11 +9,9 @@
 //
 // The name of the module is in FAIL_MODULE. What it frees is filled, so that
 // whoever still uses it reads rubbish. A process in which it still holds blocks
-// at its end says so on standard error and exits with code 3.
+// at its end exits with code 3.
 #include <dlfcn.h>
-#include <fcntl.h>
 #include <link.h>
-#include <locale.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -126,14 +124,6 @@ int putenv(char* setting) {
 }
 }
 
-// PHP closes its standard error before the end.
-static int standard_error;
-__attribute__((constructor)) static void keep_standard_error() {
-    standard_error = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 100);
-}
-
 __attribute__((destructor)) static void tell() {
-    if (!live) return;
-    dprintf(standard_error, "%ld blocks of the module are still held\n", live);
-    _exit(3);
+    if (live) _exit(3);
 }

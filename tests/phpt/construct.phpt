@@ -60,12 +60,8 @@ foreach ([$message, credit_transfer(), $statements, new SEPAStatementParser()] a
         function () use ($name) { return @unserialize("O:$name:0:{}"); },
         function () use ($name) { return @unserialize("C:$name:0:{}"); },
     ];
-    foreach ($copies as $copy) {
-        try {  // some engines throw, others warn and give false
-            $refused[] = $copy() === false;
-        } catch (Throwable $e) {
-            $refused[] = true;
-        }
+    foreach ($copies as $copy) {  // some engines throw, others warn and give false
+        $refused[] = preg_match('/^(false|Error|Exception)/', outcome($copy));
     }
 }
 echo array_sum($refused), ' of ', count($refused), "\n";

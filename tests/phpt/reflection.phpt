@@ -48,6 +48,12 @@ foreach (get_defined_constants(true)['user'] as $name => $value) {
     $constants[str_ireplace('signatures\\', '', $name)] = $value;
 }
 var_dump($constants == $extension->getConstants());
+$keys = shape_keys('@phpstan-param array{');
+$unknown = array_filter($keys, function ($key) {
+    $outcome = outcome(function () use ($key) { direct_debit()->add([$key => str_repeat('x', 200)]); });
+    return $outcome === "SEPAException 0: Invalid transaction property '$key'";
+});
+echo count($keys), ' keys of transactions, of which direct debits do not know ', implode(', ', $unknown), "\n";
 --EXPECT--
 SEPA, 0 constants, 0 properties
   public __construct($msgtype)
@@ -81,3 +87,4 @@ zalvora => enabled
 Version => 2.28
 bool(true)
 bool(true)
+30 keys of transactions, of which direct debits do not know purp
