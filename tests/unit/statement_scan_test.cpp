@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "statement/text_search.h"
+#include "tests/unit/test_files.h"
 #include "text/scan.h"
 #include "text/utf8.h"
 
@@ -40,30 +41,11 @@ TEST(Scan, AsSscanf) {
 }
 
 TEST(StoreCut, TearsNoCharacter) {
-    const struct {
-        const char *before, *text, *stored;
-    } rows[] = {
-        {"", "1234567890123", "123456789012"},
-        {"123456789012", "3", "123456789012"},
-        {"", "1234567890\xC3\xA4", "1234567890\xC3\xA4"},
-        {"", "12345678901\xC3\xA4", "12345678901"},
-        {"", "12345678901\xE2\x82\xAC", "12345678901"},
-        {"", "123456789\xF0\x9F\x8F\xA6", "123456789"},
-        {"1234567890\xE2", "\x82\xAC", "1234567890"},
-        // No characters, so nothing is torn.
-        {"", "12345678901\xC3x", "12345678901\xC3"},
-        {"", "1234567890\xE2\x82x", "1234567890\xE2\x82"},
-        {"", "12345678901\xC1\x81", "12345678901\xC1"},
-        {"", "1234567890\xE0\x9F\xBF", "1234567890\xE0\x9F"},
-        {"", "1234567890\xED\xA0\x80", "1234567890\xED\xA0"},
-        {"", "123456789\xF0\x8F\x8F\xA6", "123456789\xF0\x8F\x8F"},
-        {"", "123456789\xF4\x90\x8F\xA6", "123456789\xF4\x90\x8F"},
-    };
-    for (const auto& row : rows) {
+    for (const csv_row& row : csv_rows(TEST_DATA "/cut_texts.csv", "before,text,stored,what")) {
+        const std::string before = unescaped(row[0]), text = unescaped(row[1]);
         char field[13];
-        strcpy(field, row.before);
-        store_cut(field, sizeof field, strlen(field), row.text, strlen(row.text));
-        EXPECT_STREQ(field, row.stored);
+        store_cut(strcpy(field, before.c_str()), sizeof field, before.size(), text.data(), text.size());
+        EXPECT_EQ(field, unescaped(row[2])) << row[3];
     }
 }
 
