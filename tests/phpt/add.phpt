@@ -32,10 +32,17 @@ echo "-- values that run script code\n";
 error_reporting(0);
 $add(payment(['name' => ['a']]));
 error_reporting(E_ALL);
-$name = 'Earlier';
-$renamer = new Text(function () { return $GLOBALS['name'] = $GLOBALS['renamer'] = 'Later'; });
-$message->add(payment(['name' => &$name, 'ref' => &$renamer]));
-echo strpos($message->toXML(), '<Nm>Earlier</Nm>') ? 'Earlier, ' : 'Later, ', totals($message), "\n";
+$rename = function () {  // and takes the memory of the name that goes
+    $GLOBALS['name'] = $GLOBALS['renamer'] = str_repeat('L', 20);
+    return $GLOBALS['taken'] = str_repeat('T', 20);
+};
+set_error_handler($rename);
+foreach ([new Text($rename), []] as $renamer) {
+    $name = str_repeat('E', 20);
+    $message->add(payment(['name' => &$name, 'ref' => &$renamer]));
+    echo substr_count($message->toXML(), '<Nm>EEEEEEEEEEEEEEEEEEEE</Nm>'), ' earlier, ', totals($message), "\n";
+}
+restore_error_handler();
 $again = function () use ($message) { $message->__construct(SEPA_MSGTYPE_CTI); return '2.50'; };
 $add(payment(['amount' => new Text($again)]));
 
@@ -71,7 +78,8 @@ true, 7 x, 45.30 EUR
 true, 8 x, 46.30 EUR
 -- values that run script code
 true, 9 x, 47.30 EUR
-Earlier, 10 x, 48.30 EUR
+1 earlier, 10 x, 48.30 EUR
+2 earlier, 11 x, 49.30 EUR
 true, 1 x, 2.50 EUR
 LogicException "thrown in mid-walk", 1 x, 2.50 EUR
 LogicException "thrown in mid-walk", 1 x, 2.50 EUR
