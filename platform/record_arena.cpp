@@ -1,9 +1,6 @@
 #include "platform/record_arena.h"
 
-#include <sys/mman.h>
-
-#include <cstdint>
-#include <cstdlib>
+#include "platform/pages.h"
 
 namespace sepa_internal {
 
@@ -14,25 +11,13 @@ struct alignas(16) arena_piece_t {
 };
 
 static constexpr size_t alignment = alignof(arena_piece_t);
-static constexpr size_t first_size = 4096;                           // ten transfers
-static constexpr size_t last_small_size = 256 * 1024;                // after a thousand a huge page will be used
-static constexpr size_t huge_page = size_t{2} << 20;                 // what x86-64 and ARM64 call one
-static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;  // less is slower than small pages
-
-void* allocate_large(size_t size) {
-    if (size < least_for_a_huge_page || size > SIZE_MAX - huge_page) return malloc(size);
-    void* block = aligned_alloc(huge_page, (size + huge_page - 1) / huge_page * huge_page);
-#ifdef MADV_HUGEPAGE
-    // Where there is no huge page to give, nothing is lost.
-    size_t pages = (size + huge_page - least_for_a_huge_page) / huge_page;
-    if (block) madvise(block, pages * huge_page, MADV_HUGEPAGE);
-#endif
-    return block;
-}
+static constexpr size_t first_size = 4096;             // ten transfers
+static constexpr size_t last_small_size = 256 * 1024;  // after a thousand a huge page will be used
+static constexpr size_t last_size = size_t{2} << 20;   // a huge page
 
 static size_t next_size(const record_arena_t* arena, size_t needed) {
     size_t size = arena->latest ? arena->latest->size * 2 : first_size;
-    if (size > last_small_size) size = huge_page;
+    if (size > last_small_size) size = last_size;
     while (size < needed) size *= 2;
     return size;
 }
@@ -41,6 +26,7 @@ static bool add_piece(record_arena_t* arena, size_t needed) {
     size_t size = next_size(arena, needed + sizeof(arena_piece_t));
     auto piece = static_cast<arena_piece_t*>(allocate_large(size));
     if (!piece) return false;
+    prepare_pages(piece, size);
     *piece = {arena->latest, size};
     arena->latest = piece;
     arena->at = reinterpret_cast<char*>(piece + 1);

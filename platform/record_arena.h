@@ -29,8 +29,4 @@ void* arena_take(record_arena_t* arena, size_t size);
 // `size` bytes have been used.
 void arena_free(record_arena_t* arena, void (*release)(void* piece, size_t size));
 
-// As malloc, to be freed by free; in pages of 2 MB where the block is large and
-// the system has some.
-void* allocate_large(size_t size);
-
 }  // namespace sepa_internal

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "platform/pages.h"
 #include "statement/mt940.h"
 #include "statement/parser_handle.h"
 

@@ -1,0 +1,47 @@
+#include "platform/pages.h"
+
+#include <sys/mman.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace sepa_internal {
+
+static constexpr size_t page = 4096;                                 // the least that systems have
+static constexpr size_t huge_page = size_t{2} << 20;                 // what x86-64 and ARM64 call one
+static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;  // less is slower than small pages
+static constexpr size_t least_to_prepare = 4 * page;
+
+#if defined __linux__ && !defined MADV_POPULATE_WRITE
+#define MADV_POPULATE_WRITE 23  // Linux 5.14; an older one refuses it
+#endif
+
+static void advise(uintptr_t from, uintptr_t to, size_t alignment, int advice) {
+    from = (from + alignment - 1) / alignment * alignment;
+    to = to / alignment * alignment;
+    if (from < to) madvise(reinterpret_cast<void*>(from), to - from, advice);
+}
+
+void prepare_pages(void* block, size_t size) {
+    if (size < least_to_prepare) return;
+    auto from = reinterpret_cast<uintptr_t>(block);
+#ifdef MADV_HUGEPAGE
+    advise(from, from + size, huge_page, MADV_HUGEPAGE);
+#endif
+#ifdef MADV_POPULATE_WRITE
+    advise(from, from + size, page, MADV_POPULATE_WRITE);
+#endif
+}
+
+void* allocate_large(size_t size) {
+    if (size < least_for_a_huge_page || size > SIZE_MAX - huge_page) return malloc(size);
+    void* block = aligned_alloc(huge_page, (size + huge_page - 1) / huge_page * huge_page);
+#ifdef MADV_HUGEPAGE
+    // Where there is no huge page to give, nothing is lost.
+    size_t pages = (size + huge_page - least_for_a_huge_page) / huge_page;
+    if (block) madvise(block, pages * huge_page, MADV_HUGEPAGE);
+#endif
+    return block;
+}
+
+}  // namespace sepa_internal
