@@ -10,7 +10,7 @@ static constexpr document_kind_t credit_transfer = {
 };
 
 template <typename Out>
-static void write_transaction(Out& out, const document_t& document, const cti_tx_t& tx) {
+static void write_transaction(Out& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
     xml_open(out, 3, "CdtTrfTxInf");
     write_payment_id(out, tx);
     xml_open(out, 4, "Amt");
@@ -19,13 +19,13 @@ static void write_transaction(Out& out, const document_t& document, const cti_tx
     if (tx.bic) {
         xml_open(out, 4, "CdtrAgt");
         xml_open(out, 4, "FinInstnId");  // not indented, as Id in CdtrAcct: scripts and banks know these bytes
-        xml_text(out, 5, document.rulebook.bic_element, record_text(tx.bic));
+        xml_text(out, 5, rulebook.bic_element, record_text(tx.bic));
         xml_close(out, 4, "FinInstnId");
         xml_close(out, 4, "CdtrAgt");
     }
     xml_open(out, 4, "Cdtr");
     xml_text(out, 5, "Nm", record_text(tx.name));
-    write_postal_address(out, document, tx);
+    write_postal_address(out, rulebook, tx);
     xml_close(out, 4, "Cdtr");
     xml_open(out, 4, "CdtrAcct");
     xml_open(out, 4, "Id");
@@ -43,14 +43,17 @@ static void write_transaction(Out& out, const document_t& document, const cti_tx
     xml_close(out, 3, "CdtTrfTxInf");
 }
 
+static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
+    write_transaction(out, rulebook, tx);
+};
+
 template <typename Out>
 static void write_block(Out& out, const document_t& document, const payment_block_t& block) {
     write_block_start(out, document, block, "TRF");
     xml_close(out, 3, "PmtTpInf");
     write_date(out, "ReqdExctnDt", block);
     write_own_party(out, document, {"Dbtr", "DbtrAcct", "DbtrAgt"});
-    for (uint32_t i = 0; i < block.count; ++i)
-        write_transaction(out, document, *static_cast<const cti_tx_t*>(block.records[i]));
+    write_transactions<cti_tx_t>(out, document, block, write_each);
     xml_close(out, 2, "PmtInf");
 }
 
@@ -62,8 +65,9 @@ static void write_all(Out& out, const document_t& document) {
 }
 
 int sepa_internal::write_credit_transfer(sepa_t* handle, std::string_view head, const sepa_room_t& room) {
-    document_t document = {handle, credit_transfer, rulebook_in_force(), clock_now(), head, {}};
-    if (!prepare_document(&document)) return 0;
+    document_t document = {handle, credit_transfer, rulebook_in_force(), clock_now(), head, {}, {}};
+    auto check = [](const cti_tx_t&) -> const char* { return nullptr; };
+    if (!gather_transactions<cti_tx_t>(&document, check, write_each) || !prepare_document(&document)) return 0;
     return write_out(&document, room, [](auto& out, const document_t& ready) { write_all(out, ready); });
 }
 

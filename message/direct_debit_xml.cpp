@@ -32,12 +32,9 @@ static const char* local_instrument(int dd_type, const rulebook_t& rulebook) {
 }
 
 // An add takes a transaction without mandate data; no document leaves with one.
-static int check_mandates(sepa_t* handle) {
-    for (auto tx = static_cast<const ddi_tx_t*>(handle->tx_head); tx; tx = tx->next) {
-        if (!tx->mref) return fail(handle, "Mandate reference missing");
-        if (!tx->mdate) return fail(handle, "Mandate signature date missing");
-    }
-    return 1;
+static const char* missing_of_mandate(const ddi_tx_t& tx) {
+    if (!tx.mref) return "Mandate reference missing";
+    return tx.mdate ? nullptr : "Mandate signature date missing";
 }
 
 template <typename Out>
@@ -52,13 +49,13 @@ static void write_smnda(Out& out, const smnda_place_t& place) {
 }
 
 template <typename Out>
-static void write_amendment(Out& out, const document_t& document, const ddi_tx_t& tx) {
+static void write_amendment(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
     if (!tx.old_mref && !tx.old_iban && !tx.smnda) return;
     xml_line(out, 6, "AmdmntInd", "true"sv);
     xml_open(out, 6, "AmdmntInfDtls");
     xml_text(out, 7, "OrgnlMndtId", record_text(tx.old_mref));
     if (tx.smnda) {
-        write_smnda(out, document.rulebook.smnda);
+        write_smnda(out, rulebook.smnda);
     } else if (tx.old_iban) {
         xml_open(out, 7, "OrgnlDbtrAcct");
         xml_open(out, 8, "Id");
@@ -70,22 +67,22 @@ static void write_amendment(Out& out, const document_t& document, const ddi_tx_t
 }
 
 template <typename Out>
-static void write_mandate(Out& out, const document_t& document, const ddi_tx_t& tx) {
+static void write_mandate(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
     xml_open(out, 4, "DrctDbtTx");
     xml_open(out, 5, "MndtRltdInf");
     xml_text(out, 6, "MndtId", record_text(tx.mref));
     xml_text(out, 6, "DtOfSgntr", record_text(tx.mdate));
-    write_amendment(out, document, tx);
+    write_amendment(out, rulebook, tx);
     xml_close(out, 5, "MndtRltdInf");
     xml_close(out, 4, "DrctDbtTx");
 }
 
 template <typename Out>
-static void write_debtor_agent(Out& out, const document_t& document, const ddi_tx_t& tx) {
+static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
     xml_open(out, 4, "DbtrAgt");
     xml_open(out, 5, "FinInstnId");
     if (tx.bic) {
-        xml_text(out, 6, document.rulebook.bic_element, record_text(tx.bic));
+        xml_text(out, 6, rulebook.bic_element, record_text(tx.bic));
     } else {
         xml_open(out, 6, "Othr");
         xml_line(out, 7, "Id", "NOTPROVIDED"sv);
@@ -96,16 +93,16 @@ static void write_debtor_agent(Out& out, const document_t& document, const ddi_t
 }
 
 template <typename Out>
-static void write_transaction(Out& out, const document_t& document, const ddi_tx_t& tx) {
+static void write_transaction(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
     xml_open(out, 3, "DrctDbtTxInf");
     write_payment_id(out, tx);
     write_instructed_amount(out, 4, tx.amount);
-    write_mandate(out, document, tx);
-    write_debtor_agent(out, document, tx);
+    write_mandate(out, rulebook, tx);
+    write_debtor_agent(out, rulebook, tx);
     xml_open(out, 4, "Dbtr");
     xml_line(out, 5, "Nm",
              tx.name ? record_text(tx.name) : text_t{"", 0, 0});  // there even if empty; a transfer has none then
-    write_postal_address(out, document, tx);
+    write_postal_address(out, rulebook, tx);
     xml_close(out, 4, "Dbtr");
     xml_open(out, 4, "DbtrAcct");
     xml_open(out, 5, "Id");
@@ -119,6 +116,10 @@ static void write_transaction(Out& out, const document_t& document, const ddi_tx
     }
     xml_close(out, 3, "DrctDbtTxInf");
 }
+
+static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
+    write_transaction(out, rulebook, tx);
+};
 
 template <typename Out>
 static void write_creditor_scheme_id(Out& out, const document_t& document) {
@@ -148,8 +149,7 @@ static void write_block(Out& out, const document_t& document, const payment_bloc
     write_date(out, "ReqdColltnDt", block);
     write_own_party(out, document, {"Cdtr", "CdtrAcct", "CdtrAgt"});
     write_creditor_scheme_id(out, document);
-    for (uint32_t i = 0; i < block.count; ++i)
-        write_transaction(out, document, *static_cast<const ddi_tx_t*>(block.records[i]));
+    write_transactions<ddi_tx_t>(out, document, block, write_each);
     xml_close(out, 2, "PmtInf");
 }
 
@@ -162,11 +162,12 @@ static void write_all(Out& out, const document_t& document, std::string_view ins
 }
 
 int sepa_internal::write_direct_debit(sepa_t* handle, std::string_view head, const sepa_room_t& room) {
-    document_t document = {handle, direct_debit, rulebook_in_force(), clock_now(), head, {}};
+    document_t document = {handle, direct_debit, rulebook_in_force(), clock_now(), head, {}, {}};
     if (!check_complete(handle)) return 0;
     const char* instrument = local_instrument(handle->dd_type, document.rulebook);
     if (!instrument) return fail(handle, unknown_instrument);
-    if (!check_mandates(handle) || !prepare_document(&document)) return 0;
+    if (!gather_transactions<ddi_tx_t>(&document, missing_of_mandate, write_each) || !prepare_document(&document))
+        return 0;
     return write_out(&document, room,
                      [instrument](auto& out, const document_t& ready) { write_all(out, ready, instrument); });
 }

@@ -57,10 +57,11 @@ static int ensure_message_id(document_t* document) {
 }
 
 int prepare_document(document_t* document) {
-    sepa_t* handle = document->handle;
-    if (!ensure_message_id(document)) return 0;
-    if (!(document->rulebook.*document->kind.schema)) return fail(handle, "unknown/unsupported SEPA rulebook selected");
-    return payment_blocks_make(&document->blocks, handle) ? 1 : fail(handle, SEPA_OUT_OF_MEMORY);
+    if (ensure_message_id(document) && (document->rulebook.*document->kind.schema ||
+                                        fail(document->handle, "unknown/unsupported SEPA rulebook selected")))
+        return 1;
+    payment_blocks_free(&document->blocks);
+    return 0;
 }
 
 created_t created_at(time_t now) {

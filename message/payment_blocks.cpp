@@ -8,34 +8,6 @@
 
 namespace sepa_internal {
 
-// What a block needs to know of a transaction.
-struct transaction_t {
-    const char* date;
-    uint8_t sequence;
-    double amount;
-    const void* record;
-};
-
-static transaction_t of_record(const sepa_t* handle, const cti_tx_t* tx) {
-    return {tx->date ? tx->date : handle->date, 0, tx->amount, tx};
-}
-static transaction_t of_record(const sepa_t* handle, const ddi_tx_t* tx) {
-    return {tx->date ? tx->date : handle->date, static_cast<uint8_t>(tx->seq), tx->amount, tx};
-}
-
-template <typename Record, typename Visit>
-static bool each_of(const sepa_t* handle, Visit visit) {
-    for (auto tx = static_cast<const Record*>(handle->tx_head); tx; tx = tx->next)
-        if (!visit(of_record(handle, tx))) return false;
-    return true;
-}
-
-// Visits the transactions in the order of adding, until `visit` gives false.
-template <typename Visit>
-static bool each_transaction(const sepa_t* handle, Visit visit) {
-    return handle->msgtype == SEPA_MSGTYPE_DDI ? each_of<ddi_tx_t>(handle, visit) : each_of<cti_tx_t>(handle, visit);
-}
-
 static bool is_of(const transaction_t& tx, const payment_block_t& block) {
     return memcmp(block.date, tx.date, date_length) == 0 && block.sequence == tx.sequence;
 }
@@ -54,14 +26,16 @@ static payment_block_t* add_block(payment_blocks_t* blocks, payment_block_t* at,
     return at;
 }
 
-static void count_in(payment_block_t* block, const transaction_t& tx) {
+static void append(payment_block_t* block, const transaction_t& tx, block_entry_t* entry) {
+    *entry = {tx.record, nullptr};
+    (block->count ? block->last->next : block->first) = entry;
+    block->last = entry;
     block->count += 1;
     block->sum += tx.amount;
 }
 
 // Nearly all messages have a handful of dates. So many blocks are searched one
-// after another, and their transactions are counted and placed; for more of them
-// sorting is the cheaper way.
+// after another; for more of them sorting is the cheaper way.
 static constexpr uint32_t few = 32;
 
 // The block of `tx`; a new one at its place where there is none, or null where
@@ -75,29 +49,22 @@ static payment_block_t* find_block(payment_blocks_t* blocks, const transaction_t
     return add_block(blocks, at, tx);
 }
 
-static void share_out(payment_blocks_t* blocks) {
-    const void** next = blocks->records;
-    for (uint32_t i = 0; i < blocks->count; ++i) {
-        blocks->blocks[i].records = next;
-        next += blocks->blocks[i].count;
-    }
+bool payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
+    *blocks = {};
+    if (!handle->tx_count) return true;
+    size_t size = handle->tx_count * sizeof(block_entry_t);
+    blocks->entries = static_cast<block_entry_t*>(malloc(size));
+    blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
+    return blocks->entries && blocks->blocks;
 }
 
-// False if the dates are too many.
-static bool count_and_place(payment_blocks_t* blocks, const sepa_t* handle) {
-    if (!each_transaction(handle, [&](const transaction_t& tx) {
-            payment_block_t* block = find_block(blocks, tx);
-            if (block) count_in(block, tx);
-            return block != nullptr;
-        }))
-        return false;
-    share_out(blocks);
-    uint32_t filled[few] = {};
-    return each_transaction(handle, [&](const transaction_t& tx) {
-        payment_block_t* block = find_block(blocks, tx);
-        block->records[filled[block - blocks->blocks]++] = tx.record;
-        return true;
-    });
+void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& tx) {
+    if (blocks->too_many) return;
+    payment_block_t* block = find_block(blocks, tx);
+    if (block)
+        append(block, tx, &blocks->entries[blocks->entry_count++]);
+    else
+        blocks->too_many = true;
 }
 
 // A transaction in the order of adding.
@@ -122,8 +89,7 @@ static uint32_t count_runs(const item_t* items, uint32_t count) {
     return runs;
 }
 
-static bool sort_and_cut(payment_blocks_t* blocks, item_t* items) {
-    uint32_t count = blocks->record_count;
+static bool sort_and_cut(payment_blocks_t* blocks, item_t* items, uint32_t count) {
     if (!std::is_sorted(items, items + count, comes_before)) std::sort(items, items + count, comes_before);
     uint32_t runs = count_runs(items, count);
     auto wanted = static_cast<payment_block_t*>(realloc(blocks->blocks, runs * sizeof(payment_block_t)));
@@ -133,41 +99,35 @@ static bool sort_and_cut(payment_blocks_t* blocks, item_t* items) {
     for (uint32_t i = 0; i < count; ++i) {
         if (!i || compare_blocks(items[i - 1], items[i]))
             add_block(blocks, blocks->blocks + blocks->count, items[i].tx);
-        count_in(blocks->blocks + blocks->count - 1, items[i].tx);
-        blocks->records[i] = items[i].tx.record;
+        append(blocks->blocks + blocks->count - 1, items[i].tx, &blocks->entries[i]);
     }
-    share_out(blocks);
     return true;
 }
 
-static bool sort_all(payment_blocks_t* blocks, const sepa_t* handle) {
-    auto items = static_cast<item_t*>(malloc(blocks->record_count * sizeof(item_t)));
-    if (!items) return false;
+template <typename Record>
+static void list_all(item_t* items, const sepa_t* handle) {
     uint32_t index = 0;
-    each_transaction(handle, [&](const transaction_t& tx) {
-        items[index] = {tx, index};
-        ++index;
-        return true;
-    });
-    bool done = sort_and_cut(blocks, items);
-    wipe_block(items, blocks->record_count * sizeof(item_t));
-    return done;
+    for (auto tx = static_cast<const Record*>(handle->tx_head); tx; tx = tx->next, ++index)
+        items[index] = {transaction_of(handle, *tx), index};
 }
 
-bool payment_blocks_make(payment_blocks_t* blocks, const sepa_t* handle) {
-    *blocks = {};
-    if (!handle->tx_count) return true;
-    blocks->record_count = handle->tx_count;
-    blocks->records = static_cast<const void**>(malloc(handle->tx_count * sizeof(void*)));
-    blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
-    if (blocks->records && blocks->blocks && (count_and_place(blocks, handle) || sort_all(blocks, handle))) return true;
-    payment_blocks_free(blocks);
-    return false;
+bool payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle) {
+    if (!blocks->too_many) return true;
+    size_t size = handle->tx_count * sizeof(item_t);
+    auto items = static_cast<item_t*>(malloc(size));
+    if (!items) return false;
+    if (handle->msgtype == SEPA_MSGTYPE_DDI)
+        list_all<ddi_tx_t>(items, handle);
+    else
+        list_all<cti_tx_t>(items, handle);
+    bool done = sort_and_cut(blocks, items, handle->tx_count);
+    wipe_block(items, size);
+    return done;
 }
 
 void payment_blocks_free(payment_blocks_t* blocks) {
     wipe_block(blocks->blocks, blocks->count * sizeof(payment_block_t));
-    free(blocks->records);
+    free(blocks->entries);
     *blocks = {};
 }
 
