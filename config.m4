@@ -33,6 +33,12 @@ if test "$PHP_SEPA" != "no"; then
   dnl Nothing here needs the C++ library, which takes half a millisecond to load.
   dnl So this is no "cxx" extension: it is linked by the C compiler.
   PHP_ADD_LIBRARY(m, 1, SEPA_SHARED_LIBADD)
+  dnl Names of other libraries are looked up when the module is loaded: 25 us, in a
+  dnl server once for all its workers, instead of 1 us in the first call of each.
+  dnl The table of their addresses is read-only then.
+  case $host_os in
+    linux*) SEPA_SHARED_LIBADD="$SEPA_SHARED_LIBADD -Wl,-z,now" ;;
+  esac
   PHP_SUBST(SEPA_SHARED_LIBADD)
   PHP_NEW_EXTENSION(sepa, $sepa_sources, $ext_shared,, $sepa_cxxflags)
 
