@@ -5,20 +5,20 @@
 static bool reserve(key_list_t* list, uint32_t count) {
     if (count <= SMALL_LIST) {
         list->pairs = list->small_pairs;
-        list->values = list->small_values;
+        list->made = list->small_made;
         list->number_keys = list->small_number_keys;
         return true;
     }
-    list->pairs = static_cast<kv_pair_t*>(malloc((size_t{count} + 1) * sizeof(kv_pair_t)));
-    list->values = static_cast<zend_string**>(malloc(count * sizeof(zend_string*)));
+    list->pairs = static_cast<sepa_pair_t*>(malloc(count * sizeof(sepa_pair_t)));
+    list->made = static_cast<zend_string**>(malloc(count * sizeof(zend_string*)));
     list->number_keys = static_cast<char(*)[NUMBER_KEY_SIZE]>(malloc(count * size_t{NUMBER_KEY_SIZE}));
-    return list->pairs && list->values && list->number_keys;
+    return list->pairs && list->made && list->number_keys;
 }
 
 static void free_storage(key_list_t* list) {
     if (list->pairs == list->small_pairs) return;
     free(list->pairs);
-    free(list->values);
+    free(list->made);
     free(list->number_keys);
 }
 
@@ -50,18 +50,19 @@ static zend_array* with_texts(zend_array* array) {
 }
 
 static void add_pair(key_list_t* list, zend_ulong number, zend_string* key, zval* value) {
-    kv_pair_t* pair = &list->pairs[list->count];
-    bool is_text = Z_TYPE_P(value) == IS_STRING;
-    zend_string* text = is_text ? Z_STR_P(value) : zval_get_string(value);
-    list->values[list->count] = is_text ? nullptr : text;
+    sepa_pair_t* pair = &list->pairs[list->count];
+    zend_string* text = Z_TYPE_P(value) == IS_STRING ? Z_STR_P(value) : zval_get_string(value);
+    if (Z_TYPE_P(value) != IS_STRING) list->made[list->made_count++] = text;
+    pair->value = ZSTR_VAL(text);
     if (key) {
         pair->key = ZSTR_VAL(key);
+        pair->key_length = ZSTR_LEN(key);
     } else {
         char* digits = list->number_keys[list->count];
         ap_php_snprintf(digits, NUMBER_KEY_LIMIT, "%ld", static_cast<long>(number));
         pair->key = digits;
+        pair->key_length = strlen(digits);
     }
-    pair->value = ZSTR_VAL(text);
     list->count += 1;
 }
 
@@ -76,7 +77,6 @@ static bool fill(key_list_t* list, zend_array* array) {
         add_pair(list, number, key, value);
     }
     ZEND_HASH_FOREACH_END();
-    list->pairs[list->count] = {nullptr, nullptr};
     return true;
 }
 
@@ -96,7 +96,7 @@ static bool fill(key_list_t* list, zend_array* array) {
 enum taken_t { TAKEN, CAN_RUN_SCRIPT, NO_MEMORY };
 
 static taken_t take(key_list_t* list, zend_array* array) {
-    list->count = 0;
+    list->count = list->made_count = 0;
     if (!reserve(list, zend_hash_num_elements(array))) return NO_MEMORY;
     bool filled = list->pairs == list->small_pairs ? fill(list, array) : fill_or_free(list, array);
     return filled ? TAKEN : CAN_RUN_SCRIPT;
@@ -107,7 +107,7 @@ bool key_list_from_array(key_list_t* list, zend_array* array) {
     taken_t taken = take(list, array);
     if (taken == CAN_RUN_SCRIPT) {
         key_list_free(list);
-        list->count = 0;
+        list->made_count = 0;
         list->pairs = list->small_pairs;
         list->owned_array = with_texts(array);
         if (!EG(exception)) taken = take(list, list->owned_array);
@@ -118,8 +118,7 @@ bool key_list_from_array(key_list_t* list, zend_array* array) {
 }
 
 void key_list_free(key_list_t* list) {
-    for (uint32_t i = 0; i < list->count; ++i)
-        if (list->values[i]) zend_string_release(list->values[i]);
+    for (uint32_t i = 0; i < list->made_count; ++i) zend_string_release(list->made[i]);
     free_storage(list);
     if (list->owned_array) zend_array_destroy(list->owned_array);
 }

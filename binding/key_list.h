@@ -11,13 +11,14 @@ constexpr size_t NUMBER_KEY_SIZE = 10, NUMBER_KEY_LIMIT = 9;
 
 // The list, and what its texts live in. Plain storage on the caller's frame.
 struct key_list_t {
-    kv_pair_t* pairs;      // ends with two nulls; keys point into the array or `number_keys`
-    zend_string** values;  // texts made of values that were none, one reference each; else null
+    sepa_pair_t* pairs;  // keys point into the array or `number_keys`
     uint32_t count;
+    zend_string** made;  // texts made of values that were none, one reference each
+    uint32_t made_count;
     char (*number_keys)[NUMBER_KEY_SIZE];
     zend_array* owned_array;  // the copy that was walked, or null
-    kv_pair_t small_pairs[SMALL_LIST + 1];
-    zend_string* small_values[SMALL_LIST];
+    sepa_pair_t small_pairs[SMALL_LIST];
+    zend_string* small_made[SMALL_LIST];
     char small_number_keys[SMALL_LIST][NUMBER_KEY_SIZE];
 };
 

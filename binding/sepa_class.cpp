@@ -121,7 +121,7 @@ ZEND_METHOD(SEPA, add) {
     }
     // Converting values can run script code that constructs the object anew.
     handle = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
-    int added = sepa_add(handle, list.pairs);
+    int added = sepa_add_pairs(handle, list.pairs, list.count);
     key_list_free(&list);
     return_result(return_value, handle, added);
 }

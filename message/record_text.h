@@ -28,11 +28,8 @@ constexpr bool is_escaped(char c) { return c == '<' || c == '>' || c == '&'; }
 // Bytes that escaping adds to a character.
 constexpr size_t added_by(char c) { return is_escaped(c) ? entity(c).size() - 1 : 0; }
 
-inline text_t measured(const char* bytes, size_t length) {
-    text_t text = {bytes, length, 0};
-    for (size_t i = 0; i < length; ++i) text.added += added_by(bytes[i]);
-    return text;
-}
+// Finds out what escaping adds to a text.
+text_t measured(const char* from, size_t length);
 
 // Null is accepted.
 inline text_t measured(const char* text) { return text ? measured(text, strlen(text)) : text_t{}; }

@@ -49,6 +49,11 @@ struct kv_pair_t {
     const char* value;
 };
 
+// The same with the length of the key, whose text can end before it at a NUL.
+struct sepa_pair_t : kv_pair_t {
+    size_t key_length;
+};
+
 // What both kinds of transaction hold of the other party. Texts are private
 // copies, or null. Records belong to their message, in whose memory they and
 // their texts stand, and are read-only once added.
@@ -170,6 +175,10 @@ int ddi_add(sepa_t* handle, const kv_pair_t* list);
 
 // The one of them that the message's kind needs.
 int sepa_add(sepa_t* handle, const kv_pair_t* list);
+
+// As sepa_add, for a caller who knows the lengths of the keys: measuring them
+// takes a tenth of an add.
+int sepa_add_pairs(sepa_t* handle, const sepa_pair_t* pairs, size_t count);
 
 // Wipes a record and its texts; the memory stays the message's until sepa_free,
 // and so does the record's place in the list.

@@ -17,11 +17,24 @@ static void wipe_record(Record* record) {
 void cti_free(cti_tx_t* record) { wipe_record(record); }
 void ddi_free(ddi_tx_t* record) { wipe_record(record); }
 
-static int take_keys(draft_t* draft, const kv_pair_t* list) {
-    for (; list->key; ++list)
-        if (!take_key(draft, *list)) return 0;
-    return 1;
-}
+// The pairs of one add, however they are given.
+struct pair_list_t {
+    const kv_pair_t* list;
+    int take(draft_t* draft) const {
+        for (const kv_pair_t* pair = list; pair->key; ++pair)
+            if (!take_key(draft, *pair, strlen(pair->key))) return 0;
+        return 1;
+    }
+};
+struct pair_array_t {
+    const sepa_pair_t* pairs;
+    size_t count;
+    int take(draft_t* draft) const {
+        for (const sepa_pair_t *pair = pairs, *const end = pairs + count; pair < end; ++pair)
+            if (!take_key(draft, *pair, pair->key_length)) return 0;
+        return 1;
+    }
+};
 
 template <typename Record>
 static void append(sepa_t* handle, Record* record) {
@@ -48,13 +61,12 @@ static Record* keep_record(const draft_t& draft, const Record& filled) {
 }
 
 // A record gets into the message, and is counted, only when all is well.
-template <typename Record>
-static int add_record(sepa_t* handle, const kv_pair_t* list, int (*check_complete)(const draft_t&)) {
-    if (!list) return fail(handle, "No key-value list submitted");
+template <typename Record, typename Pairs>
+static int add_record(sepa_t* handle, const Pairs& pairs, int (*check_complete)(const draft_t&)) {
     Record filled = {};
     draft_t draft(handle, rulebook_in_force());
     begin(&draft, &filled);
-    if (!take_keys(&draft, list) || !check_complete(draft)) return 0;
+    if (!pairs.take(&draft) || !check_complete(draft)) return 0;
     Record* record = keep_record(draft, filled);
     if (!record) return fail(handle, SEPA_OUT_OF_MEMORY);
     append(handle, record);
@@ -104,16 +116,26 @@ static int check_debit(const draft_t& draft) {
     return check_amount(draft);
 }
 
+static int check_list(sepa_t* handle, const kv_pair_t* list) {
+    return list ? 1 : fail(handle, "No key-value list submitted");
+}
+
 int cti_add(sepa_t* handle, const kv_pair_t* list) {
     if (handle->msgtype != SEPA_MSGTYPE_CTI) return fail(handle, "No CTI message");
-    return add_record<cti_tx_t>(handle, list, check_transfer);
+    return check_list(handle, list) && add_record<cti_tx_t>(handle, pair_list_t{list}, check_transfer);
 }
 
 int ddi_add(sepa_t* handle, const kv_pair_t* list) {
     if (handle->msgtype != SEPA_MSGTYPE_DDI) return fail(handle, "No DDI message");
-    return add_record<ddi_tx_t>(handle, list, check_debit);
+    return check_list(handle, list) && add_record<ddi_tx_t>(handle, pair_list_t{list}, check_debit);
 }
 
 int sepa_add(sepa_t* handle, const kv_pair_t* list) {
     return handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_add(handle, list) : cti_add(handle, list);
+}
+
+int sepa_add_pairs(sepa_t* handle, const sepa_pair_t* pairs, size_t count) {
+    pair_array_t all = {pairs, count};
+    return handle->msgtype == SEPA_MSGTYPE_DDI ? add_record<ddi_tx_t>(handle, all, check_debit)
+                                               : add_record<cti_tx_t>(handle, all, check_transfer);
 }

@@ -29,9 +29,9 @@ inline double* amount_of(const draft_t& draft) {
     return draft.transfer ? &draft.transfer->amount : &draft.debit->amount;
 }
 
-// Tests one key with its value and puts it into the record. Returns 1, or 0
-// with the reason in last_error.
-int take_key(draft_t* draft, const kv_pair_t& pair);
+// Tests one key, so many bytes, with its value and puts it into the record.
+// Returns 1, or 0 with the reason in last_error.
+int take_key(draft_t* draft, const kv_pair_t& pair, size_t key_length);
 
 // Bytes of the texts in a record's memory.
 size_t texts_size(const draft_t& draft);

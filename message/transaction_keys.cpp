@@ -215,7 +215,7 @@ static_assert(std::size(key_rows) <= max_key_rows);
 // A place for each key by its length and two of its letters, in one case. The
 // multipliers are the first that give no two keys the same.
 constexpr size_t places = 128;
-constexpr size_t max_key_length = 11;
+constexpr size_t min_key_length = 2, max_key_length = 11;
 struct multipliers_t {
     size_t middle, last;
 };
@@ -235,7 +235,7 @@ static constexpr key_index_t make_index(multipliers_t by) {
     for (int8_t& row : index.row) row = -1;
     for (size_t i = 0; i < std::size(key_rows) && index.good; ++i) {
         std::string_view key = key_rows[i].key;
-        if (key.size() > max_key_length) return {};
+        if (key.size() < min_key_length || key.size() > max_key_length) return {};
         int8_t& row = index.row[place_of(key.data(), key.size(), by)];
         index.good = row < 0;
         row = static_cast<int8_t>(i);
@@ -249,20 +249,36 @@ static constexpr key_index_t find_index() {
     return {};
 }
 static constexpr key_index_t key_index = find_index();
-static_assert(key_index.good, "a key is too long, or there have to be more places");
+static_assert(key_index.good, "a key is too short or too long, or there have to be more places");
+
+template <typename Word>
+static bool same_ends(const char* a, const char* b, size_t length) {
+    Word first_a, first_b, last_a, last_b;
+    memcpy(&first_a, a, sizeof(Word));
+    memcpy(&first_b, b, sizeof(Word));
+    memcpy(&last_a, a + length - sizeof(Word), sizeof(Word));
+    memcpy(&last_b, b + length - sizeof(Word), sizeof(Word));
+    return first_a == first_b && last_a == last_b;
+}
+
+// memcmp() of 2 to 16 bytes, whose call would cost as much as all else here.
+static bool same_bytes(const char* a, const char* b, size_t length) {
+    if (length >= 8) return same_ends<uint64_t>(a, b, length);
+    return length >= 4 ? same_ends<uint32_t>(a, b, length) : same_ends<uint16_t>(a, b, length);
+}
 
 // The row of a key in any case, or null.
-static const key_row_t* find_row(const char* key) {
-    size_t length = strnlen(key, max_key_length + 1);
-    if (length == 0 || length > max_key_length) return nullptr;
+static const key_row_t* find_row(const char* key, size_t length) {
+    if (length < min_key_length || length > max_key_length) return nullptr;
     int row = key_index.row[place_of(key, length, key_index.multipliers)];
     if (row < 0 || key_rows[row].key.size() != length) return nullptr;
     const char* name = key_rows[row].key.data();
-    return memcmp(key, name, length) == 0 || same_text(key, name) ? &key_rows[row] : nullptr;
+    return same_bytes(key, name, length) || same_text(key, name) ? &key_rows[row] : nullptr;
 }
 
-int take_key(draft_t* draft, const kv_pair_t& pair) {
-    const key_row_t* row = find_row(pair.key);
+int take_key(draft_t* draft, const kv_pair_t& pair, size_t key_length) {
+    const key_row_t* row = find_row(pair.key, key_length);
+    if (!row) row = find_row(pair.key, strnlen(pair.key, key_length));
     if (!row || !(draft->transfer ? row->place.in_transfers : row->place.in_debits))
         return take_unknown(draft, pair.key);
     return row->take(draft, *row, pair);
