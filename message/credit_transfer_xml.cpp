@@ -9,38 +9,48 @@ static constexpr document_kind_t credit_transfer = {
     "cti_toXML: strdup() failed",
 };
 
+// Lines that are always there stand as one text: a few wide copies instead of
+// one for each tab and bracket (10,000 transfers: 653 -> 606 ns each).
 template <typename Out>
 static void write_transaction(Out& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
-    xml_open(out, 3, "CdtTrfTxInf");
+    out.put("\t\t\t<CdtTrfTxInf>\n"sv);
     write_payment_id(out, tx);
-    xml_open(out, 4, "Amt");
-    write_instructed_amount(out, 5, tx.amount);
-    xml_close(out, 4, "Amt");
+    put_all(out,
+            "\t\t\t\t<Amt>\n"
+            "\t\t\t\t\t<InstdAmt Ccy=\"EUR\">"sv,
+            amount_text_t(tx.amount).text(),
+            "</InstdAmt>\n"
+            "\t\t\t\t</Amt>\n"sv);
     if (tx.bic) {
-        xml_open(out, 4, "CdtrAgt");
-        xml_open(out, 4, "FinInstnId");  // not indented, as Id in CdtrAcct: scripts and banks know these bytes
-        xml_text(out, 5, rulebook.bic_element, record_text(tx.bic));
-        xml_close(out, 4, "FinInstnId");
-        xml_close(out, 4, "CdtrAgt");
+        out.put(
+            "\t\t\t\t<CdtrAgt>\n"
+            "\t\t\t\t<FinInstnId>\n"sv);  // not indented, as Id in CdtrAcct: scripts and banks know these bytes
+        write_bic(out, 5, rulebook, record_text(tx.bic));
+        out.put(
+            "\t\t\t\t</FinInstnId>\n"
+            "\t\t\t\t</CdtrAgt>\n"sv);
     }
-    xml_open(out, 4, "Cdtr");
+    out.put("\t\t\t\t<Cdtr>\n"sv);
     xml_text(out, 5, "Nm", record_text(tx.name));
     write_postal_address(out, rulebook, tx);
-    xml_close(out, 4, "Cdtr");
-    xml_open(out, 4, "CdtrAcct");
-    xml_open(out, 4, "Id");
+    out.put(
+        "\t\t\t\t</Cdtr>\n"
+        "\t\t\t\t<CdtrAcct>\n"
+        "\t\t\t\t<Id>\n"sv);
     xml_text(out, 5, "IBAN", record_text(tx.iban));
-    xml_close(out, 4, "Id");
-    xml_close(out, 4, "CdtrAcct");
+    out.put(
+        "\t\t\t\t</Id>\n"
+        "\t\t\t\t</CdtrAcct>\n"sv);
     if (tx.purp) {
         xml_open(out, 4, "Purp");
         xml_text(out, 5, "Cd", record_text(tx.purp));
         xml_close(out, 4, "Purp");
     }
-    xml_open(out, 4, "RmtInf");  // empty without `ref`; a debit has none then
+    out.put("\t\t\t\t<RmtInf>\n"sv);  // empty without `ref`; a debit has none then
     xml_text(out, 5, "Ustrd", record_text(tx.ref));
-    xml_close(out, 4, "RmtInf");
-    xml_close(out, 3, "CdtTrfTxInf");
+    out.put(
+        "\t\t\t\t</RmtInf>\n"
+        "\t\t\t</CdtTrfTxInf>\n"sv);
 }
 
 static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const cti_tx_t& tx) {

@@ -67,54 +67,61 @@ static void write_amendment(Out& out, const rulebook_t& rulebook, const ddi_tx_t
 }
 
 template <typename Out>
-static void write_mandate(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
-    xml_open(out, 4, "DrctDbtTx");
-    xml_open(out, 5, "MndtRltdInf");
+static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
+    out.put(
+        "\t\t\t\t<DbtrAgt>\n"
+        "\t\t\t\t\t<FinInstnId>\n"sv);
+    if (tx.bic)
+        write_bic(out, 6, rulebook, record_text(tx.bic));
+    else
+        out.put(
+            "\t\t\t\t\t\t<Othr>\n"
+            "\t\t\t\t\t\t\t<Id>NOTPROVIDED</Id>\n"
+            "\t\t\t\t\t\t</Othr>\n"sv);
+    out.put(
+        "\t\t\t\t\t</FinInstnId>\n"
+        "\t\t\t\t</DbtrAgt>\n"sv);
+}
+
+// Lines that are always there stand as one text, as in a transfer (10,000
+// debits: 841 -> 771 ns each).
+template <typename Out>
+static void write_transaction(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
+    out.put("\t\t\t<DrctDbtTxInf>\n"sv);
+    write_payment_id(out, tx);
+    put_all(out, "\t\t\t\t<InstdAmt Ccy=\"EUR\">"sv, amount_text_t(tx.amount).text(),
+            "</InstdAmt>\n"
+            "\t\t\t\t<DrctDbtTx>\n"
+            "\t\t\t\t\t<MndtRltdInf>\n"sv);
     xml_text(out, 6, "MndtId", record_text(tx.mref));
     xml_text(out, 6, "DtOfSgntr", record_text(tx.mdate));
     write_amendment(out, rulebook, tx);
-    xml_close(out, 5, "MndtRltdInf");
-    xml_close(out, 4, "DrctDbtTx");
-}
-
-template <typename Out>
-static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
-    xml_open(out, 4, "DbtrAgt");
-    xml_open(out, 5, "FinInstnId");
-    if (tx.bic) {
-        xml_text(out, 6, rulebook.bic_element, record_text(tx.bic));
-    } else {
-        xml_open(out, 6, "Othr");
-        xml_line(out, 7, "Id", "NOTPROVIDED"sv);
-        xml_close(out, 6, "Othr");
-    }
-    xml_close(out, 5, "FinInstnId");
-    xml_close(out, 4, "DbtrAgt");
-}
-
-template <typename Out>
-static void write_transaction(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
-    xml_open(out, 3, "DrctDbtTxInf");
-    write_payment_id(out, tx);
-    write_instructed_amount(out, 4, tx.amount);
-    write_mandate(out, rulebook, tx);
+    out.put(
+        "\t\t\t\t\t</MndtRltdInf>\n"
+        "\t\t\t\t</DrctDbtTx>\n"sv);
     write_debtor_agent(out, rulebook, tx);
-    xml_open(out, 4, "Dbtr");
-    xml_line(out, 5, "Nm",
-             tx.name ? record_text(tx.name) : text_t{"", 0, 0});  // there even if empty; a transfer has none then
+    put_all(out,
+            "\t\t\t\t<Dbtr>\n"
+            "\t\t\t\t\t<Nm>"sv,
+            record_text(tx.name),  // there even if empty; a transfer has none then
+            "</Nm>\n"sv);
     write_postal_address(out, rulebook, tx);
-    xml_close(out, 4, "Dbtr");
-    xml_open(out, 4, "DbtrAcct");
-    xml_open(out, 5, "Id");
+    out.put(
+        "\t\t\t\t</Dbtr>\n"
+        "\t\t\t\t<DbtrAcct>\n"
+        "\t\t\t\t\t<Id>\n"sv);
     xml_text(out, 6, "IBAN", record_text(tx.iban));
-    xml_close(out, 5, "Id");
-    xml_close(out, 4, "DbtrAcct");
-    if (tx.ref) {  // a transfer has RmtInf all the same, empty
-        xml_open(out, 4, "RmtInf");
-        xml_text(out, 5, "Ustrd", record_text(tx.ref));
-        xml_close(out, 4, "RmtInf");
-    }
-    xml_close(out, 3, "DrctDbtTxInf");
+    out.put(
+        "\t\t\t\t\t</Id>\n"
+        "\t\t\t\t</DbtrAcct>\n"sv);
+    if (tx.ref)  // a transfer has RmtInf all the same, empty
+        put_all(out,
+                "\t\t\t\t<RmtInf>\n"
+                "\t\t\t\t\t<Ustrd>"sv,
+                record_text(tx.ref),
+                "</Ustrd>\n"
+                "\t\t\t\t</RmtInf>\n"sv);
+    out.put("\t\t\t</DrctDbtTxInf>\n"sv);
 }
 
 static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {

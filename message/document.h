@@ -14,6 +14,11 @@ namespace sepa_internal {
 
 using namespace std::literals::string_view_literals;
 
+// Lets the processor fetch a block that will be read soon.
+inline void prefetch(const void* block, size_t size) {
+    for (size_t at = 0; at < size; at += 64) __builtin_prefetch(static_cast<const char*>(block) + at);
+}
+
 // The names by which the two kinds of document differ in shared pieces.
 struct document_kind_t {
     const char* rulebook_t::*schema;
@@ -67,10 +72,19 @@ int prepare_document(document_t* document);
 template <typename Record, typename Write>
 void write_transactions(xml_counter_t&, const document_t&, const payment_block_t&, Write) {}
 
+// Those of one block lie apart from each other in memory, and no processor
+// foresees where; so it is told (100,000 transfers: 676 -> 643 ns each).
+constexpr size_t usual_texts = 160;  // bytes after a record
 template <typename Record, typename Write>
-void write_transactions(xml_cursor_t& out, const document_t& document, const payment_block_t& block, Write write) {
-    for (const block_entry_t* entry = block.first; entry; entry = entry->next)
-        write(out, document.rulebook, *static_cast<const Record*>(entry->record));
+[[gnu::flatten]] void write_transactions(xml_cursor_t& out, const document_t& document, const payment_block_t& block,
+                                         Write write) {
+    xml_cursor_t cursor = out;  // which no other function knows: it stays in a register
+    for (const block_entry_t* entry = block.first; entry; entry = entry->next) {
+        const block_entry_t* ahead = entry->next ? entry->next->next : nullptr;
+        if (ahead) prefetch(ahead->record, sizeof(Record) + usual_texts);
+        write(cursor, document.rulebook, *static_cast<const Record*>(entry->record));
+    }
+    out = cursor;
 }
 
 // Measures what `write` writes, takes the room and writes it; ends the document.
@@ -160,6 +174,14 @@ void write_date(Out& out, std::string_view name, const payment_block_t& block) {
     xml_line(out, 3, name, measured(block.date, date_length));
 }
 
+template <typename Out, typename Text>
+void write_bic(Out& out, unsigned tabs, const rulebook_t& rulebook, const Text& bic) {
+    if (rulebook.bic_element == BICFI)
+        xml_text(out, tabs, "BICFI", bic);
+    else
+        xml_text(out, tabs, "BIC", bic);
+}
+
 // The elements of the message's own party: "Dbtr" or "Cdtr" and those after it.
 struct own_party_names_t {
     std::string_view party, account, agent;
@@ -179,7 +201,7 @@ void write_own_party(Out& out, const document_t& document, const own_party_names
     xml_close(out, 3, names.account);
     xml_open(out, 3, names.agent);
     xml_open(out, 4, "FinInstnId");
-    xml_text(out, 5, document.rulebook.bic_element, measured(handle->bic));
+    write_bic(out, 5, document.rulebook, measured(handle->bic));
     xml_close(out, 4, "FinInstnId");
     xml_close(out, 3, names.agent);
     xml_line(out, 3, "ChrgBr", "SLEV"sv);
@@ -225,15 +247,16 @@ void write_postal_address(Out& out, const rulebook_t& rulebook, const sepa_party
 // `EndToEndId` of a transaction, in its PmtId.
 template <typename Out>
 void write_payment_id(Out& out, const sepa_party_t& party) {
-    xml_open(out, 4, "PmtId");
-    xml_line(out, 5, "EndToEndId", party.id ? record_text(party.id) : text_t{"NOTPROVIDED", 11, 0});
-    xml_close(out, 4, "PmtId");
-}
-
-// A transaction's amount with its currency.
-template <typename Out>
-void write_instructed_amount(Out& out, unsigned tabs, double euro) {
-    put_all(out, tabs_of(tabs), "<InstdAmt Ccy=\"EUR\">"sv, amount_text_t(euro).text(), "</InstdAmt>\n"sv);
+    out.put(
+        "\t\t\t\t<PmtId>\n"
+        "\t\t\t\t\t<EndToEndId>"sv);
+    if (party.id)
+        out.put(record_text(party.id));
+    else
+        out.put("NOTPROVIDED"sv);
+    out.put(
+        "</EndToEndId>\n"
+        "\t\t\t\t</PmtId>\n"sv);
 }
 
 }  // namespace sepa_internal

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "message/wipe.h"
+#include "platform/record_arena.h"
 
 namespace sepa_internal {
 
@@ -50,13 +51,18 @@ inline char* put_record_text(char* at, const text_t& text) {
     return bytes;
 }
 
+// A text in the memory of records, of which more may be read than there is: the
+// arena has so many bytes after each of its blocks.
+struct record_text_t : text_t {};
+constexpr size_t record_text_step = arena_margin;
+
 // The text of a record, or null.
-inline text_t record_text(const char* bytes) {
+inline record_text_t record_text(const char* bytes) {
     if (!bytes) return {};
     const char* head = bytes - record_text_head;
     uint16_t added;
     memcpy(&added, head + 1, sizeof added);
-    return {bytes, static_cast<unsigned char>(head[0]), added};
+    return {{bytes, static_cast<unsigned char>(head[0]), added}};
 }
 
 // Overwrites a record's text; null is accepted.

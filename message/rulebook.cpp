@@ -27,19 +27,19 @@ constexpr int never = INT_MAX, always = INT_MIN;
 // clang-format off
 constexpr rulebook_t rulebooks[] = {
     // id             name      transfer           debit              file   chars  BIC    address mref   COR1     non-EEA SMNDA   element  from
-    {RULEBOOK_DE_2_6, "DE-2.6", "pain.001.002.03", "pain.008.002.02", true,  fewer, true,  lines, strict, written, none,  agent,   "BIC",   never},
-    {RULEBOOK_DE_2_7, "DE-2.7", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   "BIC",   never},
-    {RULEBOOK_AT_6,   "AT-6",   "pain.001.001.03", "pain.008.001.02", false, more,  false, lines, strict, taken,   none,  agent,   "BIC",   never},
-    {RULEBOOK_NL_6,   "NL-6",   "pain.001.001.03", "pain.008.001.02", false, usual, false, lines, strict, taken,   none,  agent,   "BIC",   never},
-    {RULEBOOK_DE_2_8, "DE-2.8", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   "BIC",   never},
-    {RULEBOOK_DE_2_9, "DE-2.9", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   "BIC",   never},
-    {RULEBOOK_DE_3_0, "DE-3.0", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, none,  account, "BIC",   never},
-    {RULEBOOK_DE_3_1, "DE-3.1", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, "BIC",   never},
-    {RULEBOOK_DE_3_5, "DE-3.5", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, "BIC",   always},
-    {RULEBOOK_DE_3_7, "DE-3.7", "pain.001.001.09", "pain.008.001.08", true,  usual, false, parts, blanks, refused, town,  account, "BICFI", 20240417},
+    {RULEBOOK_DE_2_6, "DE-2.6", "pain.001.002.03", "pain.008.002.02", true,  fewer, true,  lines, strict, written, none,  agent,   BIC,     never},
+    {RULEBOOK_DE_2_7, "DE-2.7", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
+    {RULEBOOK_AT_6,   "AT-6",   "pain.001.001.03", "pain.008.001.02", false, more,  false, lines, strict, taken,   none,  agent,   BIC,     never},
+    {RULEBOOK_NL_6,   "NL-6",   "pain.001.001.03", "pain.008.001.02", false, usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
+    {RULEBOOK_DE_2_8, "DE-2.8", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
+    {RULEBOOK_DE_2_9, "DE-2.9", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
+    {RULEBOOK_DE_3_0, "DE-3.0", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, none,  account, BIC,     never},
+    {RULEBOOK_DE_3_1, "DE-3.1", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, BIC,     never},
+    {RULEBOOK_DE_3_5, "DE-3.5", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, BIC,     always},
+    {RULEBOOK_DE_3_7, "DE-3.7", "pain.001.001.09", "pain.008.001.08", true,  usual, false, parts, blanks, refused, town,  account, BICFI,   20240417},
 };
 constexpr rulebook_t no_rulebook =
-    {RULEBOOK_NONE,   "",       nullptr,           nullptr,           false, usual, false, lines, strict, written, none,  agent,   "BIC",   never};
+    {RULEBOOK_NONE,   "",       nullptr,           nullptr,           false, usual, false, lines, strict, written, none,  agent,   BIC,     never};
 // clang-format on
 
 static_assert(std::size(rulebooks) == RULEBOOK_COUNT);

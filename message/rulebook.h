@@ -29,6 +29,9 @@ struct smnda_place_t {
     const char *outer, *inner;
 };
 
+// The element that holds a bank's BIC.
+enum bic_element_t : uint8_t { BIC, BICFI };
+
 struct rulebook_t {
     int id;                       // a sepa_rulebook
     const char* name;             // what sepa_init takes
@@ -42,7 +45,7 @@ struct rulebook_t {
     cor1_t cor1;
     address_need_t need_outside_eea;
     smnda_place_t smnda;
-    const char* bic_element;
+    bic_element_t bic_element;
     int in_force_from;  // yyyymmdd; a process that selects none gets the latest
 };
 

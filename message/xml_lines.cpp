@@ -4,15 +4,17 @@
 
 namespace sepa_internal {
 
-void xml_cursor_t::put_escaped(const text_t& text) {
+char* xml_cursor_t::put_escaped(char* at, const char* text, size_t length) {
+    xml_cursor_t out = {at};
     size_t done = 0;
-    each_special(text.bytes, text.length, [&](size_t i) {
-        if (!is_escaped(text.bytes[i])) return true;
-        put_all(*this, std::string_view(text.bytes + done, i - done), entity(text.bytes[i]));
+    each_special(text, length, [&](size_t i) {
+        if (!is_escaped(text[i])) return true;
+        put_all(out, std::string_view(text + done, i - done), entity(text[i]));
         done = i + 1;
         return true;
     });
-    put(std::string_view(text.bytes + done, text.length - done));
+    out.put(std::string_view(text + done, length - done));
+    return out.at;
 }
 
 }  // namespace sepa_internal

@@ -34,13 +34,23 @@ struct xml_cursor_t {
     }
     SEPA_INLINE void put(const text_t& text) {
         if (text.added)
-            put_escaped(text);
+            at = put_escaped(at, text.bytes, text.length);
         else
             put(std::string_view(text.bytes, text.length));
     }
+    // By whole steps, without a call: what is written too much is written over by
+    // the lines that follow every text, which are longer than a step.
+    SEPA_INLINE void put(const record_text_t& text) {
+        if (text.added) {
+            at = put_escaped(at, text.bytes, text.length);
+            return;
+        }
+        for (size_t i = 0; i < text.length; i += record_text_step) memcpy(at + i, text.bytes + i, record_text_step);
+        at += text.length;
+    }
 
 private:
-    void put_escaped(const text_t& text);
+    static char* put_escaped(char* at, const char* text, size_t length);
 };
 
 template <typename Out, typename... Parts>
@@ -70,8 +80,8 @@ SEPA_INLINE void xml_line(Out& out, unsigned tabs, std::string_view name, const 
 }
 
 // The same for a text that may be null: no line at all then.
-template <typename Out>
-SEPA_INLINE void xml_text(Out& out, unsigned tabs, std::string_view name, const text_t& text) {
+template <typename Out, typename Text>
+SEPA_INLINE void xml_text(Out& out, unsigned tabs, std::string_view name, const Text& text) {
     if (text.bytes) xml_line(out, tabs, name, text);
 }
 

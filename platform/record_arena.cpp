@@ -23,14 +23,14 @@ static size_t next_size(const record_arena_t* arena, size_t needed) {
 }
 
 static bool add_piece(record_arena_t* arena, size_t needed) {
-    size_t size = next_size(arena, needed + sizeof(arena_piece_t));
+    size_t size = next_size(arena, sizeof(arena_piece_t) + needed + arena_margin);
     auto piece = static_cast<arena_piece_t*>(allocate_large(size));
     if (!piece) return false;
     prepare_pages(piece, size);
     *piece = {arena->latest, size};
     arena->latest = piece;
     arena->at = reinterpret_cast<char*>(piece + 1);
-    arena->end = reinterpret_cast<char*>(piece) + size;
+    arena->end = reinterpret_cast<char*>(piece) + size - arena_margin;
     return true;
 }
 

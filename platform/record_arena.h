@@ -21,6 +21,9 @@ struct record_arena_t {
     char* end;
 };
 
+// Bytes after each block that can be read, whatever is in them.
+constexpr size_t arena_margin = 16;
+
 // A block of `size` bytes for a record, aligned for any member and not
 // zeroed. Null without memory. It belongs to the arena.
 void* arena_take(record_arena_t* arena, size_t size);
