@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "message/wipe.h"
+#include "platform/pages.h"
 
 namespace sepa_internal {
 
@@ -53,7 +54,8 @@ bool payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
     *blocks = {};
     if (!handle->tx_count) return true;
     size_t size = handle->tx_count * sizeof(block_entry_t);
-    blocks->entries = static_cast<block_entry_t*>(malloc(size));
+    blocks->entries = static_cast<block_entry_t*>(allocate_large(size));
+    if (blocks->entries) prepare_pages(blocks->entries, size);
     blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
     return blocks->entries && blocks->blocks;
 }

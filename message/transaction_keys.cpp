@@ -214,7 +214,7 @@ static_assert(std::size(key_rows) <= max_key_rows);
 
 // A place for each key by its length and two of its letters, in one case. The
 // multipliers are the first that give no two keys the same.
-constexpr size_t places = 128;
+constexpr size_t place_count = 128;
 constexpr size_t min_key_length = 2, max_key_length = 11;
 struct multipliers_t {
     size_t middle, last;
@@ -222,29 +222,38 @@ struct multipliers_t {
 
 static constexpr size_t place_of(const char* key, size_t length, multipliers_t by) {
     auto letter = [key](size_t i) { return static_cast<size_t>(static_cast<unsigned char>(key[i]) | 0x20); };
-    return (letter(length / 2) * by.middle + letter(length - 1) * by.last + length) % places;
+    return (letter(length / 2) * by.middle + letter(length - 1) * by.last + length) % place_count;
 }
+
+// The key at a place, beside its row: all that a search reads is in one line of
+// the cache.
+struct alignas(16) place_t {
+    char key[max_key_length + 1];
+    uint8_t length;  // 0: no key has this place
+    uint8_t row;
+};
 
 struct key_index_t {
     multipliers_t multipliers;
-    int8_t row[places];
+    place_t places[place_count];
     bool good;
 };
 static constexpr key_index_t make_index(multipliers_t by) {
     key_index_t index = {by, {}, true};
-    for (int8_t& row : index.row) row = -1;
     for (size_t i = 0; i < std::size(key_rows) && index.good; ++i) {
         std::string_view key = key_rows[i].key;
         if (key.size() < min_key_length || key.size() > max_key_length) return {};
-        int8_t& row = index.row[place_of(key.data(), key.size(), by)];
-        index.good = row < 0;
-        row = static_cast<int8_t>(i);
+        place_t& place = index.places[place_of(key.data(), key.size(), by)];
+        index.good = place.length == 0;
+        for (size_t at = 0; at < key.size(); ++at) place.key[at] = key[at];
+        place.length = static_cast<uint8_t>(key.size());
+        place.row = static_cast<uint8_t>(i);
     }
     return index;
 }
 static constexpr key_index_t find_index() {
-    for (size_t middle = 1; middle < places; ++middle)
-        for (size_t last = 1; last < places; ++last)
+    for (size_t middle = 1; middle < place_count; ++middle)
+        for (size_t last = 1; last < place_count; ++last)
             if (key_index_t index = make_index({middle, last}); index.good) return index;
     return {};
 }
@@ -270,10 +279,9 @@ static bool same_bytes(const char* a, const char* b, size_t length) {
 // The row of a key in any case, or null.
 static const key_row_t* find_row(const char* key, size_t length) {
     if (length < min_key_length || length > max_key_length) return nullptr;
-    int row = key_index.row[place_of(key, length, key_index.multipliers)];
-    if (row < 0 || key_rows[row].key.size() != length) return nullptr;
-    const char* name = key_rows[row].key.data();
-    return same_bytes(key, name, length) || same_text(key, name) ? &key_rows[row] : nullptr;
+    const place_t& place = key_index.places[place_of(key, length, key_index.multipliers)];
+    if (place.length != length) return nullptr;
+    return same_bytes(key, place.key, length) || same_text(key, place.key) ? &key_rows[place.row] : nullptr;
 }
 
 int take_key(draft_t* draft, const kv_pair_t& pair, size_t key_length) {
