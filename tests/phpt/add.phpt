@@ -56,7 +56,7 @@ restore_error_handler();
 
 echo "-- direct debits know every key\n";
 $debit = direct_debit();
-foreach ([['x'], [-12345678901 => 'x'], ['foo' => 1], ['smnda' => 2], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
+foreach ([['x'], [-12345678901 => 'x'], ["foo\0bar" => 1], ["smnda\0r" => 2], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
     echo outcome(function () use ($debit, $tx) { return $debit->add($tx + payment()); }), "\n";
 }
 echo outcome(function () use ($debit) { return $debit->add(); }), "\n";

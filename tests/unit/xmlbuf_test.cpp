@@ -58,4 +58,18 @@ TEST_F(Xmlbuf, AppendsInARow) {
     EXPECT_EQ(buffer.used, std::string(buffer.text).size() + 1);
 }
 
+// Markup at every place of texts of every length, the search for which takes
+// several bytes at a time.
+TEST_F(Xmlbuf, Escapes) {
+    const std::string entities[] = {"&lt;", "&gt;", "&amp;", "\xC3", "*", "x"};
+    for (size_t length = 1; length < 50; ++length)
+        for (size_t at = 0; at < length; ++at)
+            for (size_t i = 0; i < 6; ++i) {
+                std::string before(at, 'a'), after(length - at - 1, 'z');
+                fill(1);
+                ASSERT_EQ(xmlbuf_append_escaped(&buffer, (before + "<>&\xC3*x"[i] + after).c_str()), 1);
+                ASSERT_EQ(buffer.text, before + entities[i] + after);
+            }
+}
+
 }  // namespace
