@@ -59,7 +59,7 @@ static int method_C0(const char* form, const char* bank_code) {
     return method_20(form);
 }
 
-int sepa_internal::check_form(const char* form, const char* bank_code, uint8_t method) {
+[[gnu::hot]] int sepa_internal::check_form(const char* form, const char* bank_code, uint8_t method) {
     if (method_fn check = method_table[method]) return check(form);
     switch (method) {
         case 0x52: return method_52(form, bank_code);

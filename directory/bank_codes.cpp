@@ -5,7 +5,7 @@
 
 namespace sepa_internal {
 
-const bank_code_t* find_bank_code(const char* digits) {
+[[gnu::hot]] const bank_code_t* find_bank_code(const char* digits) {
     uint64_t word = load_word(digits);
     if (!word_is_digits(word)) return nullptr;
     uint32_t code = word_value(word);

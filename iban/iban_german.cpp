@@ -18,7 +18,7 @@ static constexpr uint64_t bank_code_weight = remainder_of_power(10 + 4 + 2);
 static constexpr uint64_t account_weight = remainder_of_power(4 + 2);
 static constexpr uint64_t letters = 1314 * 100;
 
-int german_remainder(const char* iban) {
+[[gnu::hot]] int german_remainder(const char* iban) {
     const char* bank_code = iban + head_length;
     const char* form = bank_code + bank_code_length;
     if (!is_digit(iban[2]) || !is_digit(iban[3]) || !is_bank_code(bank_code) || !is_account_form(form)) return -1;
@@ -27,7 +27,7 @@ int german_remainder(const char* iban) {
     return static_cast<int>(sum % 97);
 }
 
-const char* iban_german_fault(const char* iban) {
+[[gnu::hot]] const char* iban_german_fault(const char* iban) {
     const char* digits = iban + head_length;
     const bank_code_t* bank = find_bank_code(digits);
     if (!bank) return "Invalid bank ID (BLZ) in IBAN";

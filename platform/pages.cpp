@@ -16,7 +16,7 @@ static constexpr size_t least_to_prepare = 4 * page;
 #define MADV_POPULATE_WRITE 23  // Linux 5.14; an older one refuses it
 #endif
 
-static void advise(uintptr_t from, uintptr_t to, size_t alignment, int advice) {
+[[maybe_unused]] static void advise(uintptr_t from, uintptr_t to, size_t alignment, int advice) {
     from = (from + alignment - 1) / alignment * alignment;
     to = to / alignment * alignment;
     if (from < to) madvise(reinterpret_cast<void*>(from), to - from, advice);
