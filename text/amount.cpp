@@ -97,5 +97,7 @@ sepa_internal::amount_text_t::amount_text_t(double euro) {
 
 void sepa_format_amount(char* out, double value) {
     amount_text_t amount(value);
-    out[amount.text().copy(out, amount.text().size())] = '\0';
+    std::string_view text = amount.text();
+    memcpy(out, text.data(), text.size());
+    out[text.size()] = '\0';
 }
