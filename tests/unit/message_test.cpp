@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <set>
 #include <tuple>
 
 #include "tests/unit/fixed_clock.h"
@@ -175,6 +176,24 @@ TEST_P(Add, EachKey) {
             }
         }
     }
+}
+
+// With another letter at any place a key is another one.
+TEST(Keys, NearMisses) {
+    use_rulebook("DE-3.7");
+    std::set<std::string> keys = {"amount", "seq", "smnda"};
+    for (const auto& row : rows_of("keys.txt"))
+        if (row[0].find('d') != std::string::npos && row[4].find("property") == std::string::npos) keys.insert(row[2]);
+    message_t message = new_message(SEPA_MSGTYPE_DDI);
+    for (const std::string& key : keys)
+        for (size_t at = 0; at < key.size(); ++at)
+            for (char letter = 'a'; letter <= 'z'; ++letter) {
+                std::string near = key;
+                near[at] = letter;
+                if (strcasecmp(near.c_str(), key.c_str()) == 0) continue;
+                ASSERT_EQ(add(message, {{near.c_str(), "1"}}), 0) << near;
+                ASSERT_STREQ(message->last_error, ("Invalid transaction property '" + near + "'").c_str()) << key;
+            }
 }
 
 std::string euro(unsigned cents) {
