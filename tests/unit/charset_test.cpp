@@ -49,8 +49,8 @@ TEST(Charset, EveryRule) {
         for (const char* around : {"\xE2\x82", "\xE2", "\xC3", "\xC3\xA4", "A"})
             for (const char* after : {"\xAC", "\x82\xAC", "\xC3", "z"}) texts.push_back(around + byte + after);
         texts.push_back("\xE2\x82" + byte);
-        for (size_t size : {4, 6, 12, 33})  // 16 bytes are tested at a time, or two halves
-            for (size_t at : {0, 1, 4, 8, 12, 14, 15, 16, 31, 33})
+        for (size_t size : {4U, 6U, 12U, 33U})  // 16 bytes are tested at a time, or two halves
+            for (size_t at : {0U, 1U, 4U, 8U, 12U, 14U, 15U, 16U, 31U, 33U})
                 if (at <= size) texts.push_back(std::string(at, 'a') + byte + "\xA4 z" + std::string(size - at, '9'));
     }
     for (int rulebook = 0; rulebook < RULEBOOK_COUNT; ++rulebook)

@@ -207,7 +207,7 @@ std::string euro(unsigned cents) {
 TEST_P(Add, BlocksOfFewAndManyDates) {
     bool debit = GetParam() == SEPA_MSGTYPE_DDI;
     use_rulebook("DE-3.7");
-    for (unsigned dates : {1, 2, 5, 8, 9, 31, 32, 33, 100}) {
+    for (unsigned dates : {1U, 2U, 5U, 8U, 9U, 31U, 32U, 33U, 100U}) {
         message_t message = ready_message(GetParam());
         EXPECT_EQ(sepa_setDate(message.get(), "2024-06-00"), 1);
         struct block_t {
