@@ -11,8 +11,7 @@ static constexpr document_kind_t credit_transfer = {
 
 // Lines that are always there stand as one text: a few wide copies instead of
 // one for each tab and bracket (10,000 transfers: 653 -> 606 ns each).
-template <typename Out>
-static void write_transaction(Out& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
+static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
     out.put("\t\t\t<CdtTrfTxInf>\n"sv);
     write_payment_id(out, tx);
     put_all(out,
@@ -51,10 +50,6 @@ static void write_transaction(Out& out, const rulebook_t& rulebook, const cti_tx
     out.put(
         "\t\t\t\t</RmtInf>\n"
         "\t\t\t</CdtTrfTxInf>\n"sv);
-}
-
-static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const cti_tx_t& tx) {
-    write_transaction(out, rulebook, tx);
 };
 
 template <typename Out>
@@ -63,7 +58,7 @@ static void write_block(Out& out, const document_t& document, const payment_bloc
     xml_close(out, 3, "PmtTpInf");
     write_date(out, "ReqdExctnDt", block);
     write_own_party(out, document, {"Dbtr", "DbtrAcct", "DbtrAgt"});
-    write_transactions<cti_tx_t>(out, document, block, write_each);
+    write_transactions<cti_tx_t>(out, document, block, write_transaction);
     xml_close(out, 2, "PmtInf");
 }
 
@@ -77,7 +72,7 @@ static void write_all(Out& out, const document_t& document) {
 int sepa_internal::write_credit_transfer(sepa_t* handle, std::string_view head, const sepa_room_t& room) {
     document_t document = {handle, credit_transfer, rulebook_in_force(), clock_now(), head, {}, {}};
     auto check = [](const cti_tx_t&) -> const char* { return nullptr; };
-    if (!gather_transactions<cti_tx_t>(&document, check, write_each) || !prepare_document(&document)) return 0;
+    if (!gather_transactions<cti_tx_t>(&document, check, write_transaction) || !prepare_document(&document)) return 0;
     return write_out(&document, room, [](auto& out, const document_t& ready) { write_all(out, ready); });
 }
 

@@ -85,8 +85,7 @@ static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_t
 
 // Lines that are always there stand as one text, as in a transfer (10,000
 // debits: 841 -> 771 ns each).
-template <typename Out>
-static void write_transaction(Out& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
+static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
     out.put("\t\t\t<DrctDbtTxInf>\n"sv);
     write_payment_id(out, tx);
     put_all(out, "\t\t\t\t<InstdAmt Ccy=\"EUR\">"sv, amount_text_t(tx.amount).text(),
@@ -122,10 +121,6 @@ static void write_transaction(Out& out, const rulebook_t& rulebook, const ddi_tx
                 "</Ustrd>\n"
                 "\t\t\t\t</RmtInf>\n"sv);
     out.put("\t\t\t</DrctDbtTxInf>\n"sv);
-}
-
-static constexpr auto write_each = [](auto& out, const rulebook_t& rulebook, const ddi_tx_t& tx) {
-    write_transaction(out, rulebook, tx);
 };
 
 template <typename Out>
@@ -156,7 +151,7 @@ static void write_block(Out& out, const document_t& document, const payment_bloc
     write_date(out, "ReqdColltnDt", block);
     write_own_party(out, document, {"Cdtr", "CdtrAcct", "CdtrAgt"});
     write_creditor_scheme_id(out, document);
-    write_transactions<ddi_tx_t>(out, document, block, write_each);
+    write_transactions<ddi_tx_t>(out, document, block, write_transaction);
     xml_close(out, 2, "PmtInf");
 }
 
@@ -173,7 +168,8 @@ int sepa_internal::write_direct_debit(sepa_t* handle, std::string_view head, con
     if (!check_complete(handle)) return 0;
     const char* instrument = local_instrument(handle->dd_type, document.rulebook);
     if (!instrument) return fail(handle, unknown_instrument);
-    if (!gather_transactions<ddi_tx_t>(&document, missing_of_mandate, write_each) || !prepare_document(&document))
+    if (!gather_transactions<ddi_tx_t>(&document, missing_of_mandate, write_transaction) ||
+        !prepare_document(&document))
         return 0;
     return write_out(&document, room,
                      [instrument](auto& out, const document_t& ready) { write_all(out, ready, instrument); });

@@ -56,10 +56,17 @@ static int ensure_message_id(document_t* document) {
     return handle->msgid ? 1 : fail(handle, document->kind.no_msgid_memory);
 }
 
+static int check_schema(const document_t& document) {
+    if (document.rulebook.*document.kind.schema) return 1;
+    return fail(document.handle, "unknown/unsupported SEPA rulebook selected");
+}
+
+static int check_blocks(const document_t& document) {
+    return document.blocks.no_memory ? fail(document.handle, SEPA_OUT_OF_MEMORY) : 1;
+}
+
 int prepare_document(document_t* document) {
-    if (ensure_message_id(document) && (document->rulebook.*document->kind.schema ||
-                                        fail(document->handle, "unknown/unsupported SEPA rulebook selected")))
-        return 1;
+    if (ensure_message_id(document) && check_schema(*document) && check_blocks(*document)) return 1;
     payment_blocks_free(&document->blocks);
     return 0;
 }

@@ -50,18 +50,18 @@ static payment_block_t* find_block(payment_blocks_t* blocks, const transaction_t
     return add_block(blocks, at, tx);
 }
 
-bool payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
+void payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
     *blocks = {};
-    if (!handle->tx_count) return true;
+    if (!handle->tx_count) return;
     size_t size = handle->tx_count * sizeof(block_entry_t);
     blocks->entries = static_cast<block_entry_t*>(allocate_large(size));
-    if (blocks->entries) prepare_pages(blocks->entries, size);
     blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
-    return blocks->entries && blocks->blocks;
+    blocks->no_memory = !blocks->entries || !blocks->blocks;
+    if (blocks->entries) prepare_pages(blocks->entries, size);
 }
 
 void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& tx) {
-    if (blocks->too_many) return;
+    if (blocks->no_memory || blocks->too_many) return;
     payment_block_t* block = find_block(blocks, tx);
     if (block)
         append(block, tx, &blocks->entries[blocks->entry_count++]);
@@ -113,18 +113,18 @@ static void list_all(item_t* items, const sepa_t* handle) {
         items[index] = {transaction_of(handle, *tx), index};
 }
 
-bool payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle) {
-    if (!blocks->too_many) return true;
+void payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle) {
+    if (!blocks->too_many) return;
     size_t size = handle->tx_count * sizeof(item_t);
     auto items = static_cast<item_t*>(malloc(size));
-    if (!items) return false;
+    blocks->no_memory = !items;
+    if (!items) return;
     if (handle->msgtype == SEPA_MSGTYPE_DDI)
         list_all<ddi_tx_t>(items, handle);
     else
         list_all<cti_tx_t>(items, handle);
-    bool done = sort_and_cut(blocks, items, handle->tx_count);
+    blocks->no_memory = !sort_and_cut(blocks, items, handle->tx_count);
     wipe_block(items, size);
-    return done;
 }
 
 void payment_blocks_free(payment_blocks_t* blocks) {

@@ -43,17 +43,17 @@ struct payment_block_t {
 struct payment_blocks_t {
     payment_block_t* blocks;
     uint32_t count;
-    bool too_many;  // to be searched: they will be sorted
+    bool too_many;   // to be searched: they will be sorted
+    bool no_memory;  // for all of them; what is there then is only to be freed
     block_entry_t* entries;
     uint32_t entry_count;
 };
 
 // The blocks of a message are made by taking its transactions in the order of
-// adding. Start and end return false if memory ran out. Release with
-// payment_blocks_free, also after a failure.
-bool payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle);
+// adding. Release with payment_blocks_free, also without memory.
+void payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle);
 void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& transaction);
-bool payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle);
+void payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle);
 void payment_blocks_free(payment_blocks_t* blocks);
 
 }  // namespace sepa_internal

@@ -112,6 +112,24 @@ foreach (['credit_transfer' => 'payment', 'direct_debit' => 'collection'] as $me
         }
         return $fresh;
     }, function (SEPA $message) { return $message->toXML(); }, ['SEPAException 0: ', $no_memory]);
+
+    // Without any memory the reason is that of the first step: the date, then the message id.
+    $kind = $message === 'credit_transfer' ? 'cti' : 'ddi';
+    foreach (['malloc() failed' => null, "{$kind}_toXML: strdup() failed" => '2026-12-01'] as $reason => $date) {
+        $fresh = new SEPA($kind === 'cti' ? SEPA_MSGTYPE_CTI : SEPA_MSGTYPE_DDI);
+        foreach (array_diff_key($setters, ['setDate' => 0]) as $setter => [$value]) {
+            $fresh->$setter($value);
+        }
+        $date && $fresh->setDate($date);
+        $fresh->add($transaction());
+        putenv('FAIL_AT=1+');
+        $outcome = outcome(function () use ($fresh) { return $fresh->toXML(); });
+        putenv('FAIL_AT=0');
+        $good = $outcome === "SEPAException 0: $reason";
+        $good ? $passed++ : $failed++;
+        $good || fwrite(STDERR, "$message, toXML without memory: $outcome\n");
+        unset($fresh);
+    }
 }
 
 // A text form that constructs the object anew while the list is made. It throws
