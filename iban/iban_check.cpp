@@ -57,8 +57,6 @@ constexpr std::array<iban_country_t, IBAN_COUNTRY_COUNT + 1> iban_countries = {{
 }};
 // clang-format on
 
-static constexpr size_t head_length = 4;  // country code and check digits
-
 static constexpr auto make_shapes() {
     std::array<iban_shape_t, IBAN_COUNTRY_COUNT> shapes{};
     for (size_t i = 0; i < shapes.size(); ++i) shapes[i] = shape_of_pattern(iban_countries[i].pattern);
@@ -119,7 +117,7 @@ static bool rest_matches(size_t row, const char* iban) {
 static int remainder_of(size_t row, const char* iban) {
     if (!code_matches(row, iban)) return -1;
     if (shapes[row].only_digits) return mod97_of_digits(iban, shapes[row].length);
-    return rest_matches(row, iban) ? mod97(iban, head_length, shapes[row].length) : -1;
+    return rest_matches(row, iban) ? mod97(iban, MOD97_HEAD_LENGTH, shapes[row].length) : -1;
 }
 
 static const char* fault_of(const char* iban) {

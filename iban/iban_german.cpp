@@ -2,24 +2,17 @@
 
 #include "account/account_form.h"
 #include "directory/bank_codes.h"
+#include "text/mod97.h"
 
 namespace sepa_internal {
 
-static constexpr size_t head_length = 4;
-
-static constexpr uint64_t remainder_of_power(int exponent) {
-    uint64_t power = 1;
-    while (exponent--) power = power * 10 % 97;
-    return power;
-}
-
 // The number is bank code, account, the letters as 1314, and the check digits.
-static constexpr uint64_t bank_code_weight = remainder_of_power(10 + 4 + 2);
-static constexpr uint64_t account_weight = remainder_of_power(4 + 2);
+static constexpr uint64_t bank_code_weight = mod97_of_power(10 + 4 + 2);
+static constexpr uint64_t account_weight = mod97_of_power(4 + 2);
 static constexpr uint64_t letters = 1314 * 100;
 
 [[gnu::hot]] int german_remainder(const char* iban) {
-    const char* bank_code = iban + head_length;
+    const char* bank_code = iban + MOD97_HEAD_LENGTH;
     const char* form = bank_code + bank_code_length;
     if (!is_digit(iban[2]) || !is_digit(iban[3]) || !is_bank_code(bank_code) || !is_account_form(form)) return -1;
     uint64_t sum = word_value(load_word(bank_code)) * bank_code_weight + value(form) * account_weight + letters;
@@ -28,7 +21,7 @@ static constexpr uint64_t letters = 1314 * 100;
 }
 
 [[gnu::hot]] const char* iban_german_fault(const char* iban) {
-    const char* digits = iban + head_length;
+    const char* digits = iban + MOD97_HEAD_LENGTH;
     const bank_code_t* bank = find_bank_code(digits);
     if (!bank) return "Invalid bank ID (BLZ) in IBAN";
     // 0, no verdict, and 2, passed in a second reading, are good.

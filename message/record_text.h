@@ -37,6 +37,7 @@ inline text_t measured(const char* text) { return text ? measured(text, strlen(t
 
 // In memory: the length in one byte, what escaping adds in two, the bytes, a NUL.
 constexpr size_t record_text_head = 3;
+constexpr size_t max_record_text = UINT8_MAX;
 
 constexpr size_t record_text_size(const text_t& text) { return record_text_head + text.length + 1; }
 

@@ -212,6 +212,13 @@ static constexpr key_row_t key_rows[] = {
 
 static_assert(std::size(key_rows) <= max_key_rows);
 
+static constexpr bool texts_fit_their_heads() {
+    for (const key_row_t& row : key_rows)
+        if (row.max_bytes > max_record_text) return false;
+    return true;
+}
+static_assert(texts_fit_their_heads());
+
 // A place for each key by its length and two of its letters, in one case. The
 // multipliers are the first that give no two keys the same.
 constexpr size_t place_count = 128;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <type_traits>
 
 #include "statement/mt940.h"
@@ -117,20 +118,15 @@ constexpr field_row_t transaction_fields[] = {
 #undef SEPA_MEMBER
 
 // Keys, numbers and keywords stand in one row each, and keywords end in "+".
-constexpr bool same_text(const char* a, const char* b) {
-    for (; *a && *a == *b; ++a) ++b;
-    return *a == *b;
-}
-
 template <size_t Count>
 constexpr bool rows_differ(const field_row_t (&rows)[Count]) {
     for (size_t i = 0; i < Count; ++i) {
         const source_t& source = rows[i].source;
         if (*source.keyword && source.keyword[keyword_length - 1] != '+') return false;
         for (size_t other = 0; other < i; ++other) {
-            if (same_text(rows[other].key, rows[i].key)) return false;
+            if (std::string_view(rows[other].key) == rows[i].key) return false;
             if (source.subfield >= 0 && rows[other].source.subfield == source.subfield) return false;
-            if (*source.keyword && same_text(rows[other].source.keyword, source.keyword)) return false;
+            if (*source.keyword && std::string_view(rows[other].source.keyword) == source.keyword) return false;
         }
     }
     return true;

@@ -8,8 +8,6 @@
 
 namespace sepa_internal {
 
-static constexpr size_t head_length = 4;
-
 // A value below this takes two more decimal digits without leaving 64 bits,
 // so that most characters need no division.
 static constexpr uint64_t reduce_at = 100000000000000000;
@@ -29,20 +27,14 @@ int mod97(const char* text, size_t start, size_t length) {
     uint64_t value = 0;
     for (size_t i = start; i < length; ++i)
         if (!take(&value, text[i])) return -1;
-    for (size_t i = 0; i < head_length; ++i)
+    for (size_t i = 0; i < MOD97_HEAD_LENGTH; ++i)
         if (!take(&value, text[i])) return -1;
     return static_cast<int>(value % 97);
 }
 
-// Remainders of 10^k by 97, so that parts of a number can be weighed
-// independently of each other.
 static constexpr auto make_powers() {
     std::array<uint64_t, MOD97_MAX_LENGTH> powers{};
-    uint64_t power = 1;
-    for (uint64_t& p : powers) {
-        p = power;
-        power = power * 10 % 97;
-    }
+    for (size_t i = 0; i < powers.size(); ++i) powers[i] = mod97_of_power(i);
     return powers;
 }
 static constexpr auto powers = make_powers();
@@ -59,8 +51,8 @@ static uint64_t head_value(const char* text) {
 int mod97_of_digits(const char* text, size_t length) {
     bool good = is_digit(text[2]) && is_digit(text[3]);
     uint64_t sum = head_value(text);
-    const char* at = text + head_length;
-    size_t left = length - head_length;
+    const char* at = text + MOD97_HEAD_LENGTH;
+    size_t left = length - MOD97_HEAD_LENGTH;
     for (; left >= 8; at += 8) {
         left -= 8;
         uint64_t word = load_word(at);
