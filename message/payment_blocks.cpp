@@ -53,11 +53,9 @@ static payment_block_t* find_block(payment_blocks_t* blocks, const transaction_t
 void payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
     *blocks = {};
     if (!handle->tx_count) return;
-    size_t size = handle->tx_count * sizeof(block_entry_t);
-    blocks->entries = static_cast<block_entry_t*>(allocate_large(size));
+    blocks->entries = static_cast<block_entry_t*>(allocate_large(handle->tx_count * sizeof(block_entry_t)));
     blocks->blocks = static_cast<payment_block_t*>(malloc(few * sizeof(payment_block_t)));
     blocks->no_memory = !blocks->entries || !blocks->blocks;
-    if (blocks->entries) prepare_pages(blocks->entries, size);
 }
 
 void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& tx) {

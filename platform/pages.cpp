@@ -7,10 +7,13 @@
 
 namespace sepa_internal {
 
-static constexpr size_t page = 4096;                                 // the least that systems have
-static constexpr size_t huge_page = size_t{2} << 20;                 // what x86-64 and ARM64 call one
-static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;  // less is slower than small pages
+static constexpr size_t page = 4096;                  // the least that systems have
+static constexpr size_t huge_page = size_t{2} << 20;  // what x86-64 and ARM64 call one
 static constexpr size_t least_to_prepare = 4 * page;
+
+// For less, small pages that are prepared are as fast and use no more than is
+// needed (a statement file of 1 MB: 738 and 732 ns a booking).
+static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;
 
 #if defined __linux__ && !defined MADV_POPULATE_WRITE
 #define MADV_POPULATE_WRITE 23  // Linux 5.14; an older one refuses it
@@ -33,14 +36,13 @@ void prepare_pages(void* block, size_t size) {
 #endif
 }
 
+static size_t whole_huge_pages(size_t size) { return (size + huge_page - 1) / huge_page * huge_page; }
+
 void* allocate_large(size_t size) {
-    if (size < least_for_a_huge_page || size > SIZE_MAX - huge_page) return malloc(size);
-    void* block = aligned_alloc(huge_page, (size + huge_page - 1) / huge_page * huge_page);
-#ifdef MADV_HUGEPAGE
-    // Where there is no huge page to give, nothing is lost.
-    size_t pages = (size + huge_page - least_for_a_huge_page) / huge_page;
-    if (block) madvise(block, pages * huge_page, MADV_HUGEPAGE);
-#endif
+    bool fits_huge_pages = size >= least_for_a_huge_page && size <= SIZE_MAX - huge_page;
+    void* block = fits_huge_pages ? aligned_alloc(huge_page, whole_huge_pages(size)) : malloc(size);
+    bool rest_is_small = size % huge_page < least_for_a_huge_page;
+    if (block) prepare_pages(block, rest_is_small ? size : whole_huge_pages(size));
     return block;
 }
 

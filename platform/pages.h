@@ -12,8 +12,7 @@ namespace sepa_internal {
 // 2 MB where whole ones fit in, and where there are none nothing is lost.
 void prepare_pages(void* block, size_t size);
 
-// As malloc, to be freed by free; in pages of 2 MB where the block is large and
-// the system has some.
+// As malloc, to be freed by free, with its pages prepared.
 void* allocate_large(size_t size);
 
 }  // namespace sepa_internal

@@ -26,7 +26,6 @@ static bool add_piece(record_arena_t* arena, size_t needed) {
     size_t size = next_size(arena, sizeof(arena_piece_t) + needed + arena_margin);
     auto piece = static_cast<arena_piece_t*>(allocate_large(size));
     if (!piece) return false;
-    prepare_pages(piece, size);
     *piece = {arena->latest, size};
     arena->latest = piece;
     arena->at = reinterpret_cast<char*>(piece + 1);
