@@ -1,6 +1,4 @@
 #include <cstddef>
-#include <cstdlib>
-#include <cstring>
 
 #include "binding/key_list.h"
 #include "binding/sepa_methods.h"
@@ -12,19 +10,6 @@ sepa_t*& sepa_handle_of(zend_object* object) {
 
 void sepa_throw(const char* message, zend_long code) {
     zend_throw_exception(sepa_exception_ce, message ? message : "", code);
-}
-
-void sepa_return_text(zval* return_value, const char* text, void* block) {
-    zend_try {
-        zend_string* copy = SEPA_NEW_STRING(text, strlen(text));
-        if (copy) RETVAL_STR(copy);
-    }
-    zend_catch {
-        free(block);
-        zend_bailout();
-    }
-    zend_end_try();
-    free(block);
 }
 
 zend_object* sepa_object_create(zend_class_entry* ce) {

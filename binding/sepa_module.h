@@ -26,10 +26,6 @@ sepa_t*& sepa_handle_of(zend_object* object);
 // The one way in which a failure becomes a SEPAException.
 void sepa_throw(const char* message, zend_long code);
 
-// Returns a copy of `text` to the script and frees the malloc block that it
-// lies in, also if the request hits its memory limit, which leaves by longjmp.
-void sepa_return_text(zval* return_value, const char* text, void* block);
-
 // The methods of SEPA, in the order that scripts see; sepa_class.cpp has the
 // instance methods, sepa_static.cpp the static ones.
 extern const zend_function_entry sepa_methods[];
