@@ -92,8 +92,9 @@ static uint32_t count_runs(const item_t* items, uint32_t count) {
 static bool sort_and_cut(payment_blocks_t* blocks, item_t* items, uint32_t count) {
     if (!std::is_sorted(items, items + count, comes_before)) std::sort(items, items + count, comes_before);
     uint32_t runs = count_runs(items, count);
-    auto wanted = static_cast<payment_block_t*>(realloc(blocks->blocks, runs * sizeof(payment_block_t)));
+    auto wanted = static_cast<payment_block_t*>(malloc(runs * sizeof(payment_block_t)));
     if (!wanted) return false;
+    wipe_block(blocks->blocks, blocks->count * sizeof(payment_block_t));
     blocks->blocks = wanted;
     blocks->count = 0;
     for (uint32_t i = 0; i < count; ++i) {
