@@ -143,6 +143,9 @@ abstract class PaymentsCommand extends Command
     private function suggest(array $faults, InputInterface $input, OutputInterface $errors): void
     {
         $codes = array_column($faults, 'code');
+        if (in_array('unknown_heading', $codes, true)) {
+            $errors->writeln('--ignore leaves out a column that is not for the bank.');
+        }
         $inRows = array_column(array_filter($faults, static function (Fault $fault): bool {
             return $fault->row !== null;
         }), 'code');

@@ -30,6 +30,8 @@ final class Rows
 
     public const BUFFER = 65536;
 
+    public const JSON_FLAGS = JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | JSON_INVALID_UTF8_SUBSTITUTE;
+
     /** Widest cell of a table, in characters; longer ones take several lines. */
     private const CELL_WIDTH = 60;
 
@@ -98,7 +100,7 @@ final class Rows
             return;
         }
         $this->buffer .= $this->format === self::JSON
-            ? json_encode($record, JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | JSON_INVALID_UTF8_SUBSTITUTE) . "\n"
+            ? json_encode($record, self::JSON_FLAGS) . "\n"
             : $this->csv($record instanceof \JsonSerializable ? $record->jsonSerialize() : $record);
         if (strlen($this->buffer) >= self::BUFFER) {
             $this->flush();
@@ -166,9 +168,14 @@ final class Rows
     }
 
     /** Without bytes that a terminal would obey. */
+    public static function clean(string $text): string
+    {
+        return (string) preg_replace('/\p{Cc}/u', '?', mb_scrub($text, 'UTF-8'));
+    }
+
     private static function printable(string $cell): string
     {
-        return OutputFormatter::escape((string) preg_replace(['/\s+/u', '/\p{Cc}/u'], [' ', '?'], mb_scrub($cell, 'UTF-8')));
+        return OutputFormatter::escape(self::clean((string) preg_replace('/\s+/u', ' ', mb_scrub($cell, 'UTF-8'))));
     }
 
     /** @param array<string, mixed> $record */

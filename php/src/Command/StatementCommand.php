@@ -21,8 +21,6 @@ use Symfony\Component\Console\Output\OutputInterface;
 
 final class StatementCommand extends Command
 {
-    private const JSON = JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | JSON_INVALID_UTF8_SUBSTITUTE | JSON_PRESERVE_ZERO_FRACTION;
-
     protected function configure(): void
     {
         $this->setName('statement')->setDescription('Reads bank statements (MT940)');
@@ -111,10 +109,10 @@ final class StatementCommand extends Command
     /** One line, booking by booking: a statement may have a million of them. */
     private static function writeJson(OutputInterface $output, Statement $statement, Progress $progress): void
     {
-        $line = substr((string) json_encode($statement->head(), self::JSON), 0, -1) . ',"transactions":[';
+        $line = substr((string) json_encode($statement->head(), Rows::JSON_FLAGS), 0, -1) . ',"transactions":[';
         $separator = '';
         foreach ($statement->bookings as $booking) {
-            $line .= $separator . json_encode($booking, self::JSON);
+            $line .= $separator . json_encode($booking, Rows::JSON_FLAGS);
             $separator = ',';
             $progress();
             if (strlen($line) > Rows::BUFFER) {
@@ -215,6 +213,6 @@ final class StatementCommand extends Command
 
     private static function line(OutputInterface $output, string $text): void
     {
-        Rows::write($output, (string) preg_replace('/\p{Cc}/u', '?', mb_scrub($text, 'UTF-8')) . "\n");
+        Rows::write($output, Rows::clean($text) . "\n");
     }
 }

@@ -20,6 +20,9 @@ abstract class Payments implements \Countable
     /** The longest id of a payment block is the message id, "-P" and a number. */
     private const MAX_BLOCK_ID = 35;
 
+    /** A billion euro, up to which sums of amounts as numbers are right to the cent. */
+    private const CERTAIN_CENTS = 100000000000;
+
     protected \SEPA $message;
 
     protected string $rulebook;
@@ -181,6 +184,9 @@ abstract class Payments implements \Countable
         if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
             $faults[] = self::messageFault('messageId', 'too_many_blocks', 'Message id too long for so many payment blocks');
         }
+        if (!$faults && $this->cents > self::CERTAIN_CENTS && $this->written() === null) {
+            $faults[] = self::sumFault();
+        }
 
         return $faults;
     }
@@ -205,15 +211,21 @@ abstract class Payments implements \Countable
     public function document(): string
     {
         $faults = $this->faults();
-        if (!$faults) {
-            $this->extension->select();
-            $document = new Document($this->message->toXML());
-            if ($document->isSumOf($this->count, self::euro($this->cents))) {
-                return $document->forBank($this->rulebook);
-            }
-            $faults = [self::messageFault('amount', 'control_sum', 'Sum of the amounts out of range')];
+        $document = $faults ? null : $this->written();
+        if ($document === null) {
+            throw new FaultyPayments($faults ?: [self::sumFault()]);
         }
-        throw new FaultyPayments($faults);
+
+        return $document->forBank($this->rulebook);
+    }
+
+    /** The document, or null if its sums are not those of the payments. */
+    private function written(): ?Document
+    {
+        $this->extension->select();
+        $document = new Document($this->message->toXML());
+
+        return $document->isSumOf($this->count, self::euro($this->cents)) ? $document : null;
     }
 
     /** Applies one setter of the submitting party. */
@@ -317,6 +329,11 @@ abstract class Payments implements \Countable
             $hint .= ' The keys are: ' . implode(', ', $this->inspector->keys()) . '.';
         }
         $this->faults[] = new Fault($row, $label, $key === '' ? null : mb_scrub((string) $key, 'UTF-8'), $code, mb_scrub($text, 'UTF-8'), $hint);
+    }
+
+    private static function sumFault(): Fault
+    {
+        return self::messageFault('amount', 'control_sum', 'Sum of the amounts out of range');
     }
 
     private static function messageFault(?string $key, string $code, string $text): Fault

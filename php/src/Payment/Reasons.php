@@ -49,7 +49,7 @@ final class Reasons
         'smnda_sequence' => 'Before DE-3.0 the first collection after a change of bank is FRST.',
         'too_many_blocks' => 'Give a shorter message id, or fewer different dates.',
         'type' => 'Give text or a number.',
-        'unknown_heading' => 'Is it spelled right? A column that is not for the bank can be ignored (--ignore).',
+        'unknown_heading' => 'Is it spelled right? A column that is not for the bank can be left out.',
         'unknown_key' => 'Is it spelled right?',
         'utf8' => 'The text is not UTF-8: save the file as UTF-8.',
     ];

@@ -143,6 +143,13 @@ final class FaultsTest extends TestCase
             self::assertSame($day === 999, $payments->faults() !== []);
         }
         self::assertFaults(null, null, ['messageId' => 'too_many_blocks'], $payments);
+
+        // Beyond a million million euro the extension's sum is no longer that of the amounts.
+        $payments = Samples::transfers('DE-3.7');
+        for ($i = 0; $i < 1100; ++$i) {
+            $payments->add(['amount' => '999999999.99'] + Samples::TRANSFER);
+        }
+        self::assertFaults(null, null, ['amount' => 'control_sum'], $payments);
     }
 
     public function testATextThatQuotesHalfACharacterIsMadeWhole(): void
