@@ -138,7 +138,7 @@ public:
         before.date = after.date;
         before.msgid = after.msgid;
         expect(before == after, "an output changes the message");
-        expect(text || message_->msgtype == SEPA_MSGTYPE_DDI, "a credit transfer is written whatever is set");
+        expect(!text == must_fail(), "a document is written, or refused, wrongly");
         if (!text) return check_error();
         expect(message_->tx_count == added_, "an add counts once");
         totals_t totals = read_document(text);
@@ -166,6 +166,15 @@ private:
     const char* key() {
         unsigned choice = in_->byte();
         return keep(choice < 240 ? pick(keys, choice) : in_->line().c_str());
+    }
+
+    bool must_fail() const {
+        if (message_->msgtype == SEPA_MSGTYPE_CTI) return false;
+        if (!message_->iban || !message_->bic || !message_->name || !message_->creditor_id || !added_) return true;
+        if (message_->dd_type > 2 || (message_->dd_type == 1 && current_rulebook >= RULEBOOK_DE_3_0)) return true;
+        for (auto tx = static_cast<ddi_tx_t*>(message_->tx_head); tx; tx = tx->next)
+            if (!tx->mref || !tx->mdate) return true;
+        return false;
     }
 
     void check_error() { expect(message_->last_error && *message_->last_error, "a failure has a reason"); }

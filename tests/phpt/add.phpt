@@ -45,6 +45,8 @@ foreach ([new Text($rename), []] as $renamer) {
 restore_error_handler();
 $again = function () use ($message) { $message->__construct(SEPA_MSGTYPE_CTI); return '2.50'; };
 $add(payment(['amount' => new Text($again)]));
+$within = function () use ($message) { $message->add(payment(['amount' => '3.25'])); return '4.50'; };
+$add(payment(['amount' => new Text($within)]));
 
 // Before 7.4 no text form may throw, but an error handler that is told of an array may.
 set_error_handler(function () { throw new LogicException('thrown in mid-walk'); });
@@ -81,9 +83,10 @@ true, 9 x, 47.30 EUR
 1 earlier, 10 x, 48.30 EUR
 2 earlier, 11 x, 49.30 EUR
 true, 1 x, 2.50 EUR
-LogicException "thrown in mid-walk", 1 x, 2.50 EUR
-LogicException "thrown in mid-walk", 1 x, 2.50 EUR
-LogicException "thrown in mid-walk", 1 x, 2.50 EUR
+true, 3 x, 10.25 EUR
+LogicException "thrown in mid-walk", 3 x, 10.25 EUR
+LogicException "thrown in mid-walk", 3 x, 10.25 EUR
+LogicException "thrown in mid-walk", 3 x, 10.25 EUR
 -- direct debits know every key
 SEPAException 0: Invalid transaction property '0'
 SEPAException 0: Invalid transaction property '-1234567'

@@ -88,6 +88,7 @@ TEST(BankInfo, OneBlock) {
         bank_info_t* untouched = nullptr;
         EXPECT_EQ(bank_info_get(unknown, &untouched), -2);
         EXPECT_EQ(untouched, nullptr);
+        EXPECT_EQ(bank_info_get(unknown, nullptr), -2);
     }
 }
 

@@ -87,6 +87,18 @@ TEST_F(Generator, WarnsOfWhatTheLibraryWillNotCheck) {
                         folder + "/ch.csv:1" + warning + "a list without banks\n");
 }
 
+TEST_F(Generator, KnowsWhatTheReleasesUse) {
+    for (const auto& release : std::filesystem::directory_iterator(DIRECTORY_RELEASES)) {
+        if (!release.is_directory()) continue;
+        run_generator(release.path().string() + " " + output);
+        EXPECT_EQ(status, 0);
+        // One bank of 2025-03 has a method that is in no catalogue.
+        const std::string known = "warning: method 12 does not exist (rows: 1)\n";
+        size_t warning = said.rfind("warning: ");
+        EXPECT_TRUE(warning == std::string::npos || said.compare(warning, known.size(), known) == 0) << said;
+    }
+}
+
 TEST_F(Generator, RefusesWhatItCannotReadOrWrite) {
     generate({{"de.csv", german_header}});
     EXPECT_EQ(said, "gen_directory: " + folder + "/bic.csv: cannot be opened: No such file or directory\n");

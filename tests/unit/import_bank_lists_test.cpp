@@ -228,6 +228,7 @@ TEST_F(Importer, RefusesWhatItCannotReadOrWrite) {
         {"--keep-period --valid-from=2026-09-07 " + before + made + german,
          program + folder + "/before/de.csv: its newest period does not begin before 2026-09-07\n"},
         {before + made + german, program + "usage: "},
+        {"--keep-period " + before + made + at, program + "usage: "},
         {before + made + at + at, program + "usage: "}};
     for (const auto& [arguments, reason] : runs) {
         run(IMPORT_BANK_LISTS " " + arguments);
