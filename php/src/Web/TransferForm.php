@@ -45,6 +45,9 @@ final class TransferForm
     /** @var list<array<string, string>> */
     public array $rows = [];
 
+    /** Whether the last line of the file that the rows come from has its end. */
+    private bool $endsInLine = true;
+
     public function __construct(Request $request)
     {
         $isNew = !$request->isPost();
@@ -104,6 +107,9 @@ final class TransferForm
         foreach ($this->rows as $row) {
             fputcsv($stream, array_map(static fn (string $key): string => $row[$key] ?? '', $this->columns), ';', '"', '');
         }
+        if (!$this->endsInLine) {
+            ftruncate($stream, ftell($stream) - 1);
+        }
         rewind($stream);
         (new Sheet(new Reader($stream, 'the form'), $this->german))->fill($payments);
     }
@@ -115,30 +121,36 @@ final class TransferForm
      */
     public function take(Reader $reader): bool
     {
-        $keys = null;
+        $known = null;
+        $width = 0;
         $rows = [];
         foreach ($reader as $cells) {
             if (implode('', $cells) === '') {
                 continue;
             }
-            if ($keys === null) {
-                $keys = array_map([self::class, 'key'], $cells);
-                $known = array_filter($keys);
-                if (count(array_unique($known)) < count($known) || (!$this->ignoreUnknown && $known !== $keys)) {
+            $isHead = $known === null;
+            if ($isHead) {
+                $known = array_filter(array_map([self::class, 'key'], $cells));
+                $width = count($cells);
+                if (count(array_unique($known)) < count($known) || !array_intersect(['iban', 'amount'], $known)) {
                     return false;
                 }
-                continue;
             }
-            if (count($cells) !== count($keys) || count($rows) === self::MAX_ROWS) {
+            // A delimiter at the end of each line makes a column of which nothing is lost.
+            $isLost = !$this->ignoreUnknown && implode('', array_diff_key($cells, $known)) !== '';
+            if ($isLost || count($cells) !== $width || count($rows) === self::MAX_ROWS) {
                 return false;
             }
-            $rows[] = array_combine($known, array_intersect_key($cells, $known));
+            if (!$isHead) {
+                $rows[] = array_combine($known, array_intersect_key($cells, $known));
+            }
         }
         if (!$rows) {
             return false;
         }
         $this->showColumns(array_filter($known, static fn (string $key): bool => implode('', array_column($rows, $key)) !== ''));
         $this->rows = $rows;
+        $this->endsInLine = $reader->endsInLine();
 
         return true;
     }

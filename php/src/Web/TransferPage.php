@@ -79,11 +79,13 @@ final class TransferPage implements Page
             return new Response(Html::notice('bad', ucfirst($e->getMessage())) . $this->form($request, $form, []), 422);
         }
 
-        $seen = hash('sha256', serialize([$payments->warnings(), $payments->changes()]));
-        $isSeen = (!$payments->warnings() && !$payments->changes()) || $request->text('seen') === $seen;
+        $hash = static fn (array $warnings): string => hash('sha256', serialize([$warnings, $payments->changes()]));
+        $isSeen = (!$payments->warnings() && !$payments->changes()) || $request->text('seen') === $hash($payments->warnings());
         if ($do === 'document' && !$payments->faults() && $isSeen) {
             return new Response($payments->document(), 200, 'transfer-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml');
         }
+        // What is true of a file alone is not found again when the form comes back with its rows.
+        $seen = $hash(array_values(array_filter($payments->warnings(), static fn (Fault $fault): bool => $isFile || $fault->code !== 'no_line_end')));
         $told = $isFile ? $this->listed($payments, $sheet) : $this->linked($payments, $form->columns);
         $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
 
@@ -133,8 +135,9 @@ final class TransferPage implements Page
         usort($told, static fn (Fault $a, Fault $b): int => $place($a) <=> $place($b));
         foreach ($told as $fault) {
             $number = $fault->row === null ? null : $fault->row - TransferForm::ROW_OFFSET;
-            $where = ($number === null ? '' : 'Payment ' . ($number + 1) . ', ') . $this->label($fault, 'Message');
-            $text = Html::text("$where: $fault->text");
+            $payment = $number === null ? '' : 'Payment ' . ($number + 1);
+            $where = array_filter([$payment, $this->label($fault, $payment === '' ? 'Message' : '')]);
+            $text = Html::text(implode(', ', $where) . ": $fault->text");
             $items .= $fault->key === null ? "<li>$text</li>" : '<li><a href="#' . Html::id(self::field($number, $fault->key)) . "\">$text</a></li>";
         }
         foreach ($payments->changes() as $change) {

@@ -116,6 +116,27 @@ final class AppTest extends TestCase
         self::assertNull(self::post('transfer', ['row' => [$row, $row, $row]] + $twice + ['seen' => $seen[1]])->filename);
     }
 
+    public function testAFileIsTakenIntoTheFormWithAllThatItTells(): void
+    {
+        $form = ['do' => 'document', 'german' => '1'] + self::PARTY;
+        $head = "name;iban;amount;\n";
+        $row = 'B;DE12500105170648489890;11';
+        self::assertNotNull(self::post('transfer', $form, self::upload("$head$row;\n"))->filename);
+
+        $cut = self::post('transfer', $form, self::upload("$head$row;\n$row;"));
+        self::assertNull($cut->filename);
+        self::assertStringContainsString('Payment 2: The last line has no end', $cut->body);
+        self::assertMatchesRegularExpression('/name="row\[1\]\[amount\]" value="11"/', $cut->body);
+        preg_match('/name="seen"[^>]* value="(\w+)"/', $cut->body, $seen);
+        $rows = array_fill(0, 2, array_combine(['name', 'iban', 'amount'], explode(';', $row)));
+        self::assertNotNull(self::post('transfer', $form + ['row' => $rows, 'seen' => $seen[1]])->filename);
+
+        foreach (["$head$row;x\n" => '4 cells under 4 headings', "$row\n" => 'No headings iban and amount in the first row'] as $sheet => $reason) {
+            $answer = self::post('transfer', ['ignore' => $sheet === "$row\n"] + $form, self::upload($sheet));
+            self::assertStringContainsString($reason, $answer->body);
+        }
+    }
+
     public function testThePolicyLetsNothingInFromElsewhere(): void
     {
         $request = new Request([], [], [], [], ['HTTPS' => 'on']);
