@@ -62,12 +62,15 @@ final class TransferForm
         $this->rows = array_slice($request->rows('row', $this->columns), 0, self::MAX_ROWS);
     }
 
+    /** The BIC that goes with the own IBAN; empty if it is not known. It never becomes what somebody typed. */
+    public function foundBic(): string
+    {
+        return (string) Ibans::check($this->party['iban'])->bic;
+    }
+
     /** Fills in what nobody has to type. */
     public function complete(): void
     {
-        if ($this->party['bic'] === '') {
-            $this->party['bic'] = (string) Ibans::check($this->party['iban'])->bic;
-        }
         if ($this->party['messageId'] === '') {
             $this->party['messageId'] = Payments::newMessageId();
         }
@@ -90,7 +93,7 @@ final class TransferForm
         return new Transfers(
             $this->party['name'],
             $this->party['iban'],
-            $this->party['bic'],
+            $this->party['bic'] === '' ? $this->foundBic() : $this->party['bic'],
             $this->rulebook,
             $this->party['date'] === '' ? null : $this->party['date'],
             $this->party['messageId'],

@@ -15,7 +15,7 @@ final class TransferPage implements Page
 {
     private const EXAMPLE = __DIR__ . '/../../../examples/payments.csv';
 
-    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000'];
+    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000', 'bic' => ''];
 
     /** Faults of a file that are listed; the rest is counted. */
     private const MAX_TOLD = 200;
@@ -178,6 +178,7 @@ final class TransferPage implements Page
         }
         $party = '';
         foreach (self::PARTY as $key => [$label, $attributes]) {
+            $attributes += $key === 'bic' ? ['placeholder' => $form->foundBic()] : [];
             $party .= Html::field($key, $label, $form->party[$key], $attributes, $by[''][$key] ?? [], self::HELP[$key] ?? '');
         }
         $rulebooks = '';

@@ -116,6 +116,18 @@ final class AppTest extends TestCase
         self::assertNull(self::post('transfer', ['row' => [$row, $row, $row]] + $twice + ['seen' => $seen[1]])->filename);
     }
 
+    public function testTheBicFollowsTheIbanUnlessItWasTyped(): void
+    {
+        $form = ['do' => 'document', 'row' => [['name' => 'B', 'iban' => 'DE12500105170648489890', 'amount' => '1.00']]];
+        preg_match('/name="bic" value="(\w*)"/', self::post('transfer', ['do' => 'check'] + $form + self::PARTY)->body, $bic);
+        foreach ([[$bic[1], 'INGDDEFFXXX'], ['COBADEFFXXX', 'COBADEFFXXX']] as [$typed, $sent]) {
+            $answer = self::post('transfer', ['iban' => 'DE12500105170648489890', 'bic' => $typed] + $form + self::PARTY);
+            self::assertMatchesRegularExpression("/<DbtrAgt>\s*<FinInstnId>\s*<BIC(FI)?>$sent</", $answer->body);
+        }
+        $example = self::post('transfer', ['do' => 'example', 'bic' => 'INGDDEFFXXX'])->body;
+        self::assertMatchesRegularExpression('/name="bic" value=""[^>]* placeholder="COBADEFFXXX"/', $example);
+    }
+
     public function testAFileIsTakenIntoTheFormWithAllThatItTells(): void
     {
         $form = ['do' => 'document', 'german' => '1'] + self::PARTY;
