@@ -6,6 +6,7 @@ namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Csv\Unreadable;
+use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Sheet;
@@ -17,7 +18,7 @@ final class TransferPage implements Page
 
     private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000', 'bic' => ''];
 
-    /** Faults of a file that are listed; the rest is counted. */
+    /** Lines about a file; the rest is counted. */
     private const MAX_TOLD = 200;
 
     /** Columns that a row has room for; more stand in several lines. */
@@ -86,10 +87,16 @@ final class TransferPage implements Page
         }
         // What is true of a file alone is not found again when the form comes back with its rows.
         $seen = $hash(array_values(array_filter($payments->warnings(), static fn (Fault $fault): bool => $isFile || $fault->code !== 'no_line_end')));
-        $told = $isFile ? $this->listed($payments, $sheet) : $this->linked($payments, $form->columns);
+        $found = $payments->faults() ?: $payments->warnings();
+        $told = array_merge($found, array_map(static function (Change $change): Fault {
+            return new Fault($change->row, $change->label, $change->key, 'transliterated', "“{$change->from}” becomes “{$change->to}”", '');
+        }, $payments->changes()));
+        $told = $isFile ? $this->listed($told, $sheet) : $this->linked($told, $form->columns);
         $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
+        // The rows of a file that does not become the form are not those of the form.
+        $shown = array_filter($found, static fn (Fault $fault): bool => !$isFile || $fault->row === null);
 
-        return new Response($result . $this->form($request, $form, $isFile ? [] : $payments->faults(), $payments->warnings()), $payments->faults() ? 422 : 200);
+        return new Response($result . $this->form($request, $form, $shown), $payments->faults() ? 422 : 200);
     }
 
     private static function reader(string $path): Reader
@@ -121,12 +128,12 @@ final class TransferPage implements Page
     /**
      * Faults, warnings and changes as links to their fields.
      *
+     * @param list<Fault> $told
      * @param list<string> $columns
      */
-    private function linked(Payments $payments, array $columns): string
+    private function linked(array $told, array $columns): string
     {
         $items = '';
-        $told = $payments->faults() ?: $payments->warnings();
         // As the fields stand on the page.
         $place = static fn (Fault $fault): array => [
             $fault->row ?? 0,
@@ -140,25 +147,22 @@ final class TransferPage implements Page
             $text = Html::text(implode(', ', $where) . ": $fault->text");
             $items .= $fault->key === null ? "<li>$text</li>" : '<li><a href="#' . Html::id(self::field($number, $fault->key)) . "\">$text</a></li>";
         }
-        foreach ($payments->changes() as $change) {
-            $items .= '<li>' . Html::text("“{$change->from}” becomes “{$change->to}”") . '</li>';
-        }
 
         return $items === '' ? '' : "<ul class=\"notes\">$items</ul>";
     }
 
-    /** Faults, warnings and changes of a file, by its rows and columns. */
-    private function listed(Payments $payments, Sheet $sheet): string
+    /**
+     * Faults, warnings and changes of a file, by its rows and columns.
+     *
+     * @param list<Fault> $told
+     */
+    private function listed(array $told, Sheet $sheet): string
     {
-        $told = $payments->faults() ?: $payments->warnings();
         $rows = '';
         foreach (array_slice($told, 0, self::MAX_TOLD) as $fault) {
-            $column = $sheet->heading((string) $fault->key) ?? $this->label($fault, '');
-            $rows .= '<tr><td>' . ($fault->row ?? '') . '</td><td>' . Html::text($column) . '</td><td>' . Html::text($fault->text)
-                . '<br><small>' . Html::text($fault->hint) . '</small></td></tr>';
-        }
-        foreach (array_slice($payments->changes(), 0, self::MAX_TOLD) as $change) {
-            $rows .= '<tr><td>' . ($change->row ?? '') . '</td><td>' . Html::text($change->key) . '</td><td>' . Html::text("“{$change->from}” becomes “{$change->to}”") . '</td></tr>';
+            $heading = $fault->row === null ? null : $sheet->heading((string) $fault->key);
+            $hint = $fault->hint === '' ? '' : '<br><small>' . Html::text($fault->hint) . '</small>';
+            $rows .= "<tr><td>$fault->row</td><td>" . Html::text($heading ?? $this->label($fault, '')) . '</td><td>' . Html::text($fault->text) . "$hint</td></tr>";
         }
         $more = count($told) - self::MAX_TOLD;
 
@@ -166,14 +170,11 @@ final class TransferPage implements Page
             . "<tbody>$rows</tbody></table>" . ($more > 0 ? "<p>And $more more.</p>" : '');
     }
 
-    /**
-     * @param list<Fault> $faults
-     * @param list<Fault> $warnings
-     */
-    private function form(Request $request, TransferForm $form, array $faults, array $warnings = []): string
+    /** @param array<Fault> $found what stands beside the fields */
+    private function form(Request $request, TransferForm $form, array $found): string
     {
         $by = [];
-        foreach ($faults ?: $warnings as $fault) {
+        foreach ($found as $fault) {
             $by[$fault->row === null ? '' : $fault->row - TransferForm::ROW_OFFSET][$fault->key ?? ''][] = trim("$fault->text. $fault->hint", ' ');
         }
         $party = '';

@@ -149,6 +149,20 @@ final class AppTest extends TestCase
         }
     }
 
+    public function testWhatIsTrueOfALargeFileStandsUnderItsHeadings(): void
+    {
+        $sheet = "Empfänger;Konto-IBAN;Betrag\n" . str_repeat("Š;DE12500105170648489890;1\n", 150);
+        $form = ['do' => 'check', 'transliterate' => '1', 'row' => array_fill(0, 3, ['amount' => ''])];
+        $odd = self::post('transfer', $form + self::PARTY, self::upload($sheet))->body;
+        $bad = self::post('transfer', ['iban' => 'DE88370400440532013000'] + $form + self::PARTY, self::upload($sheet))->body;
+        self::assertStringContainsString('<td>3</td><td>Betrag</td><td>Account and amount of row 2 again<br>', $odd);
+        self::assertStringContainsString('<td>2</td><td>Empfänger</td><td>“Š” becomes “S”</td>', $odd);
+        self::assertStringContainsString('<p>And 99 more.</p>', $odd);
+        self::assertStringContainsString('<td></td><td>Your IBAN</td><td>Invalid IBAN checksum (DE88370400440532013000)<br>', $bad);
+        self::assertMatchesRegularExpression('/id="f-iban"[^>]* aria-invalid/', $bad);
+        self::assertStringNotContainsString('aria-invalid', $odd);
+    }
+
     public function testThePolicyLetsNothingInFromElsewhere(): void
     {
         $request = new Request([], [], [], [], ['HTTPS' => 'on']);
