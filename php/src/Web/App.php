@@ -69,7 +69,8 @@ final class App
             ? ['Content-Type' => 'text/html; charset=utf-8']
             : ['Content-Type' => 'application/xml', 'Content-Disposition' => "attachment; filename=\"$response->filename\""];
         $secure = $request->isSecure() ? '; Secure' : '';
-        $cookie = ['Set-Cookie' => Request::TOKEN . '=' . $request->token() . "; Path=/; HttpOnly; SameSite=Strict$secure"];
+        // Strict would keep it back when a link elsewhere leads here, and a new one would then void all open forms.
+        $cookie = ['Set-Cookie' => Request::TOKEN . '=' . $request->token() . "; Path=/; HttpOnly; SameSite=Lax$secure"];
 
         return self::HEADERS + $type + $cookie;
     }

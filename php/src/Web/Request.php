@@ -88,7 +88,7 @@ final class Request
         $origin = $this->server['HTTP_ORIGIN'] ?? '';
         $ownSite = $origin === '' || parse_url($origin, PHP_URL_HOST) . self::port($origin) === ($this->server['HTTP_HOST'] ?? '');
         if (!$this->knowsToken || !hash_equals($this->token, $this->text(self::TOKEN)) || !$ownSite) {
-            throw new Refused('The form comes from elsewhere or is too old: please send it again.', 403);
+            throw new Refused('The form comes from elsewhere or is too old: please open the page again.', 403);
         }
     }
 

@@ -169,7 +169,7 @@ final class AppTest extends TestCase
         $headers = (new App())->headers($request, new Response(''));
         self::assertStringStartsWith("default-src 'none'; style-src 'self';", $headers['Content-Security-Policy']);
         self::assertStringNotContainsString('unsafe', $headers['Content-Security-Policy']);
-        self::assertMatchesRegularExpression('/^sepa_token=[0-9a-f]{32}; Path=\/; HttpOnly; SameSite=Strict; Secure$/', $headers['Set-Cookie']);
+        self::assertMatchesRegularExpression('/^sepa_token=[0-9a-f]{32}; Path=\/; HttpOnly; SameSite=Lax; Secure$/', $headers['Set-Cookie']);
         self::assertStringNotContainsString('style=', (new App())->respond($request)->body);
     }
 

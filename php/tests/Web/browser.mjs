@@ -164,7 +164,7 @@ await test('a form of elsewhere is refused', 'iban', async page => {
     await page.evaluate(() => { document.querySelector('[name=sepa_token]').value = '0'.repeat(32); });
     await page.fill('#f-iban', 'DE89370400440532013000');
     await press(page, 'Check');
-    equal(await heading(page), 'The form comes from elsewhere or is too old: please send it again.');
+    equal(await heading(page), 'The form comes from elsewhere or is too old: please open the page again.');
 });
 
 // Nothing is cut off sideways; the pictures are for people to look at.
