@@ -63,22 +63,18 @@ final class BalanceChart
             count($this->balances) - 1,
             ...array_merge(array_map([$this, 'exact'], [$this->balances[0], end($this->balances), min($this->balances), max($this->balances)]), [$this->currency])
         ));
+        $currency = Html::text($this->currency);
         $size = self::WIDTH . ' ' . self::HEIGHT;
         $range = '<span>' . Html::text($from) . '</span><span>' . Html::text($to) . '</span>';
 
         return <<<HTML
             <figure class="chart">
-            <figcaption>Running balance in {$this->text($this->currency)}, booking by booking</figcaption>
+            <figcaption>Running balance in $currency, booking by booking</figcaption>
             <div class="plot"><div class="scale" aria-hidden="true">$labels</div>
             <svg viewBox="0 0 $size" preserveAspectRatio="none" role="img" aria-label="$text"><g class="grid">$grid</g>$area<path class="line" d="$path"/></svg>
             <div class="range" aria-hidden="true">$range</div></div>
             </figure>
             HTML;
-    }
-
-    private function text(string $text): string
-    {
-        return Html::text($text);
     }
 
     /** @param callable(float): float $y */
@@ -133,7 +129,7 @@ final class BalanceChart
 
     private function label(int $units): string
     {
-        return str_replace('-', "\u{2212}", (string) preg_replace('/\.0+$/', '', (new Amount($units, $this->currency))->text('.', "\u{202F}")));
+        return (string) preg_replace('/\.0+$/', '', Html::amount(new Amount($units, $this->currency)));
     }
 
     private function exact(int $units): string

@@ -14,12 +14,25 @@ final class Html
         return htmlspecialchars($text, ENT_QUOTES | ENT_SUBSTITUTE, 'UTF-8');
     }
 
-    /** With its sign, and thousands apart: −18 240.17 EUR. */
+    /** With its sign, and thousands apart, as text: −18 240.17. */
+    public static function amount(Amount $amount): string
+    {
+        return str_replace('-', "\u{2212}", $amount->text('.', "\u{202F}"));
+    }
+
     public static function money(Amount $amount): string
     {
-        $text = str_replace('-', "\u{2212}", $amount->text('.', "\u{202F}"));
+        return '<span class="money' . ($amount->units < 0 ? ' negative' : '') . '">' . self::text(self::amount($amount)) . '</span>';
+    }
 
-        return '<span class="money' . ($amount->units < 0 ? ' negative' : '') . '">' . self::text($text) . '</span>';
+    public static function counted(int $count, string $noun): string
+    {
+        return self::number($count) . " $noun" . ($count === 1 ? '' : 's');
+    }
+
+    public static function number(int $number): string
+    {
+        return number_format($number, 0, '.', "\u{202F}");
     }
 
     /**

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Iban\Ibans;
+use Sepa\Toolkit\Statement\Balance;
 use Sepa\Toolkit\Statement\Booking;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
@@ -55,11 +56,11 @@ final class StatementPage implements Page
                 $accounts .= self::account($last, $chart, $from, $to, $account);
                 $account = '';
                 $chart = $statement->opening ? new BalanceChart($statement->currency, $statement->opening->amount->units) : null;
-                $from = $statement->opening && $statement->opening->date ? $statement->opening->date->format('Y-m-d') : '';
+                $from = self::day($statement->opening);
             }
             $shown = $statements > self::MAX_STATEMENTS ? 0 : max(0, self::MAX_BOOKINGS - $bookings);
             $account .= $this->statement($statement, $chart, $shown, $statements <= self::MAX_STATEMENTS);
-            $to = $statement->closing && $statement->closing->date ? $statement->closing->date->format('Y-m-d') : '';
+            $to = self::day($statement->closing);
             $bookings += count($statement->bookings);
             $last = $statement;
         }
@@ -68,9 +69,9 @@ final class StatementPage implements Page
         if ($statements === 0) {
             return Html::notice('bad', 'No statement was found', $faults);
         }
-        $counts = self::counted($statements, 'statement') . ', ' . self::counted($bookings, 'booking') . ': ';
+        $counts = Html::counted($statements, 'statement') . ', ' . Html::counted($bookings, 'booking') . ': ';
         $isGood = $good === $statements && $faults === '';
-        $verdict = $good === $statements ? 'opening balances and bookings come to the closing balances' : self::number($statements - $good) . ' to be looked at';
+        $verdict = $good === $statements ? 'opening balances and bookings come to the closing balances' : Html::number($statements - $good) . ' to be looked at';
         $more = $statements > self::MAX_STATEMENTS || $bookings > self::MAX_BOOKINGS
             ? '<p>' . Html::text(sprintf('The first %d statements and %d bookings are shown.', self::MAX_STATEMENTS, self::MAX_BOOKINGS)) . '</p>' : '';
 
@@ -91,7 +92,7 @@ final class StatementPage implements Page
         $name = $last->account === '' ? 'Account not named' : $last->account;
         $name = preg_match('/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D', $name) ? Ibans::grouped($name) : $name;
 
-        return '<section class="card account"><h2>' . Html::text($name) . ' <small>' . Html::text($last->currency) . '</small></h2>' . ($chart ? $chart->html($from, $to) : '') . "$statements</section>";
+        return '<section class="card"><h2>' . Html::text($name) . ' <small>' . Html::text($last->currency) . '</small></h2>' . ($chart ? $chart->html($from, $to) : '') . "$statements</section>";
     }
 
     private function statement(Statement $statement, ?BalanceChart $chart, int $most, bool $isShown): string
@@ -139,10 +140,9 @@ final class StatementPage implements Page
         $balance = $opening ? $statement->opening : $statement->closing;
         $name = $opening ? 'Opening balance' : 'Closing balance';
         $name .= $balance && $balance->intermediate ? ' of the page' : '';
-        $date = $balance && $balance->date ? $balance->date->format('Y-m-d') : '';
         $currency = $balance && $balance->amount->currency !== $statement->currency ? ' ' . Html::text($balance->amount->currency) : '';
 
-        return "<tr class=\"balance\"><td>$date</td><td>$name</td><td></td><td class=\"number\">"
+        return "<tr class=\"balance\"><td>" . self::day($balance) . "</td><td>$name</td><td></td><td class=\"number\">"
             . ($balance ? Html::money($balance->amount) : 'missing') . $currency . '</td></tr>';
     }
 
@@ -175,16 +175,12 @@ final class StatementPage implements Page
     /** @param list<Note> $notes */
     private static function mended(array $notes): string
     {
-        return $notes ? '<details><summary>' . self::counted(count($notes), 'thing') . ' mended while reading</summary>' . self::notes($notes) . '</details>' : '';
+        return $notes ? '<details><summary>' . Html::counted(count($notes), 'thing') . ' mended while reading</summary>' . self::notes($notes) . '</details>' : '';
     }
 
-    private static function counted(int $count, string $noun): string
+    /** The day of a balance; empty if there is none. */
+    private static function day(?Balance $balance): string
     {
-        return self::number($count) . " $noun" . ($count === 1 ? '' : 's');
-    }
-
-    private static function number(int $number): string
-    {
-        return number_format($number, 0, '.', "\u{202F}");
+        return $balance && $balance->date ? $balance->date->format('Y-m-d') : '';
     }
 }

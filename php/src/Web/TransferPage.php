@@ -111,11 +111,10 @@ final class TransferPage implements Page
 
     private static function verdict(Payments $payments, bool $isFile, string $told): string
     {
-        $count = count($payments);
         $faults = count($payments->faults());
-        $counted = $count . ($count === 1 ? ' payment' : ' payments');
+        $counted = Html::counted(count($payments), 'payment');
         if ($faults > 0) {
-            return Html::notice('bad', "$counted, $faults " . ($faults === 1 ? 'fault' : 'faults') . ': there is no document yet', $told);
+            return Html::notice('bad', "$counted, " . Html::counted($faults, 'fault') . ': there is no document yet', $told);
         }
         $ready = "$counted, {$payments->sum()} EUR: ready for the bank";
         $next = $isFile
