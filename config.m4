@@ -9,8 +9,8 @@ PHP_ARG_ENABLE(sepa-developer, whether to treat warnings of the SEPA sources as 
 PHP_ARG_WITH(sepa-directory, which release of the bank lists to compile in,
 [  --with-sepa-directory=RELEASE
                           Release of the bank lists to compile in: a folder of
-                          directory/data, latest for the newest one there, or
-                          default for the one that directory/data/default names
+                          data, latest for the newest one there, or
+                          default for the one that data/default names
                           @<:@default@:>@], default, no)
 
 if test "$PHP_SEPA" != "no"; then
@@ -45,6 +45,6 @@ if test "$PHP_SEPA" != "no"; then
   for sepa_dir in `echo "$sepa_sources" | sed 's,/@<:@^/@:>@*$,,' | sort -u`; do
     PHP_ADD_BUILD_DIR($ext_builddir/$sepa_dir)
   done
-  PHP_ADD_INCLUDE($ext_srcdir)
+  PHP_ADD_INCLUDE($ext_srcdir/src)
   PHP_ADD_MAKEFILE_FRAGMENT
 fi

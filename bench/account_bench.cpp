@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "account/account_check.h"
+#include "sepa/account/account_check.h"
 
 // Account numbers of all lengths, most of them long, as they are in use. Nine
 // of ten fail, which is the long way through a method that tries several.

@@ -11,8 +11,8 @@
 #include <cstring>
 #include <vector>
 
-#include "directory/directory_tables.h"
-#include "iban/iban.h"
+#include "sepa/directory/directory_tables.h"
+#include "sepa/iban/iban.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <cstring>
 #include <vector>
 
-#include "directory/bank_directory.h"
-#include "directory/directory_tables.h"
-#include "iban/iban.h"
+#include "sepa/directory/bank_directory.h"
+#include "sepa/directory/directory_tables.h"
+#include "sepa/iban/iban.h"
 
 namespace {
 

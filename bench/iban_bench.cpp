@@ -1,7 +1,7 @@
 // The cost of one IBAN_check.
 #include <benchmark/benchmark.h>
 
-#include "iban/iban.h"
+#include "sepa/iban/iban.h"
 
 namespace {
 

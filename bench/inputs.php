@@ -42,7 +42,7 @@ function read_column(string $file, int $key, int $value): array
 }
 
 $to = $argv[1];
-$lists = __DIR__ . '/../directory/data/2025-03';
+$lists = __DIR__ . '/../data/2025-03';
 mt_srand(4711);
 
 $codes = array_map('strval', array_keys(read_column("$lists/de.csv", 1, 3)));

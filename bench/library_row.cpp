@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <ctime>
 
-#include "account/account_check.h"
-#include "directory/bank_directory.h"
+#include "sepa/account/account_check.h"
+#include "sepa/directory/bank_directory.h"
 
 static double seconds_so_far() {
     timespec now;

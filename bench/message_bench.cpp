@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "message/sepa.h"
+#include "sepa/message/sepa.h"
 
 namespace {
 

@@ -1,7 +1,8 @@
 # What a C++ program may include: the chief headers of the folders and, found
 # by following their #include lines, what they need of the library's.
 set(chief_headers
-  message/sepa.h message/xmlbuf.h iban/iban.h directory/bank_directory.h account/account_check.h statement/mt940.h)
+  sepa/message/sepa.h sepa/message/xmlbuf.h sepa/iban/iban.h sepa/directory/bank_directory.h sepa/account/account_check.h
+  sepa/statement/mt940.h)
 
 set(public_headers)
 set(waiting ${chief_headers})
@@ -11,11 +12,11 @@ while(waiting)
     continue()
   endif()
   list(APPEND public_headers ${header})
-  file(STRINGS ${header} includes REGEX "^#include \"")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS src/${header})
+  file(STRINGS src/${header} includes REGEX "^#include \"")
   list(TRANSFORM includes REPLACE "^#include \"([^\"]*)\".*" "\\1")
   list(APPEND waiting ${includes})
 endwhile()
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${public_headers})
 
 # The shared library exports what these headers declare and nothing else: all
 # is compiled with hidden symbols, and every source reads this file first.

@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME dev)
-set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/sepa)
+set(header_dir ${CMAKE_INSTALL_INCLUDEDIR})
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/sepa)
 
 install(TARGETS sepa_core EXPORT sepa
@@ -13,7 +13,7 @@ install(TARGETS sepa_core EXPORT sepa
   INCLUDES DESTINATION ${header_dir})
 foreach(header IN LISTS public_headers)
   get_filename_component(folder ${header} DIRECTORY)
-  install(FILES ${header} DESTINATION ${header_dir}/${folder})
+  install(FILES src/${header} DESTINATION ${header_dir}/${folder})
 endforeach()
 
 set(files ${PROJECT_BINARY_DIR}/generated)

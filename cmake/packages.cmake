@@ -27,7 +27,7 @@ set(CPACK_DEBIAN_DEV_DESCRIPTION
 
 # --- sepa-toolkit
 set(toolkit share/php/Sepa/Toolkit)
-install(DIRECTORY php/ DESTINATION ${toolkit} COMPONENT toolkit USE_SOURCE_PERMISSIONS
+install(DIRECTORY toolkit/ DESTINATION ${toolkit} COMPONENT toolkit USE_SOURCE_PERMISSIONS
   PATTERN tests EXCLUDE PATTERN vendor EXCLUDE PATTERN phpunit.xml EXCLUDE)
 file(CREATE_LINK ../${toolkit}/bin/sepa ${PROJECT_BINARY_DIR}/generated/sepa SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/generated/sepa DESTINATION bin COMPONENT toolkit)
@@ -53,15 +53,15 @@ if(SEPA_PHP_MODULE)
   string(REGEX MATCH "^[0-9]+\\.[0-9]+" php_version "${php_release}")
 
   set(scripts ${PROJECT_BINARY_DIR}/generated/php)
-  configure_file(packaging/debian/postinst.in ${scripts}/postinst @ONLY)
-  configure_file(packaging/debian/postrm.in ${scripts}/postrm @ONLY)
+  configure_file(cmake/debian/postinst.in ${scripts}/postinst @ONLY)
+  configure_file(cmake/debian/postrm.in ${scripts}/postrm @ONLY)
   set(ini etc/php/${php_version}/mods-available/sepa.ini)
   file(CONFIGURE OUTPUT ${scripts}/conffiles CONTENT "/${ini}\n")
 
   install(FILES ${SEPA_PHP_MODULE} DESTINATION ${php_extension_dir} COMPONENT php)
-  install(FILES packaging/debian/sepa.ini DESTINATION /etc/php/${php_version}/mods-available COMPONENT php)
+  install(FILES cmake/debian/sepa.ini DESTINATION /etc/php/${php_version}/mods-available COMPONENT php)
   # On PHP's include path, where development tools look for source.
-  install(FILES binding/sepa.stub.php DESTINATION share/php/sepa COMPONENT php)
+  install(FILES src/sepa/binding/sepa.stub.php DESTINATION share/php/sepa COMPONENT php)
   set(package php${php_version}-sepa)
   package_docs(php ${package} README.md docs/messages.md docs/iban.md docs/statements.md)
   file(GLOB examples examples/*.php examples/*.csv examples/*.sta)

@@ -1,13 +1,13 @@
-#include "tools/bank_lists.h"
+#include "bank_lists.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <map>
 
-#include "account/method_codes.h"
-#include "iban/rules/rule_versions.h"
-#include "text/ascii.h"
+#include "sepa/account/method_codes.h"
+#include "sepa/iban/rules/rule_versions.h"
+#include "sepa/text/ascii.h"
 
 using namespace sepa_internal;
 

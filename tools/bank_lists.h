@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/list_text.h"
+#include "list_text.h"
 
 // The header lines of the lists of a release, and the columns by name. The
 // German list has one row for each bank code and period.

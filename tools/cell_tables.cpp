@@ -1,9 +1,9 @@
-#include "tools/cell_tables.h"
+#include "cell_tables.h"
 
 #include <map>
 
-#include "directory/bank_codes.h"
-#include "tools/files.h"
+#include "sepa/directory/bank_codes.h"
+#include "files.h"
 
 using namespace sepa_internal;
 

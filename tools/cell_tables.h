@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "tools/bank_lists.h"
+#include "bank_lists.h"
 
 void write_bank_codes(FILE* out, const directory_t& directory);
 void write_bic_cells(FILE* out, const directory_t& directory);

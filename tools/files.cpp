@@ -1,11 +1,11 @@
-#include "tools/files.h"
+#include "files.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "tools/list_text.h"
+#include "list_text.h"
 
 void stop(const std::string& reason) {
     fprintf(stderr, "%s: %s\n", program_name, reason.c_str());

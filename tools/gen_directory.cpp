@@ -21,9 +21,9 @@
 #include <string>
 #include <vector>
 
-#include "tools/bank_lists.h"
-#include "tools/cell_tables.h"
-#include "tools/files.h"
+#include "bank_lists.h"
+#include "cell_tables.h"
+#include "files.h"
 
 const char* const program_name = "gen_directory";
 

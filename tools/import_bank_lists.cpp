@@ -26,10 +26,10 @@
 #include <filesystem>
 #include <map>
 
-#include "tools/bank_lists.h"
-#include "tools/files.h"
-#include "tools/list_changes.h"
-#include "tools/published_lists.h"
+#include "bank_lists.h"
+#include "files.h"
+#include "list_changes.h"
+#include "published_lists.h"
 
 const char* const program_name = "import_bank_lists";
 

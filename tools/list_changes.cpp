@@ -1,4 +1,4 @@
-#include "tools/list_changes.h"
+#include "list_changes.h"
 
 #include <algorithm>
 #include <map>

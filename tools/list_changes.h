@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tools/list_text.h"
+#include "list_text.h"
 
 struct list_changes_t {
     size_t removed;      // keys of the earlier list that the later one lacks

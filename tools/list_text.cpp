@@ -1,8 +1,8 @@
-#include "tools/list_text.h"
+#include "list_text.h"
 
 #include <algorithm>
 
-#include "text/ascii.h"
+#include "sepa/text/ascii.h"
 
 using namespace sepa_internal;
 

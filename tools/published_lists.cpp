@@ -1,10 +1,10 @@
-#include "tools/published_lists.h"
+#include "published_lists.h"
 
 #include <algorithm>
 #include <map>
 #include <numeric>
 
-#include "tools/bank_lists.h"
+#include "bank_lists.h"
 
 namespace {
 

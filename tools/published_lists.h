@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tools/list_text.h"
+#include "list_text.h"
 
 // The German central bank's list of bank codes: records of 168 bytes, of 174
 // with the IBAN rule, or CSV with a header line. The main record of each bank

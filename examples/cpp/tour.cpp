@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <memory>
 
-#include "directory/bank_directory.h"
-#include "iban/iban.h"
-#include "message/sepa.h"
-#include "statement/mt940.h"
+#include "sepa/directory/bank_directory.h"
+#include "sepa/iban/iban.h"
+#include "sepa/message/sepa.h"
+#include "sepa/statement/mt940.h"
 
 // What the library hands out has one owner, who gives it back.
 struct give_back {

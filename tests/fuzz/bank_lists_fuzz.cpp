@@ -1,6 +1,6 @@
 // The reader of the bank lists. Input: the four lists, a NUL behind each; a
 // list without a header gets its own, since no engine guesses it.
-#include "directory/bank_directory.h"
+#include "sepa/directory/bank_directory.h"
 #include "tests/fuzz/fuzz.h"
 #include "tools/bank_lists.h"
 

@@ -10,11 +10,11 @@
 #include <utility>
 #include <vector>
 
-#include "message/sepa.h"
+#include "sepa/message/sepa.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_snapshot.h"
-#include "text/scan.h"
+#include "sepa/text/scan.h"
 
 using sepa_internal::begins_with;
 

@@ -2,7 +2,7 @@
 // what they point at lies within the text.
 #include <set>
 
-#include "statement/mt940.h"
+#include "sepa/statement/mt940.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/unit/statement_dump.h"
 

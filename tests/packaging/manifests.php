@@ -45,7 +45,7 @@ $wanted = array_merge(
     glob('*.md'),
     glob('tests/phpt/*.{phpt,inc}', GLOB_BRACE),
     preg_grep('~^examples/(cpp/|\.)~', files_of('examples'), PREG_GREP_INVERT),
-    files_of('account', 'binding', 'directory', 'docs', 'iban', 'message', 'platform', 'statement', 'text', 'tools')
+    files_of('data', 'docs', 'src', 'tools')
 );
 foreach (array_diff($wanted, array_keys($packaged)) as $file) {
     $faults[] = "package.xml lacks $file";
@@ -55,12 +55,12 @@ foreach (array_diff(array_keys($packaged), $wanted) as $file) {
 }
 foreach ($packaged as $file => $role) {
     $fits = ['md' => 'doc', 'phpt' => 'test', 'inc' => 'test', 'cpp' => 'src', 'h' => 'src'][pathinfo($file, PATHINFO_EXTENSION)] ?? $role;
-    same("role of $file", $role, strpos($file, 'directory/') === 0 ? 'src' : $fits);
+    same("role of $file", $role, strpos($file, 'data/') === 0 ? 'src' : $fits);
 }
 
 $release = read('package.xml', '/<release>(\d+\.\d+\.\d+)</');
 same('versions of package.xml and CMakeLists.txt', $release, read('CMakeLists.txt', '/^project\(sepa VERSION ([\d.]+)/m'));
-same('versions of package.xml and the module', $release, read('binding/sepa_module.h', '/SEPA_VERSION "([^"]+)"/') . strrchr($release, '.'));
+same('versions of package.xml and the module', $release, read('src/sepa/binding/sepa_module.h', '/SEPA_VERSION "([^"]+)"/') . strrchr($release, '.'));
 preg_match('/^## (\S+), (\S+)$/m', file_get_contents('CHANGELOG.md'), $latest);
 same('release of package.xml and the latest of CHANGELOG.md', [$release, read('package.xml', '/<date>([\d-]+)</')], array_slice($latest, 1));
 

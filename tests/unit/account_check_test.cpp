@@ -1,4 +1,4 @@
-#include "account/account_check.h"
+#include "sepa/account/account_check.h"
 
 #include <gtest/gtest.h>
 

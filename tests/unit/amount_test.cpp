@@ -1,4 +1,4 @@
-#include "text/amount.h"
+#include "sepa/text/amount.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 #include "tests/unit/posix_pattern.h"
 #include "tests/unit/test_files.h"
-#include "text/field_check.h"
+#include "sepa/text/field_check.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The machine's own clock, which all other tests replace.
-#include "platform/clock.h"
+#include "sepa/platform/clock.h"
 
 #include <gtest/gtest.h>
 

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "directory/bank_directory.h"
-#include "directory/directory_tables.h"
-#include "iban/iban.h"
+#include "sepa/directory/bank_directory.h"
+#include "sepa/directory/directory_tables.h"
+#include "sepa/iban/iban.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/test_files.h"
 

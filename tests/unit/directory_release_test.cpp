@@ -8,9 +8,9 @@
 #include <random>
 #include <set>
 
-#include "directory/bank_codes.h"
-#include "directory/bank_directory.h"
-#include "directory/directory_tables.h"
+#include "sepa/directory/bank_codes.h"
+#include "sepa/directory/bank_directory.h"
+#include "sepa/directory/directory_tables.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/test_files.h"
 

@@ -1,6 +1,6 @@
 #include "tests/unit/fixed_clock.h"
 
-#include "platform/clock.h"
+#include "sepa/platform/clock.h"
 
 time_t fixed_now = 1714972089;
 long fixed_local_offset = 7200;

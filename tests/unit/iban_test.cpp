@@ -1,7 +1,7 @@
 // IBAN_check against the published structures and a plainer reading: the
 // country's own pattern by regexec, a long division on decimal text, and the
 // parts of a German IBAN looked up.
-#include "iban/iban.h"
+#include "sepa/iban/iban.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <map>
 #include <random>
 
-#include "account/account_check.h"
-#include "directory/bank_directory.h"
+#include "sepa/account/account_check.h"
+#include "sepa/directory/bank_directory.h"
 #include "tests/unit/posix_pattern.h"
 #include "tests/unit/test_files.h"
 

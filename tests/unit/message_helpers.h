@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "message/sepa.h"
+#include "sepa/message/sepa.h"
 #include "tests/unit/message_snapshot.h"
 
 struct message_deleter {

@@ -7,7 +7,7 @@
 #include <string>
 #include <tuple>
 
-#include "message/sepa.h"
+#include "sepa/message/sepa.h"
 
 inline constexpr const char* rulebook_names[] = {"DE-2.6", "DE-2.7", "AT-6",   "NL-6",   "DE-2.8",
                                                  "DE-2.9", "DE-3.0", "DE-3.1", "DE-3.5", "DE-3.7"};

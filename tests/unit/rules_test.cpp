@@ -3,9 +3,9 @@
 #include <cstring>
 #include <set>
 
-#include "account/account_check.h"
-#include "iban/iban.h"
-#include "iban/rules/branch_ranges.h"
+#include "sepa/account/account_check.h"
+#include "sepa/iban/iban.h"
+#include "sepa/iban/rules/branch_ranges.h"
 #include "tests/unit/test_files.h"
 
 using namespace sepa_internal;

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "statement/mt940.h"
+#include "sepa/statement/mt940.h"
 
 class dump_t {
 public:

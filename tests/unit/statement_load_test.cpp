@@ -9,7 +9,7 @@
 #include <fstream>
 #include <string>
 
-#include "statement/mt940.h"
+#include "sepa/statement/mt940.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "statement/text_search.h"
+#include "sepa/statement/text_search.h"
 #include "tests/unit/test_files.h"
-#include "text/scan.h"
-#include "text/utf8.h"
+#include "sepa/text/scan.h"
+#include "sepa/text/utf8.h"
 
 using namespace sepa_internal;
 

@@ -1,11 +1,11 @@
 // Eight characters at a time, against one after the other.
-#include "text/words.h"
+#include "sepa/text/words.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "text/ascii.h"
+#include "sepa/text/ascii.h"
 
 using namespace sepa_internal;
 

@@ -1,5 +1,5 @@
 // The text buffer: growth to the byte, what is appended, what is escaped.
-#include "message/xmlbuf.h"
+#include "sepa/message/xmlbuf.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,89 @@
+#include "sepa/message/charset.h"
+
+#include <array>
+#include <cstring>
+
+#include "sepa/message/special_bytes.h"
+
+namespace sepa_internal {
+
+// Beside the sets (charset_bit_t) that a byte begins a character of: what must
+// come after it, and what may come after the lead of an umlaut.
+enum : uint8_t { UMLAUT_LEAD = 16, UMLAUT_TAIL = 32, EURO_LEAD = 64 };
+
+static constexpr size_t index_of(char c) { return static_cast<unsigned char>(c); }
+
+static constexpr auto make_bytes() {
+    std::array<uint8_t, 256> bytes{};
+    for (char c = 'A'; c <= 'Z'; ++c) bytes[index_of(c)] = bytes[index_of(c) | 0x20U] = SET_BASE;
+    for (char c = '0'; c <= '9'; ++c) bytes[index_of(c)] = SET_BASE;
+    for (const char* p = "'()+,-./:?"; *p; ++p) bytes[index_of(*p)] = SET_BASE;
+    bytes[index_of(' ')] = SET_BLANK;
+    for (const char* p = "$%&*"; *p; ++p) bytes[index_of(*p)] = SET_GERMAN;
+    for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) bytes[index_of(*p)] = SET_AUSTRIAN;
+    for (const char* p = "\x84\x96\x9C\xA4\xB6\xBC\x9F"; *p; ++p) bytes[index_of(*p)] = UMLAUT_TAIL;  // of ÄÖÜäöüß
+    bytes[0xC3] = SET_GERMAN | UMLAUT_LEAD;
+    bytes[0xE2] = SET_AUSTRIAN | EURO_LEAD;
+    return bytes;
+}
+static constexpr auto bytes = make_bytes();
+
+// Bytes of the character at `p` if it is one of `sets`, else 0.
+static size_t character_length(const char* p, unsigned sets) {
+    unsigned byte = bytes[index_of(*p)];
+    if (!(byte & sets)) return 0;
+    if (byte & UMLAUT_LEAD) return bytes[index_of(p[1])] & UMLAUT_TAIL ? 2 : 0;
+    if (byte & EURO_LEAD) return p[1] == '\x82' && p[2] == '\xAC' ? 3 : 0;
+    return 1;
+}
+
+static unsigned sets_of_level(const charsets_t& charsets, int level) {
+    if (level <= CHARSET_STRICT) return charsets.strict;
+    return level == CHARSET_SPACE ? charsets.space : charsets.extended;
+}
+
+bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int level) {
+    unsigned sets = sets_of_level(rulebook.charsets, level);
+    size_t next = 0;  // the character's first byte
+    auto visit = [&](size_t at) {
+        if (at < next) return true;
+        const char* p = text->bytes + at;
+        size_t length = character_length(p, sets);
+        if (!length && bad) *bad = *p;
+        text->added += added_by(*p);
+        next = at + length;
+        return length > 0;
+    };
+    if (sets & SET_BLANK) return each_special(text->bytes, text->length, visit);
+    for (size_t at = 0; at < text->length; ++at)
+        if (!visit(at)) return false;
+    return true;
+}
+
+text_t measured(const char* from, size_t length) {
+    text_t text = {from, length, 0};
+    each_special(from, length, [&text](size_t at) {
+        text.added += added_by(text.bytes[at]);
+        return true;
+    });
+    return text;
+}
+
+}  // namespace sepa_internal
+
+using namespace sepa_internal;
+
+int sepa_check_charset(const char* text, char* bad, int level) {
+    if (!text) return 1;
+    text_t measured = {text, strlen(text), 0};
+    return check_charset(rulebook_in_force(), &measured, bad, level);
+}
+
+bool sepa_check_message_id(const char* text) {
+    constexpr size_t max_length = 35;
+    if (!text) return false;
+    size_t length = 0;
+    for (; text[length]; ++length)
+        if (length == max_length || !(bytes[index_of(text[length])] & (SET_BASE | SET_BLANK))) return false;
+    return length > 0;
+}
