@@ -18,6 +18,8 @@ final class App
         'Cache-Control' => 'no-store',
     ];
 
+    private const METHODS = ['GET', 'HEAD', 'POST'];
+
     /** @var array<string, Page> */
     private array $pages;
 
@@ -42,6 +44,12 @@ final class App
         $name = isset($this->pages[$request->page()]) ? $request->page() : 'iban';
         $page = $this->pages[$name];
         try {
+            if (!$request->isForThisHost()) {
+                throw new Refused('The page is not served under this name.', 421);
+            }
+            if (!in_array($request->method(), self::METHODS, true)) {
+                throw new Refused('The page is asked by GET or POST.', 405);
+            }
             if ($request->isPost()) {
                 $request->verify();
             }
@@ -72,6 +80,8 @@ final class App
         // Strict would keep it back when a link elsewhere leads here, and a new one would then void all open forms.
         $cookie = ['Set-Cookie' => Request::TOKEN . '=' . $request->token() . "; Path=/; HttpOnly; SameSite=Lax$secure"];
 
-        return self::HEADERS + $type + $cookie;
+        $allow = $response->status === 405 ? ['Allow' => implode(', ', self::METHODS)] : [];
+
+        return self::HEADERS + $type + $cookie + $allow;
     }
 }

@@ -11,6 +11,8 @@ final class Request
 
     public const MAX_UPLOAD = 10 * 1024 * 1024;
 
+    private const LOCAL_HOSTS = ['localhost', '127.0.0.1', '[::1]'];
+
     /** The last field of each form. Without it the engine has cut the form, at max_input_vars. */
     public const LAST_FIELD = 'complete';
 
@@ -53,9 +55,28 @@ final class Request
         return new self($_GET, $_POST, $_FILES, $_COOKIE, $_SERVER);
     }
 
+    public function method(): string
+    {
+        return (string) ($this->server['REQUEST_METHOD'] ?? 'GET');
+    }
+
+    /**
+     * Whether the browser asked for this server. A site elsewhere whose name leads
+     * here could otherwise read what the page answers.
+     */
+    public function isForThisHost(): bool
+    {
+        $asked = strtolower((string) preg_replace('/\.?(:\d*)?$/D', '', (string) ($this->server['HTTP_HOST'] ?? '')));
+        $address = (string) ($this->server['SERVER_ADDR'] ?? '');
+        $given = (string) ($this->server['SEPA_HOSTS'] ?? getenv('SEPA_HOSTS'));
+        $own = array_merge(self::LOCAL_HOSTS, [$address, "[$address]", (string) ($this->server['SERVER_NAME'] ?? '')], explode(' ', strtr($given, ',', ' ')));
+
+        return $asked !== '' && in_array($asked, array_map('strtolower', $own), true);
+    }
+
     public function isPost(): bool
     {
-        return ($this->server['REQUEST_METHOD'] ?? '') === 'POST';
+        return $this->method() === 'POST';
     }
 
     public function isSecure(): bool

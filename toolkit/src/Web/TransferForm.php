@@ -45,8 +45,14 @@ final class TransferForm
     /** @var list<array<string, string>> */
     public array $rows = [];
 
+    /** @var string what ids of the messages that come of this form begin with, and are made of */
+    public string $seed;
+
     /** Whether the last line of the file that the rows come from has its end. */
     private bool $endsInLine = true;
+
+    /** @var string|null of a file whose rows are not those of the form */
+    private ?string $fileDigest = null;
 
     public function __construct(Request $request)
     {
@@ -54,6 +60,8 @@ final class TransferForm
         foreach (['name', 'iban', 'bic', 'date', 'messageId'] as $key) {
             $this->party[$key] = $request->text($key);
         }
+        $seed = $request->text('seed');
+        $this->seed = preg_match('/^\d{8}-\d{6}-[0-9a-f]{12}$/D', $seed) ? $seed : Payments::newMessageId();
         $this->rulebook = in_array($request->text('rulebook'), Payments::RULEBOOKS, true) ? $request->text('rulebook') : 'DE-3.7';
         $this->german = $isNew || $request->text('german') !== '';
         $this->transliterate = $request->text('transliterate') !== '';
@@ -68,12 +76,37 @@ final class TransferForm
         return (string) Ibans::check($this->party['iban'])->bic;
     }
 
-    /** Fills in what nobody has to type. */
-    public function complete(): void
+    /**
+     * The id for what the form has now, unless one is typed: the same payments
+     * get the same id, so that the bank refuses them the second time, and others
+     * get another.
+     */
+    public function messageId(): string
     {
-        if ($this->party['messageId'] === '') {
-            $this->party['messageId'] = Payments::newMessageId();
+        $party = ['messageId' => '', 'date' => $this->party['date'] ?: date('Y-m-d')] + $this->party;
+        $content = [$party, $this->rulebook, $this->german, $this->transliterate, $this->ignoreUnknown, $this->fileDigest ?? $this->filledCells()];
+        $made = substr($this->seed, 0, -12) . substr(hash_hmac('sha256', serialize($content), $this->seed), 0, 12);
+
+        return $this->party['messageId'] === '' ? $made : $this->party['messageId'];
+    }
+
+    /** @return list<array<string, string>> rows without empty cells, whatever columns are shown */
+    private function filledCells(): array
+    {
+        $rows = [];
+        foreach ($this->rows as $row) {
+            $cells = array_filter($row, static fn (string $cell): bool => $cell !== '');
+            ksort($cells);
+            $rows[] = $cells;
         }
+
+        return array_values(array_filter($rows));
+    }
+
+    /** Its rows are the payments, in place of the form's. */
+    public function takeWhole(string $path): void
+    {
+        $this->fileDigest = (string) hash_file('sha256', $path);
     }
 
     /** @param list<string> $keys those that a transfer has are shown, too */
@@ -96,7 +129,7 @@ final class TransferForm
             $this->party['bic'] === '' ? $this->foundBic() : $this->party['bic'],
             $this->rulebook,
             $this->party['date'] === '' ? null : $this->party['date'],
-            $this->party['messageId'],
+            $this->messageId(),
             true,
             $this->transliterate
         );

@@ -62,9 +62,11 @@ final class TransferPage implements Page
         if ($do === 'example') {
             $form->party = array_merge($form->party, self::EXAMPLE_PARTY);
         }
-        $form->complete();
         try {
             $isFile = $path !== null && !$form->take(self::reader($path));
+            if ($isFile) {
+                $form->takeWhole($path);
+            }
             $payments = $form->payments();
             if (!$isFile) {
                 $form->fill($payments);
@@ -178,7 +180,7 @@ final class TransferPage implements Page
         }
         $party = '';
         foreach (self::PARTY as $key => [$label, $attributes]) {
-            $attributes += $key === 'bic' ? ['placeholder' => $form->foundBic()] : [];
+            $attributes += ['bic' => ['placeholder' => $form->foundBic()], 'messageId' => ['placeholder' => $form->messageId()]][$key] ?? [];
             $party .= Html::field($key, $label, $form->party[$key], $attributes, $by[''][$key] ?? [], self::HELP[$key] ?? '');
         }
         $rulebooks = '';
@@ -193,7 +195,7 @@ final class TransferPage implements Page
         $example = is_file(self::EXAMPLE) ? '<button class="quiet" name="do" value="example">Fill in an example</button>' : '';
 
         return '<form class="transfer" id="transfer" method="post" action="?page=transfer" enctype="multipart/form-data">'
-            . "<input type=\"hidden\" name=\"columns\" value=\"$columns\">"
+            . "<input type=\"hidden\" name=\"columns\" value=\"$columns\"><input type=\"hidden\" name=\"seed\" value=\"$form->seed\">"
             . "<section class=\"card\"><h2>From</h2><div class=\"party\">$party</div></section>"
             . '<section class="card"><h2>Payments</h2>' . $this->rows($form, $by)
             . '<button class="quiet" name="do" value="check" hidden></button><button class="quiet" name="do" value="more">More rows</button>'

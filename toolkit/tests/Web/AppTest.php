@@ -50,6 +50,11 @@ final class AppTest extends TestCase
             [403, self::post('iban', [Request::TOKEN => 'x'] + $form, [], [], 'x')],
             [403, self::post('iban', $form, [], ['HTTP_ORIGIN' => 'http://localhost:8081'])],
             [403, self::post('iban', $form, [], ['HTTP_ORIGIN' => 'null'])],
+            [200, self::post('iban', $form, [], ['HTTP_HOST' => '[fd00::1]:80', 'HTTP_ORIGIN' => 'http://[fd00::1]:80', 'SERVER_ADDR' => 'fd00::1'])],
+            [200, self::post('iban', $form, [], ['HTTP_HOST' => 'Pay.example', 'HTTP_ORIGIN' => '', 'SEPA_HOSTS' => 'a.example, pay.example'])],
+            [421, self::post('iban', $form, [], ['HTTP_HOST' => 'evil.example', 'HTTP_ORIGIN' => '', 'SERVER_NAME' => 'pay.example'])],
+            [421, self::post('iban', $form, [], ['HTTP_HOST' => ''])],
+            [405, self::post('iban', $form, [], ['REQUEST_METHOD' => 'TRACE'])],
             [413, self::post('iban', [Request::LAST_FIELD => ''] + $form)],
             [413, self::post('iban', [Request::LAST_FIELD => '', Request::TOKEN => ''], [], ['CONTENT_LENGTH' => '99999999'])],
         ];
@@ -116,6 +121,32 @@ final class AppTest extends TestCase
         self::assertNull(self::post('transfer', ['row' => [$row, $row, $row]] + $twice + ['seen' => $seen[1]])->filename);
     }
 
+    public function testEachBatchOfATabHasAMessageIdOfItsOwn(): void
+    {
+        $row = ['name' => 'B', 'iban' => 'DE12500105170648489890', 'amount' => '1,00'];
+        $form = ['do' => 'document', 'german' => '1', 'seed' => '20261123-101500-0123456789ab'] + self::PARTY;
+        $id = static function (array $form, array $files = []): string {
+            $pattern = '/<MsgId>([\w-]+)<|id="f-messageId"[^>]* placeholder="([\w-]+)"/';
+            preg_match($pattern, self::post('transfer', $form, $files)->body, $id);
+
+            return end($id);
+        };
+        $csv = "amount;iban;name\n1,00;{$row['iban']};B\n";
+        $first = $id(['row' => [$row]] + $form);
+        self::assertStringStartsWith('20261123-101500-', $first);
+        self::assertSame($first, $id(['row' => [[], $row + ['ref' => '']], 'columns' => 'ref'] + $form));
+        self::assertSame($first, $id($form, self::upload($csv)));
+        $others = [
+            $id(['row' => [['amount' => '2,00'] + $row]] + $form),
+            $id(['row' => [$row], 'date' => '2030-01-02'] + $form),
+            $id(['row' => [$row], 'rulebook' => 'DE-3.5'] + $form),
+            $id(['row' => [$row], 'name' => 'C'] + $form),
+            $id(['row' => [$row], 'seed' => ''] + $form),
+        ];
+        self::assertCount(6, array_unique(array_merge([$first], $others)));
+        self::assertSame('M1', $id(['row' => [$row], 'messageId' => 'M1'] + $form));
+    }
+
     public function testTheBicFollowsTheIbanUnlessItWasTyped(): void
     {
         $form = ['do' => 'document', 'row' => [['name' => 'B', 'iban' => 'DE12500105170648489890', 'amount' => '1.00']]];
@@ -165,7 +196,7 @@ final class AppTest extends TestCase
 
     public function testThePolicyLetsNothingInFromElsewhere(): void
     {
-        $request = new Request([], [], [], [], ['HTTPS' => 'on']);
+        $request = new Request([], [], [], [], ['HTTPS' => 'on', 'HTTP_HOST' => 'localhost']);
         $headers = (new App())->headers($request, new Response(''));
         self::assertStringStartsWith("default-src 'none'; style-src 'self';", $headers['Content-Security-Policy']);
         self::assertStringNotContainsString('unsafe', $headers['Content-Security-Policy']);
