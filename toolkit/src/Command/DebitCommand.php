@@ -5,6 +5,8 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Payment\Collections;
+use Sepa\Toolkit\Payment\Options;
+use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
@@ -17,7 +19,7 @@ final class DebitCommand extends PaymentsCommand
     {
         parent::configure();
         $this->addOption('creditor-id', null, InputOption::VALUE_REQUIRED, 'Your creditor identifier');
-        $this->addOption('type', null, InputOption::VALUE_REQUIRED, implode(', ', array_keys(Collections::TYPES)), 'CORE');
+        $this->addOption('type', null, InputOption::VALUE_REQUIRED, implode(', ', array_keys(Options::TYPES)), 'CORE');
         $this->setName('debit')->setDescription('Makes a direct debit for the bank out of a CSV file');
         $this->setHelp(<<<'HELP'
             The headings are transaction keys (name, iban, amount, seq, mref, mdate, ref,
@@ -35,7 +37,7 @@ final class DebitCommand extends PaymentsCommand
     {
         parent::complete($input, $suggestions);
         if ($input->mustSuggestOptionValuesFor('type')) {
-            $suggestions->suggestValues(array_keys(Collections::TYPES));
+            $suggestions->suggestValues(array_keys(Options::TYPES));
         }
     }
 
@@ -44,16 +46,13 @@ final class DebitCommand extends PaymentsCommand
         self::need($input, ['name', 'iban', 'bic', 'creditor-id']);
 
         return new Collections(
-            $input->getOption('name'),
-            $input->getOption('iban'),
-            $input->getOption('bic'),
-            $input->getOption('creditor-id'),
-            $input->getOption('type'),
-            $input->getOption('rulebook'),
-            $input->getOption('date'),
-            $input->getOption('message-id'),
-            !$input->getOption('single-booking'),
-            $input->getOption('transliterate')
+            Party::creditor(
+                $input->getOption('name'),
+                $input->getOption('iban'),
+                $input->getOption('bic'),
+                $input->getOption('creditor-id')
+            ),
+            self::options($input)->ofType($input->getOption('type'))
         );
     }
 }

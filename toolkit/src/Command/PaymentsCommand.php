@@ -6,7 +6,9 @@ namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Options;
 use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Completion\CompletionInput;
@@ -35,7 +37,7 @@ abstract class PaymentsCommand extends Command
         $this->addOption('name', null, $required, 'Your name');
         $this->addOption('iban', null, $required, 'Your IBAN');
         $this->addOption('bic', null, $required, "Your bank's BIC");
-        $this->addOption('rulebook', null, $required, implode(', ', Payments::RULEBOOKS), 'DE-3.7');
+        $this->addOption('rulebook', null, $required, implode(', ', Rulebook::names()), Rulebook::LATEST);
         $this->addOption('date', null, $required, 'Day for rows without one, such as 2026-12-31; today without');
         $this->addOption('message-id', null, $required, 'Id of the message, at most 30 characters; generated without');
         $this->addOption('single-booking', null, InputOption::VALUE_NONE, 'One booking for each payment instead of one for all');
@@ -93,11 +95,20 @@ abstract class PaymentsCommand extends Command
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
     {
         if ($input->mustSuggestOptionValuesFor('rulebook')) {
-            $suggestions->suggestValues(Payments::RULEBOOKS);
+            $suggestions->suggestValues(Rulebook::names());
         }
         if ($input->mustSuggestArgumentValuesFor('file') || $input->mustSuggestOptionValuesFor('output')) {
             $suggestions->suggestValues(glob($input->getCompletionValue() . '*', GLOB_MARK) ?: []);
         }
+    }
+
+    protected static function options(InputInterface $input): Options
+    {
+        return Options::under($input->getOption('rulebook'))
+            ->on($input->getOption('date'))
+            ->withMessageId($input->getOption('message-id'))
+            ->bookedSingly($input->getOption('single-booking'))
+            ->transliterating($input->getOption('transliterate'));
     }
 
     /** @param list<string> $options */

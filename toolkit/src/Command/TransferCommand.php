@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
+use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Transfers;
 use Symfony\Component\Console\Input\InputInterface;
@@ -31,14 +32,8 @@ final class TransferCommand extends PaymentsCommand
         self::need($input, ['name', 'iban', 'bic']);
 
         return new Transfers(
-            $input->getOption('name'),
-            $input->getOption('iban'),
-            $input->getOption('bic'),
-            $input->getOption('rulebook'),
-            $input->getOption('date'),
-            $input->getOption('message-id'),
-            !$input->getOption('single-booking'),
-            $input->getOption('transliterate')
+            Party::payer($input->getOption('name'), $input->getOption('iban'), $input->getOption('bic')),
+            self::options($input)
         );
     }
 }

@@ -4,34 +4,13 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Csv;
 
+use Sepa\Toolkit\Payment\Keys;
+
 /** What the headings of spreadsheets mean. */
 final class Headings
 {
-    /** Usual German and English headings by key, in the form of plain(). */
+    /** Those of what is no payment's, in the form of plain(); Payment\Keys has the others. */
     private const SYNONYMS = [
-        'name' => ['empfaenger', 'empfaengername', 'zahlungsempfaenger', 'beguenstigter', 'kontoinhaber', 'zahlungspflichtiger',
-            'zahler', 'schuldner', 'kunde', 'lieferant', 'recipient', 'payee', 'beneficiary', 'accountholder', 'debtor', 'payer',
-            'creditor', 'customer', 'supplier'],
-        'iban' => ['kontoiban', 'ibanempfaenger', 'empfaengeriban', 'ibandesempfaengers', 'accountiban', 'ibannumber'],
-        'bic' => ['swift', 'swiftcode', 'biccode', 'bicswift', 'swiftbic', 'bicempfaenger'],
-        'amount' => ['betrag', 'betrageur', 'betragineur', 'betrageuro', 'betragineuro', 'summe', 'zahlbetrag', 'amounteur', 'sum', 'total'],
-        'ref' => ['verwendungszweck', 'zweck', 'buchungstext', 'reference', 'remittance', 'remittanceinformation', 'paymentreference', 'details'],
-        'date' => ['datum', 'ausfuehrungsdatum', 'ausfuehrung', 'termin', 'faelligkeit', 'faelligkeitsdatum', 'faelligam', 'einzugsdatum',
-            'duedate', 'executiondate', 'collectiondate', 'paymentdate'],
-        'id' => ['endezuendeid', 'endezuendereferenz', 'endtoendid', 'e2eid', 'endtoendreference', 'kundenreferenz'],
-        'purp' => ['zweckcode', 'purposecode', 'purpose'],
-        'seq' => ['sequenz', 'sequenztyp', 'sequence', 'sequencetype'],
-        'mref' => ['mandat', 'mandatsreferenz', 'mandatsref', 'mandatsnummer', 'mandate', 'mandatereference', 'mandateid', 'umr'],
-        'mdate' => ['mandatsdatum', 'mandatvom', 'unterschriftsdatum', 'unterschriebenam', 'signed', 'signaturedate', 'mandatedate', 'dateofsignature'],
-        'old_mref' => ['altemandatsreferenz', 'altesmandat', 'oldmandate', 'oldmandatereference'],
-        'old_iban' => ['alteiban'],
-        'addrStreet' => ['strasse', 'street', 'streetname'],
-        'addrNum' => ['hausnummer', 'hausnr', 'housenumber', 'buildingnumber'],
-        'addrCode' => ['plz', 'postleitzahl', 'postcode', 'postalcode', 'zip', 'zipcode'],
-        'addrTown' => ['ort', 'stadt', 'wohnort', 'town', 'city'],
-        'addrCC' => ['land', 'laendercode', 'country', 'countrycode'],
-        'addrLine1' => ['adresse', 'anschrift', 'adresse1', 'address', 'address1', 'addressline1'],
-        'addrLine2' => ['adresse2', 'address2', 'addressline2'],
         'account' => ['konto', 'kontonummer', 'kontonr', 'ktonr', 'accountnumber', 'accountno'],
         'bank_code' => ['blz', 'bankleitzahl', 'bankid', 'sortcode'],
         'query' => ['bic', 'swift', 'swiftcode', 'iban', 'blz', 'bankleitzahl', 'bankcode', 'bank'],
@@ -51,7 +30,8 @@ final class Headings
             }
         }
         foreach ($keys as $key) {
-            if (in_array($plain, self::SYNONYMS[$key] ?? [], true)) {
+            $usual = array_map([self::class, 'plain'], Keys::headings($key));
+            if (in_array($plain, array_merge($usual, self::SYNONYMS[$key] ?? []), true)) {
                 return $key;
             }
         }

@@ -35,11 +35,11 @@ final class Document
     }
 
     /** With what the schema of the rulebook wants besides. */
-    public function forBank(string $rulebook): string
+    public function forBank(Rulebook $rulebook): string
     {
         // A transfer without remittance information has none, not an empty one.
         $xml = preg_replace('~^\t*<RmtInf>\n\t*</RmtInf>\n~m', '', $this->xml);
-        if ($rulebook === 'DE-3.7') {
+        if ($rulebook->hasDt) {
             // pain.001.001.09 has a choice of date and time here.
             $xml = preg_replace(
                 '~^(\t*)<ReqdExctnDt>([^<\n]*)</ReqdExctnDt>$~m',

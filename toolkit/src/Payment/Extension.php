@@ -15,28 +15,16 @@ final class Extension
 
     private int $kind;
 
-    private string $rulebook;
+    private Rulebook $rulebook;
 
     /** @var array<string, bool> refused or not, by key and character */
     private array $characters = [];
 
     /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
-    public function __construct(int $kind, string $rulebook)
+    public function __construct(int $kind, Rulebook $rulebook)
     {
         $this->kind = $kind;
         $this->rulebook = $rulebook;
-        if (!\SEPA::init(SEPA_INIT_RULEBOOK, $rulebook)) {
-            throw new \InvalidArgumentException("unknown rulebook: $rulebook");
-        }
-    }
-
-    /**
-     * Makes the rulebook the process's again. It is one setting for all
-     * messages, so every use of a message begins with this.
-     */
-    public function select(): void
-    {
-        \SEPA::init(SEPA_INIT_RULEBOOK, $this->rulebook);
     }
 
     public function message(): \SEPA
@@ -55,7 +43,7 @@ final class Extension
         if ($this->kind === SEPA_MSGTYPE_DDI) {
             $row += ['seq' => 'RCUR'];
         }
-        if ($this->rulebook === 'DE-2.6') {
+        if ($this->rulebook->wantsBic) {
             $row += ['bic' => 'ABNANL2A'];
         }
         try {
@@ -73,7 +61,7 @@ final class Extension
         $row = [$key => $value];
         if ($key === 'bic') {
             // A bank outside the EEA asks for an address besides.
-            $row += $this->rulebook === 'DE-3.7' ? ['addrTown' => 'Bern', 'addrCC' => 'CH'] : ['addrLine1' => 'Bern'];
+            $row += $this->rulebook->structured ? ['addrTown' => 'Bern', 'addrCC' => 'CH'] : ['addrLine1' => 'Bern'];
         }
 
         return $this->refusal($row);

@@ -12,19 +12,12 @@ use Sepa\Toolkit\Iban\Ibans;
  */
 final class Inspector
 {
-    private const LINES = ['addrLine1', 'addrLine2'];
-
-    private const STRUCTURED = [
-        'addrDept', 'addrSubDept', 'addrStreet', 'addrNum', 'addrBldg', 'addrFloor', 'addrPoBox',
-        'addrRoom', 'addrCode', 'addrTown', 'addrLoc', 'addrDstrct', 'addrCtrySub',
-    ];
-
-    /** What an address cannot do without under DE-3.7. */
+    /** What an address by fields cannot do without. */
     private const ADDRESS = ['addrTown' => 'Town missing', 'addrCC' => 'Country missing'];
 
     private Extension $extension;
 
-    private string $rulebook;
+    private Rulebook $rulebook;
 
     /** @var array<string, string> text of its absence by key */
     private array $required;
@@ -36,29 +29,20 @@ final class Inspector
      * @param list<string> $keys
      * @param array<string, string> $required text of its absence by key
      */
-    public function __construct(Extension $extension, string $rulebook, array $keys, array $required)
+    public function __construct(Extension $extension, Rulebook $rulebook, array $keys, array $required)
     {
         $this->extension = $extension;
         $this->rulebook = $rulebook;
-        $this->required = $required + ($rulebook === 'DE-2.6' ? ['bic' => 'BIC missing'] : []);
+        $this->required = $required;
         foreach ($keys as $key) {
             $this->keys[strtolower($key)] = $key;
         }
     }
 
-    /**
-     * @param list<string> $keys that are not about addresses
-     * @return list<string> with those of addresses of all rulebooks
-     */
-    public static function withAddress(array $keys): array
-    {
-        return array_merge($keys, ['addrCC'], self::LINES, self::STRUCTURED);
-    }
-
     /** @return list<string> the keys under the rulebook */
     public function keys(): array
     {
-        return array_values(array_diff($this->keys, $this->rulebook === 'DE-3.7' ? self::LINES : self::STRUCTURED));
+        return array_values(array_diff($this->keys, Keys::ofGroup($this->rulebook->structured ? Keys::LINES : Keys::FIELDS)));
     }
 
     /**
@@ -79,13 +63,13 @@ final class Inspector
                 $faults[$given] = ['unknown_key', "Invalid transaction property '$given'"];
             } elseif (isset($values[$key]) || isset($faults[$key])) {
                 $faults[$key] = ['duplicate_key', "'$key' is given twice"];
-            } elseif ($this->rulebook !== 'DE-3.7' && in_array($key, self::STRUCTURED, true)) {
+            } elseif (!$this->rulebook->structured && Keys::group($key) === Keys::FIELDS) {
                 // Transfers would lose it without a word.
                 $faults[$key] = ['rulebook', 'selected SEPA rulebook does not support structured address data'];
             } elseif ($text === null) {
                 $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
             } else {
-                $values[$key] = $key === 'iban' || $key === 'old_iban' ? Ibans::normalise($text) : $text;
+                $values[$key] = Keys::form($key) === Keys::IBAN ? Ibans::normalise($text) : $text;
             }
         }
 
@@ -111,7 +95,7 @@ final class Inspector
         foreach (array_diff_key($this->required, $given) as $key => $text) {
             $faults[$key] = ['missing', $text];
         }
-        if ($this->rulebook === 'DE-3.7' && preg_grep('/^addr/', array_keys($given))) {
+        if ($this->rulebook->structured && array_intersect_key($given, Keys::address())) {
             foreach (array_diff_key(self::ADDRESS, $given) as $key => $text) {
                 $faults[$key] = ['address', $text];
             }
@@ -139,8 +123,8 @@ final class Inspector
         }
         // What is left is between values that are good by themselves.
         $between = $this->extension->refusal(array_diff_key($values, $faults));
-        if ($between !== null && !preg_grep('/^addr/', array_keys($faults))) {
-            $faults[$this->rulebook === 'DE-3.7' ? 'addrTown' : 'addrLine1'] = [null, $between];
+        if ($between !== null && !array_intersect_key($faults, Keys::address())) {
+            $faults[$this->rulebook->structured ? 'addrTown' : 'addrLine1'] = [null, $between];
         }
 
         return $faults ?: ['' => [null, $text]];

@@ -68,16 +68,16 @@ final class Oddities
      * @param array<string, string> $values
      * @param string $date of the collection
      */
-    public function mandate(array $values, string $date, string $rulebook, int $row, ?string $label): void
+    public function mandate(array $values, string $date, Rulebook $rulebook, int $row, ?string $label): void
     {
         if ($values['mdate'] > $date) {
             $this->add($row, $label, 'mdate', 'date_order', "Mandate of {$values['mdate']} is younger than its collection of $date");
         }
-        if (isset($values['smnda']) && in_array($rulebook, ['AT-6', 'NL-6'], true)) {
-            $this->add($row, $label, 'smnda', 'smnda_national', "SMNDA under $rulebook");
+        if (isset($values['smnda']) && $rulebook->smnda === Rulebook::OLD) {
+            $this->add($row, $label, 'smnda', 'smnda_national', "SMNDA under $rulebook->name");
         }
-        if (isset($values['smnda']) && strncmp($rulebook, 'DE-2.', 5) === 0 && strtoupper($values['seq']) !== 'FRST') {
-            $this->add($row, $label, 'smnda', 'smnda_sequence', "SMNDA with {$values['seq']} under $rulebook");
+        if (isset($values['smnda']) && $rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
+            $this->add($row, $label, 'smnda', 'smnda_sequence', "SMNDA with {$values['seq']} under $rulebook->name");
         }
     }
 

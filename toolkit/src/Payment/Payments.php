@@ -4,8 +4,6 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Payment;
 
-use Sepa\Toolkit\Iban\Ibans;
-
 /**
  * One message for the bank, tested as a whole: add payments, look at faults()
  * and warnings(), take the document() if there are no faults.
@@ -15,7 +13,8 @@ use Sepa\Toolkit\Iban\Ibans;
  */
 abstract class Payments implements \Countable
 {
-    public const RULEBOOKS = ['DE-2.6', 'DE-2.7', 'DE-2.8', 'DE-2.9', 'DE-3.0', 'DE-3.1', 'DE-3.5', 'DE-3.7', 'AT-6', 'NL-6'];
+    /** Kind of message, for the extension: SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI. */
+    protected const KIND = 0;
 
     /** The longest id of a payment block is the message id, "-P" and a number. */
     private const MAX_BLOCK_ID = 35;
@@ -25,7 +24,7 @@ abstract class Payments implements \Countable
 
     protected \SEPA $message;
 
-    protected string $rulebook;
+    protected Rulebook $rulebook;
 
     private Extension $extension;
 
@@ -53,33 +52,23 @@ abstract class Payments implements \Countable
     /** @var list<Change> */
     private array $changes = [];
 
-    /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
-    protected function __construct(
-        int $kind,
-        string $name,
-        string $iban,
-        string $bic,
-        string $rulebook,
-        ?string $date,
-        ?string $messageId,
-        bool $batchBooking,
-        bool $transliterate,
-        ?\DateTimeInterface $today
-    ) {
-        $this->rulebook = $rulebook;
-        $this->extension = new Extension($kind, $rulebook);
-        $this->inspector = new Inspector($this->extension, $rulebook, static::transactionKeys(), static::required($rulebook));
+    protected function __construct(Party $party, Options $options)
+    {
+        $this->rulebook = new Rulebook($options->rulebook);
+        $this->extension = new Extension(static::KIND, $this->rulebook);
+        $keys = static::transactionKeys();
+        $this->inspector = new Inspector($this->extension, $this->rulebook, $keys, static::required($this->rulebook));
         $this->message = $this->extension->message();
-        $this->transliterator = $transliterate ? new Transliterator($this->extension) : null;
-        $now = ($today ?? new \DateTimeImmutable())->format('Y-m-d');
+        $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
+        $now = $options->today ?? date('Y-m-d');
         $this->oddities = new Oddities($now);
-        $this->date = $date ?? $now;
-        $this->messageId = $messageId ?? self::newMessageId();
+        $this->date = $options->date ?? $now;
+        $this->messageId = $options->messageId ?? self::newMessageId();
 
-        $this->message->setBatchBooking($batchBooking);
-        $this->set('name', $this->transliterated('name', $name, null, null), 'setName');
-        $this->set('iban', Ibans::normalise($iban), 'setIBAN');
-        $this->set('bic', trim($bic), 'setBIC');
+        $this->message->setBatchBooking($options->batchBooking);
+        $this->set('name', $this->transliterated('name', $party->name, null, null), 'setName');
+        $this->set('iban', $party->iban, 'setIBAN');
+        $this->set('bic', $party->bic, 'setBIC');
         $this->set('date', $this->date, 'setDate');
         $this->set('messageId', $this->messageId, 'setMessageId');
     }
@@ -91,17 +80,21 @@ abstract class Payments implements \Countable
     }
 
     /** @return list<string> keys of a payment, those of other rulebooks among them */
-    abstract public static function transactionKeys(): array;
+    public static function transactionKeys(): array
+    {
+        return Keys::ofKind(static::KIND);
+    }
 
     /** @return array<string, string> text of its absence by key that a payment must have */
-    protected static function required(string $rulebook): array
+    protected static function required(Rulebook $rulebook): array
     {
-        return ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing'];
+        return ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing']
+            + ($rulebook->wantsBic ? ['bic' => 'BIC missing'] : []);
     }
 
     public function rulebook(): string
     {
-        return $this->rulebook;
+        return $this->rulebook->name;
     }
 
     public function messageId(): string
@@ -131,7 +124,7 @@ abstract class Payments implements \Countable
      */
     public function add(array $payment, ?string $label = null, ?int $row = null): bool
     {
-        $this->extension->select();
+        $this->rulebook->select();
         $row = $row ?? $this->count + 1;
         ++$this->count;
         [$values, $faults] = $this->inspector->texts($payment);
@@ -222,7 +215,7 @@ abstract class Payments implements \Countable
     /** The document, or null if its sums are not those of the payments. */
     private function written(): ?Document
     {
-        $this->extension->select();
+        $this->rulebook->select();
         $document = new Document($this->message->toXML());
 
         return $document->isSumOf($this->count, self::euro($this->cents)) ? $document : null;
@@ -231,7 +224,7 @@ abstract class Payments implements \Countable
     /** Applies one setter of the submitting party. */
     protected function set(string $key, string $value, string $setter): void
     {
-        $this->extension->select();
+        $this->rulebook->select();
         $fault = Rules::garbled($key, $value);
         if ($fault === null) {
             try {
@@ -264,7 +257,7 @@ abstract class Payments implements \Countable
 
     private function transliterated(string $key, string $text, ?int $row, ?string $label): string
     {
-        if ($this->transliterator === null || !preg_match('/^(name|ref|addr(?!CC))/', $key)) {
+        if ($this->transliterator === null || Keys::form($key) !== Keys::TEXT) {
             return $text;
         }
         if (!preg_match('//u', $text) || strpos($text, "\0") !== false) {
@@ -302,8 +295,8 @@ abstract class Payments implements \Countable
         $this->cents += (int) $euro * 100 + (int) str_pad($cents, 2, '0');
         $this->blocks[$this->block($values)] = true;
         $this->findOddities($this->oddities, $values, $row, $label);
-        foreach (preg_grep('/^addr/', array_keys($values)) as $key) {
-            $unusual = $this->extension->refusedCharacters('name', $values[$key]);
+        foreach (array_intersect_key($values, Keys::address()) as $key => $text) {
+            $unusual = $this->extension->refusedCharacters('name', $text);
             if ($unusual) {
                 $this->oddities->characters($key, $unusual, $row, $label);
             }

@@ -16,8 +16,6 @@ final class Rules
     /** Form of the national part of a creditor identifier, where it is known. */
     private const CREDITOR_IDS = ['DE' => '\d{11}', 'AT' => '\d{11}', 'NL' => '\d{12}'];
 
-    private const IDS = ['id', 'mref', 'old_mref', 'messageId'];
-
     /** @return array{string, string}|null of a text that no bank can read */
     public static function garbled(string $key, string $value): ?array
     {
@@ -36,24 +34,25 @@ final class Rules
     }
 
     /** @return array{string, string}|null of a value that the extension would take */
-    public static function broken(string $key, string $value, string $rulebook): ?array
+    public static function broken(string $key, string $value, Rulebook $rulebook): ?array
     {
+        $form = Keys::form($key);
         if ($value === '') {
             return ['empty', "Empty value for '$key'"];
         }
-        if ($key === 'amount') {
+        if ($form === Keys::AMOUNT) {
             return self::brokenAmount($value);
         }
-        if (in_array($key, ['date', 'mdate'], true)) {
+        if ($form === Keys::DATE) {
             return Calendar::exists($value) ? null : ['date', "No such date: $value"];
         }
-        if ($key === 'purp') {
+        if ($form === Keys::PURPOSE) {
             return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', 'Invalid purpose (must be 4 capital letters or digits)'];
         }
-        if (in_array($key, self::IDS, true)) {
+        if ($form === Keys::ID) {
             return self::brokenId($key, $value, $rulebook);
         }
-        if ($key === 'creditorId') {
+        if ($form === Keys::CREDITOR) {
             return self::brokenCreditorId($value);
         }
 
@@ -71,17 +70,17 @@ final class Rules
     }
 
     /** @return array{string, string}|null */
-    private static function brokenId(string $key, string $value, string $rulebook): ?array
+    private static function brokenId(string $key, string $value, Rulebook $rulebook): ?array
     {
         if (preg_match('~^/|//|/$~D', $value)) {
             return ['id', "Slash at an end of '$key', or two slashes in it"];
         }
         // Further characters of the Austrian set are for texts only.
-        if ($rulebook === 'AT-6' && preg_match("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
+        if ($rulebook->fewerInIds && preg_match("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
             return ['characters', "Invalid character '$bad[0]' in '$key'"];
         }
         // Payment blocks are numbered by an ending of at least three characters.
-        if ($key === 'messageId' && strlen($value) > 30) {
+        if ($key === 'messageId' && strlen($value) > Keys::limit($key)) {
             return ['message_id', 'Invalid message id (must be 1-30 characters)'];
         }
 

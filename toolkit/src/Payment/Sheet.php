@@ -125,14 +125,14 @@ final class Sheet
 
     private static function fromGerman(string $key, string $cell): string
     {
-        if ($key === 'amount' && preg_match('/^(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
+        if (Keys::form($key) === Keys::AMOUNT && preg_match('/^(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
             $cents = $part[2] ?? '';
             // Without cents, 1.190 could also be meant as 1.19.
             return $cents === '' && strpos($part[1], '.') !== false
                 ? $cell
                 : str_replace('.', '', $part[1]) . str_replace(',', '.', $cents);
         }
-        if (($key === 'date' || $key === 'mdate') && preg_match('/^(\d{1,2})\.(\d{1,2})\.(\d{4})$/D', $cell, $part)) {
+        if (Keys::form($key) === Keys::DATE && preg_match('/^(\d{1,2})\.(\d{1,2})\.(\d{4})$/D', $cell, $part)) {
             return sprintf('%s-%02d-%02d', $part[3], $part[2], $part[1]);
         }
 

@@ -7,7 +7,10 @@ namespace Sepa\Toolkit\Web;
 use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Iban\Ibans;
+use Sepa\Toolkit\Payment\Options;
+use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Payment\Transfers;
 
@@ -24,9 +27,6 @@ final class TransferForm
 
     /** Of an empty form. */
     private const COLUMNS = ['name', 'iban', 'amount', 'ref'];
-
-    /** Before the rest, in this order. */
-    private const ORDER = ['name', 'iban', 'amount', 'ref', 'date', 'id', 'bic', 'purp'];
 
     /** @var array<string, string> the submitting party and the message, by the keys of faults */
     public array $party;
@@ -62,7 +62,8 @@ final class TransferForm
         }
         $seed = $request->text('seed');
         $this->seed = preg_match('/^\d{8}-\d{6}-[0-9a-f]{12}$/D', $seed) ? $seed : Payments::newMessageId();
-        $this->rulebook = in_array($request->text('rulebook'), Payments::RULEBOOKS, true) ? $request->text('rulebook') : 'DE-3.7';
+        $rulebook = $request->text('rulebook');
+        $this->rulebook = in_array($rulebook, Rulebook::names(), true) ? $rulebook : Rulebook::LATEST;
         $this->german = $isNew || $request->text('german') !== '';
         $this->transliterate = $request->text('transliterate') !== '';
         $this->ignoreUnknown = $request->text('ignore') !== '';
@@ -112,8 +113,7 @@ final class TransferForm
     /** @param list<string> $keys those that a transfer has are shown, too */
     public function showColumns(array $keys): void
     {
-        $ordered = array_unique(array_merge(self::ORDER, Transfers::transactionKeys()));
-        $this->columns = array_values(array_intersect($ordered, array_merge($this->columns, $keys)));
+        $this->columns = array_values(array_intersect(Transfers::transactionKeys(), array_merge($this->columns, $keys)));
     }
 
     public function addRows(): void
@@ -124,14 +124,11 @@ final class TransferForm
     public function payments(): Transfers
     {
         return new Transfers(
-            $this->party['name'],
-            $this->party['iban'],
-            $this->party['bic'] === '' ? $this->foundBic() : $this->party['bic'],
-            $this->rulebook,
-            $this->party['date'] === '' ? null : $this->party['date'],
-            $this->messageId(),
-            true,
-            $this->transliterate
+            Party::payer($this->party['name'], $this->party['iban'], $this->party['bic'] ?: $this->foundBic()),
+            Options::under($this->rulebook)
+                ->on($this->party['date'] ?: null)
+                ->withMessageId($this->messageId())
+                ->transliterating($this->transliterate)
         );
     }
 

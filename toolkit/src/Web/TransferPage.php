@@ -8,7 +8,9 @@ use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Csv\Unreadable;
 use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 
 /** Makes a credit transfer of a form, or of a CSV file that becomes one. */
@@ -38,11 +40,8 @@ final class TransferPage implements Page
         'messageId' => 'Made for you, if you leave it empty. The bank refuses a second message with the same.',
     ];
 
-    private const LABELS = [
-        'name' => 'Payee', 'iban' => 'IBAN', 'bic' => 'BIC', 'amount' => 'Amount in EUR', 'ref' => 'Reference', 'date' => 'Date',
-        'id' => 'End-to-end id', 'purp' => 'Purpose code', 'addrCC' => 'Country', 'addrTown' => 'Town', 'addrStreet' => 'Street',
-        'addrNum' => 'House number', 'addrCode' => 'Postcode', 'addrLine1' => 'Address line 1', 'addrLine2' => 'Address line 2',
-    ];
+    /** Where the label of a key can say more. */
+    private const LABELS = ['name' => 'Payee', 'amount' => 'Amount in EUR'];
 
     public function title(): string
     {
@@ -184,7 +183,7 @@ final class TransferPage implements Page
             $party .= Html::field($key, $label, $form->party[$key], $attributes, $by[''][$key] ?? [], self::HELP[$key] ?? '');
         }
         $rulebooks = '';
-        foreach (Payments::RULEBOOKS as $rulebook) {
+        foreach (Rulebook::names() as $rulebook) {
             $rulebooks .= '<option' . ($rulebook === $form->rulebook ? ' selected' : '') . ">$rulebook</option>";
         }
         $party .= "<div class=\"field\"><label for=\"f-rulebook\">Rulebook</label><select id=\"f-rulebook\" name=\"rulebook\">$rulebooks</select></div>";
@@ -210,7 +209,7 @@ final class TransferPage implements Page
     {
         $head = '';
         foreach ($form->columns as $key) {
-            $head .= "<th scope=\"col\" class=\"$key\">" . Html::text(self::LABELS[$key] ?? $key) . '</th>';
+            $head .= "<th scope=\"col\" class=\"$key\">" . Html::text(self::LABELS[$key] ?? Keys::label($key)) . '</th>';
         }
         $body = '';
         foreach ($form->rows as $number => $row) {
@@ -219,7 +218,7 @@ final class TransferPage implements Page
                 $attributes = ['class' => $key === 'iban' || $key === 'bic' ? 'code' : ''] + ($key === 'amount' ? ['inputmode' => 'decimal'] : []);
                 $where = ', payment ' . ($number + 1);
                 $cells .= "<td class=\"$key\">"
-                    . Html::field(self::field($number, $key), self::LABELS[$key] ?? $key, $row[$key] ?? '', $attributes, $faults[$number][$key] ?? [], '', $where) . '</td>';
+                    . Html::field(self::field($number, $key), self::LABELS[$key] ?? Keys::label($key), $row[$key] ?? '', $attributes, $faults[$number][$key] ?? [], '', $where) . '</td>';
             }
             $other = implode(' ', $faults[$number][''] ?? []);
             $body .= '<tr><th scope="row"><span class="word">Payment </span>' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";
@@ -237,7 +236,8 @@ final class TransferPage implements Page
 
     private function label(Fault $fault, string $none): string
     {
-        $label = $fault->row === null ? self::PARTY[$fault->key ?? ''][0] ?? null : self::LABELS[$fault->key ?? ''] ?? null;
+        $key = $fault->key ?? '';
+        $label = $fault->row === null ? self::PARTY[$key][0] ?? null : self::LABELS[$key] ?? Keys::label($key);
 
         return $label ?? $fault->key ?? $none;
     }

@@ -37,8 +37,6 @@ final class FaultsTest extends TestCase
         yield ['transfer DE-3.7', ['iban' => $no], ['iban' => 'missing']];
         yield ['transfer DE-3.7', ['amount' => $no, 'name' => $no], ['amount' => 'missing', 'name' => 'missing']];
         yield ['transfer DE-2.6', ['bic' => $no], ['bic' => 'missing']];
-        yield ['transfer DE-2.9', ['ref' => $no], ['ref' => 'missing']];
-        yield ['transfer DE-3.5', ['ref' => $no], ['ref' => 'missing']];
         yield ['debit DE-3.0', ['seq' => $no, 'mref' => $no, 'mdate' => $no], ['seq' => 'missing', 'mref' => 'missing', 'mdate' => 'missing']];
         yield ['debit AT-6', ['name' => $no], ['name' => 'missing']];
         foreach (['name', 'iban', 'bic', 'amount', 'ref', 'date', 'id', 'purp', 'addrTown', 'addrCC'] as $key) {

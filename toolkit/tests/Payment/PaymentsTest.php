@@ -10,6 +10,7 @@ use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Document;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Rulebook;
 
 final class PaymentsTest extends TestCase
 {
@@ -42,6 +43,14 @@ final class PaymentsTest extends TestCase
     {
         $this->expectExceptionMessage('unknown rulebook: DE-9');
         Samples::transfers('DE-9');
+    }
+
+    public function testTheExtensionHasNoOtherRulebooks(): void
+    {
+        $table = file_get_contents(__DIR__ . '/../../../src/sepa/message/rulebook.cpp');
+        preg_match_all('/^ *\{RULEBOOK_\w+, +"([^"]+)"/m', $table, $names);
+        self::assertEqualsCanonicalizing($names[1], Rulebook::names());
+        self::assertTrue(\SEPA::init(SEPA_INIT_RULEBOOK, Rulebook::LATEST));
     }
 
     public function testMessageIdsDiffer(): void

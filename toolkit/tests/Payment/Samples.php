@@ -5,6 +5,8 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Tests\Payment;
 
 use Sepa\Toolkit\Payment\Collections;
+use Sepa\Toolkit\Payment\Options;
+use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Transfers;
 
@@ -43,30 +45,24 @@ final class Samples
     public static function transfers(string $rulebook, array $party = []): Transfers
     {
         $p = $party + self::PARTY;
-        $today = new \DateTimeImmutable(self::TODAY);
 
-        return new Transfers($p['name'], $p['iban'], $p['bic'], $rulebook, $p['date'], $p['messageId'], $p['batchBooking'], $p['transliterate'], $today);
+        return new Transfers(Party::payer($p['name'], $p['iban'], $p['bic']), self::options($rulebook, $p));
     }
 
     /** @param array<string, mixed> $party values that differ from PARTY */
     public static function collections(string $rulebook, array $party = []): Collections
     {
         $p = $party + self::PARTY;
-        $today = new \DateTimeImmutable(self::TODAY);
+        $creditor = Party::creditor($p['name'], $p['iban'], $p['bic'], $p['creditorId']);
 
-        return new Collections(
-            $p['name'],
-            $p['iban'],
-            $p['bic'],
-            $p['creditorId'],
-            $p['type'],
-            $rulebook,
-            $p['date'],
-            $p['messageId'],
-            $p['batchBooking'],
-            $p['transliterate'],
-            $today
-        );
+        return new Collections($creditor, self::options($rulebook, $p)->ofType($p['type']));
+    }
+
+    /** @param array<string, mixed> $p */
+    private static function options(string $rulebook, array $p): Options
+    {
+        return Options::under($rulebook)->on($p['date'])->withMessageId($p['messageId'])
+            ->bookedSingly(!$p['batchBooking'])->transliterating($p['transliterate'])->asOf(self::TODAY);
     }
 
     /**
@@ -78,7 +74,6 @@ final class Samples
     {
         $rulebook = $payments->rulebook();
         $isDebit = $payments instanceof Collections;
-        $wantsRef = strncmp($rulebook, 'DE-', 3) === 0 && $rulebook !== 'DE-3.7' && !$isDebit;
         $iban = array_rand(self::IBANS);
         $all = ['name' => self::text($rulebook, 70), 'iban' => $iban, 'amount' => self::amount()];
         $some = [
@@ -95,7 +90,7 @@ final class Samples
             $some += ['purp' => 'SALA'];
         }
         foreach ($some as $key => $value) {
-            if (mt_rand(0, 1) || ($key === 'ref' && $wantsRef) || ($key === 'bic' && $rulebook === 'DE-2.6')) {
+            if (mt_rand(0, 1) || ($key === 'bic' && $rulebook === 'DE-2.6')) {
                 $all[$key] = $value;
             }
         }
