@@ -4,8 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
-use Sepa\Toolkit\Csv\Unreadable;
-use Sepa\Toolkit\Statement\UnreadableFile;
+use Sepa\Toolkit\Unreadable;
 use Symfony\Component\Console\Application as Console;
 use Symfony\Component\Console\Exception\ExceptionInterface;
 use Symfony\Component\Console\Input\InputInterface;
@@ -37,7 +36,7 @@ final class Application extends Console
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         try {
             return parent::run($input, $output);
-        } catch (Failure | Unreadable | UnreadableFile | \InvalidArgumentException | ExceptionInterface $e) {
+        } catch (Failure | Unreadable | \InvalidArgumentException | ExceptionInterface $e) {
             if ($e->getMessage() !== '') {
                 $errors->writeln('sepa: ' . $e->getMessage(), OutputInterface::OUTPUT_RAW);
             }

@@ -6,7 +6,7 @@ namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Csv\Unreadable;
+use Sepa\Toolkit\Unreadable;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;

@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Csv;
 
+use Sepa\Toolkit\Unreadable;
+
 /**
  * Rows of a CSV file as spreadsheets write it: comma, semicolon or tab, quoted
  * cells, a byte order mark, UTF-8 or Windows-1252, any line ends. One row is in

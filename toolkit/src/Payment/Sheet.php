@@ -6,7 +6,7 @@ namespace Sepa\Toolkit\Payment;
 
 use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Csv\Unreadable;
+use Sepa\Toolkit\Unreadable;
 
 /**
  * Payments from a table whose headings are transaction keys or usual German and

@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Statement;
 
+use Sepa\Toolkit\Unreadable;
+
 /**
  * The bookings of a statement, in order. They are kept as text and become objects
  * one piece after the other while you walk over them, so that a statement with a
@@ -38,7 +40,7 @@ final class Bookings implements \IteratorAggregate, \Countable
 
     /**
      * @return \Generator<int, Booking>
-     * @throws UnreadableFile if there is no room for a temporary file
+     * @throws Unreadable if there is no room for a temporary file
      */
     public function getIterator(): \Generator
     {
@@ -69,18 +71,18 @@ final class Bookings implements \IteratorAggregate, \Countable
     {
         $file = @tmpfile();
         if (!$file) {
-            throw new UnreadableFile('No temporary file can be made in ' . sys_get_temp_dir() . '.');
+            throw new Unreadable('No temporary file can be made in ' . sys_get_temp_dir() . '.');
         }
         try {
             // Details count only if another field follows them.
             $text = "\r\n:20:" . $piece . "\r\n:64:\r\n-\r\n";
             if (@fwrite($file, $text) !== strlen($text) || !fflush($file)) {
-                throw new UnreadableFile('There is no room for a temporary file in ' . sys_get_temp_dir() . '.');
+                throw new Unreadable('There is no room for a temporary file in ' . sys_get_temp_dir() . '.');
             }
             $parser = new \SEPAStatementParser();
             $parser->load(SEPA_STMT_FORMAT_MT940, stream_get_meta_data($file)['uri']);
         } catch (\SEPAException $e) {
-            throw new UnreadableFile('The temporary file cannot be read: ' . $e->getMessage(), 0, $e);
+            throw new Unreadable('The temporary file cannot be read: ' . $e->getMessage(), 0, $e);
         } finally {
             fclose($file);
         }

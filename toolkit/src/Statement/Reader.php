@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Statement;
 
+use Sepa\Toolkit\Unreadable;
+
 /**
  * Reads the statements of an MT940 file, one after the other:
  *
@@ -34,13 +36,13 @@ final class Reader implements \IteratorAggregate
         $this->open = $open;
     }
 
-    /** @throws UnreadableFile when it is walked over, if it cannot be opened or read */
+    /** @throws Unreadable when it is walked over, if it cannot be opened or read */
     public static function file(string $path): self
     {
         return new self(static function () use ($path): \Generator {
             $stream = is_dir($path) ? false : @fopen($path, 'rb');
             if (!$stream) {
-                throw new UnreadableFile(is_dir($path) ? "$path is a folder." : "$path cannot be opened.");
+                throw new Unreadable(is_dir($path) ? "$path is a folder." : "$path cannot be opened.");
             }
             try {
                 yield from self::chunks($stream);
@@ -106,7 +108,7 @@ final class Reader implements \IteratorAggregate
         while (!feof($stream)) {
             $chunk = @stream_get_contents($stream, self::CHUNK);
             if ($chunk === false) {
-                throw new UnreadableFile('The file cannot be read.');
+                throw new Unreadable('The file cannot be read.');
             }
             if ($chunk !== '') {
                 yield $chunk;

@@ -150,7 +150,7 @@ final class TransferForm
     /**
      * Takes the rows of a file, if they fit into the form with all that is in them.
      *
-     * @throws \Sepa\Toolkit\Csv\Unreadable
+     * @throws \Sepa\Toolkit\Unreadable
      */
     public function take(Reader $reader): bool
     {
@@ -190,7 +190,7 @@ final class TransferForm
 
     /**
      * @return list<string> headings of a file that mean nothing here
-     * @throws \Sepa\Toolkit\Csv\Unreadable
+     * @throws \Sepa\Toolkit\Unreadable
      */
     public static function unknownHeadings(Reader $reader): array
     {

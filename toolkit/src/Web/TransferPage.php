@@ -5,13 +5,13 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Csv\Unreadable;
 use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
+use Sepa\Toolkit\Unreadable;
 
 /** Makes a credit transfer of a form, or of a CSV file that becomes one. */
 final class TransferPage implements Page

@@ -6,10 +6,10 @@ namespace Sepa\Toolkit\Tests\Payment;
 
 use PHPUnit\Framework\TestCase;
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Csv\Unreadable;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Sheet;
+use Sepa\Toolkit\Unreadable;
 
 final class SheetTest extends TestCase
 {

@@ -9,7 +9,7 @@ use Sepa\Toolkit\Statement\Booking;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
 use Sepa\Toolkit\Statement\Statement;
-use Sepa\Toolkit\Statement\UnreadableFile;
+use Sepa\Toolkit\Unreadable;
 
 final class ReaderTest extends TestCase
 {
@@ -232,7 +232,7 @@ final class ReaderTest extends TestCase
             try {
                 iterator_to_array(Reader::file($path));
                 self::fail('no exception');
-            } catch (UnreadableFile $e) {
+            } catch (Unreadable $e) {
                 self::assertStringContainsString($reason, $e->getMessage());
             }
         }
