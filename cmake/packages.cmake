@@ -28,7 +28,7 @@ set(CPACK_DEBIAN_DEV_DESCRIPTION
 # --- sepa-toolkit
 set(toolkit share/php/Sepa/Toolkit)
 install(DIRECTORY toolkit/ DESTINATION ${toolkit} COMPONENT toolkit USE_SOURCE_PERMISSIONS
-  PATTERN tests EXCLUDE PATTERN vendor EXCLUDE PATTERN phpunit.xml EXCLUDE)
+  PATTERN tests EXCLUDE PATTERN vendor EXCLUDE PATTERN phpunit.xml EXCLUDE PATTERN VERSION EXCLUDE)
 file(CREATE_LINK ../${toolkit}/bin/sepa ${PROJECT_BINARY_DIR}/generated/sepa SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/generated/sepa DESTINATION bin COMPONENT toolkit)
 package_docs(toolkit sepa-toolkit docs/toolkit.md)
@@ -82,6 +82,9 @@ endif()
 # Fresh lists make a package newer, also when the code is the same.
 string(REPLACE - . lists_version ${release})
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION}+${lists_version})
+# What `sepa --version` tells.
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/toolkit/VERSION CONTENT "${CPACK_PACKAGE_VERSION}\n")
+install(FILES ${PROJECT_BINARY_DIR}/generated/toolkit/VERSION DESTINATION ${toolkit} COMPONENT toolkit)
 set(CPACK_PACKAGE_CONTACT "The authors of the SEPA extension <sepa@example.org>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

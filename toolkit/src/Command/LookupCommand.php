@@ -208,6 +208,7 @@ abstract class LookupCommand extends Command
     private function noColumn(array $headings): Unreadable
     {
         $names = implode(' and ', $this->keys());
+        $headings = array_map([Rows::class, 'clean'], $headings);
 
         return new Unreadable("no column for $names: name it with --column. The first row has: '" . implode("', '", $headings) . "'");
     }

@@ -4,48 +4,143 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
-/** A file that is there as a whole or not at all. */
+use Sepa\Toolkit\SystemError;
+
+/**
+ * A file that is there as a whole or not at all, and that others cannot read
+ * unless they could read the one that it replaces.
+ */
 final class OutputFile
 {
-    /** Nothing may stop the program between making the temporary file and renaming it. */
-    private const SIGNALS = [1, 2, 15];
+    private const MAX_LINKS = 40;
 
-    /** @throws Failure */
-    public static function write(string $path, string $content): void
+    /** @var string where links end, which need not be there */
+    private string $path;
+
+    /** @var bool whether it is a pipe or a device, which cannot be renamed over */
+    private bool $isDirect;
+
+    private string $content;
+
+    private ?string $temporary = null;
+
+    private function __construct(string $path, string $content)
     {
-        // A link is written through; a pipe or a device cannot be renamed over.
-        $path = realpath($path) ?: $path;
-        $direct = file_exists($path) && !is_file($path);
-        $temporary = $direct ? $path : sprintf('%s/.%s.%s', dirname($path), basename($path), bin2hex(random_bytes(6)));
-        $block = function_exists('pcntl_sigprocmask');
-        if ($block) {
-            pcntl_sigprocmask(SIG_BLOCK, self::SIGNALS);
-        }
+        $this->path = $path;
+        $this->content = $content;
+        $this->isDirect = file_exists($path) && !is_file($path);
+    }
+
+    /**
+     * Writes files of which none gets its name before all are complete.
+     *
+     * @param array<string, string> $contents by path
+     * @throws Failure
+     */
+    public static function write(array $contents): void
+    {
+        clearstatcache();
+        $files = [];
+        $signals = Signals::block();
         try {
-            if (!self::put($temporary, $content) || (!$direct && !@rename($temporary, $path))) {
-                if (!$direct) {
-                    @unlink($temporary);
-                }
-                throw new Failure("cannot write $path");
+            foreach ($contents as $path => $content) {
+                $files[] = $file = new self(self::target((string) $path), $content);
+                $file->fill();
+            }
+            foreach ($files as $file) {
+                $file->publish();
             }
         } finally {
-            if ($block) {
-                pcntl_sigprocmask(SIG_UNBLOCK, self::SIGNALS);
+            foreach ($files as $file) {
+                $file->discard();
             }
+            Signals::restore($signals);
         }
     }
 
-    private static function put(string $file, string $content): bool
+    /** Whether a file would be replaced. */
+    public static function replaces(string $path): bool
     {
-        $stream = @fopen($file, 'wb');
-        if ($stream === false) {
-            return false;
+        return is_file($path);
+    }
+
+    private static function target(string $path): string
+    {
+        if (file_exists($path)) {
+            return realpath($path) ?: $path;
         }
-        $written = @fwrite($stream, $content) === strlen($content) && fflush($stream);
-        if ($written && function_exists('fsync')) {
-            @fsync($stream);
+        for ($links = 0; is_link($path); ++$links) {
+            if ($links === self::MAX_LINKS) {
+                throw new Failure("cannot write $path: its links end nowhere");
+            }
+            $end = (string) readlink($path);
+            $path = strncmp($end, '/', 1) === 0 ? $end : dirname($path) . "/$end";
         }
 
-        return fclose($stream) && $written;
+        return $path;
+    }
+
+    private function fill(): void
+    {
+        if ($this->isDirect) {
+            return;
+        }
+        $temporary = dirname($this->path) . '/.sepa-' . bin2hex(random_bytes(8));
+        SystemError::forget();
+        $mask = umask(077);
+        $stream = @fopen($temporary, 'xb');
+        umask($mask);
+        $this->temporary = $stream === false ? null : $temporary;
+        if ($stream === false || !$this->put($stream)) {
+            throw $this->failure();
+        }
+        $this->takeOwnerAndMode($temporary);
+    }
+
+    /** Those of the file that is replaced. Without the owner, the mode could let in others. */
+    private function takeOwnerAndMode(string $temporary): void
+    {
+        $replaced = @stat($this->path);
+        if ($replaced !== false && @chown($temporary, $replaced['uid']) && @chgrp($temporary, $replaced['gid'])) {
+            @chmod($temporary, $replaced['mode'] & 0777);
+        }
+    }
+
+    private function publish(): void
+    {
+        SystemError::forget();
+        if ($this->temporary !== null) {
+            $isDone = @rename($this->temporary, $this->path);
+            $this->temporary = $isDone ? null : $this->temporary;
+        } else {
+            $stream = @fopen($this->path, 'wb');
+            $isDone = $stream !== false && $this->put($stream);
+        }
+        if (!$isDone) {
+            throw $this->failure();
+        }
+    }
+
+    private function discard(): void
+    {
+        if ($this->temporary !== null) {
+            @unlink($this->temporary);
+        }
+    }
+
+    /** @param resource $stream */
+    private function put($stream): bool
+    {
+        $isWritten = @fwrite($stream, $this->content) === strlen($this->content) && @fflush($stream);
+        if ($isWritten && !$this->isDirect && function_exists('fsync')) {
+            $isWritten = @fsync($stream);
+        }
+
+        return @fclose($stream) && $isWritten;
+    }
+
+    private function failure(): Failure
+    {
+        return new Failure(SystemError::told("cannot write $this->path"));
     }
 }

@@ -52,12 +52,12 @@ abstract class PaymentsCommand extends Command
     {
         $payments = $this->payments($input);
         $reader = Reader::open($input->getArgument('file'));
+        $file = self::output($input, $reader);
         $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'));
         $progress = Progress::ofTable($output, $reader);
         $sheet->fill($payments, $progress);
         $progress->hide();
 
-        $file = $input->getOption('output');
         $format = Rows::format($input);
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         $faults = $payments->faults();
@@ -80,14 +80,20 @@ abstract class PaymentsCommand extends Command
 
             return self::isUsage($faults) ? ExitCode::FAILED : ExitCode::REFUSED;
         }
+        $isReplaced = $file !== null && OutputFile::replaces($file);
         $this->deliver($payments, $file, $output);
-        $errors->writeln(sprintf(
+        $summary = sprintf(
             'payments: %d, %s EUR, rulebook %s, message %s',
             count($payments),
             $payments->sum(),
             $payments->rulebook(),
             $payments->messageId()
-        ));
+        );
+        $errors->writeln(Rows::clean($summary), OutputInterface::OUTPUT_RAW);
+        if ($isReplaced) {
+            $new = $input->getOption('message-id') === null ? ' The message id is new: to the bank this is another message.' : '';
+            $errors->writeln(Rows::clean("$file was there and is replaced.$new"), OutputInterface::OUTPUT_RAW);
+        }
 
         return ExitCode::GOOD;
     }
@@ -122,13 +128,27 @@ abstract class PaymentsCommand extends Command
         }
     }
 
+    /** The file for the document; null for standard output. */
+    private static function output(InputInterface $input, Reader $reader): ?string
+    {
+        $file = $input->getOption('output');
+        if ($file === '') {
+            throw new Failure('--output needs the name of a file');
+        }
+        if ($file !== null && $reader->reads($file)) {
+            throw new Failure("$file is the file that is read: give the document another name");
+        }
+
+        return in_array($file, ['-', '/dev/stdout'], true) ? null : $file;
+    }
+
     private function deliver(Payments $payments, ?string $file, OutputInterface $output): void
     {
         $document = $payments->document();
         if ($file === null) {
             Rows::write($output, $document);
         } else {
-            OutputFile::write($file, $document);
+            OutputFile::write([$file => $document]);
         }
     }
 

@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
+use Sepa\Toolkit\Statement\Amount;
+use Sepa\Toolkit\SystemError;
 use Symfony\Component\Console\Formatter\OutputFormatter;
 use Symfony\Component\Console\Helper\Table;
 use Symfony\Component\Console\Helper\TableStyle;
@@ -44,6 +46,9 @@ final class Rows
 
     private bool $headings;
 
+    /** @var bool whether a text that a spreadsheet would take for a formula is left as it is */
+    private bool $raw;
+
     /** @var list<array<string, string>> */
     private array $tableRows = [];
 
@@ -51,11 +56,12 @@ final class Rows
 
     private ?Progress $progress = null;
 
-    public function __construct(OutputInterface $output, string $format, bool $headings = true)
+    public function __construct(OutputInterface $output, string $format, bool $headings = true, bool $raw = false)
     {
         $this->output = $output;
         $this->format = $format;
         $this->headings = $headings;
+        $this->raw = $raw;
     }
 
     /** @return list<InputOption> that choose the format */
@@ -65,6 +71,7 @@ final class Rows
             new InputOption('csv', null, InputOption::VALUE_NONE, 'Write CSV'),
             new InputOption('json', null, InputOption::VALUE_NONE, 'Write one JSON object a line'),
             new InputOption('no-headings', null, InputOption::VALUE_NONE, 'Write CSV without the row of headings'),
+            new InputOption('raw', null, InputOption::VALUE_NONE, 'Write CSV without the apostrophe before texts that look like formulas'),
         ];
     }
 
@@ -82,11 +89,12 @@ final class Rows
 
     public static function of(InputInterface $input, OutputInterface $output): self
     {
-        return new self($output, self::format($input), !$input->getOption('no-headings'));
+        return new self($output, self::format($input), !$input->getOption('no-headings'), (bool) $input->getOption('raw'));
     }
 
     /**
-     * @param array<string, mixed>|\JsonSerializable $record for programs
+     * @param array<string, mixed>|\JsonSerializable $record for programs; CSV may have objects of Amount
+     *                                                       and days as \DateTimeInterface in it
      * @param callable(): array<string, string> $cells for people, by heading
      */
     public function add($record, callable $cells): void
@@ -139,11 +147,11 @@ final class Rows
             return;
         }
         while ($text !== '') {
+            SystemError::forget();
             $written = @fwrite($output->getStream(), $text);
             if ($written === false || $written === 0) {
                 // A reader that has seen enough is no fault to tell.
-                $isClosed = strpos(error_get_last()['message'] ?? '', 'Broken pipe') !== false;
-                throw new Failure($isClosed ? '' : 'cannot write the output');
+                throw new Failure(SystemError::reason() === 'Broken pipe' ? '' : SystemError::told('cannot write the output'));
             }
             $text = substr($text, $written);
         }
@@ -167,10 +175,15 @@ final class Rows
         $table->render();
     }
 
-    /** Without bytes that a terminal would obey. */
+    /** One line without what a terminal would obey: control characters, and those that turn the direction. */
     public static function clean(string $text): string
     {
-        return (string) preg_replace('/\p{Cc}/u', '?', mb_scrub($text, 'UTF-8'));
+        return self::cleanOf('\p{Cc}', $text);
+    }
+
+    private static function cleanOf(string $characters, string $text): string
+    {
+        return (string) preg_replace("/[$characters\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]/u", '?', mb_scrub($text, 'UTF-8'));
     }
 
     private static function printable(string $cell): string
@@ -183,7 +196,7 @@ final class Rows
     {
         $lines = '';
         foreach ($this->headings ? [array_keys($record), $record] : [$record] as $cells) {
-            $texts = array_map([self::class, 'csvCell'], $cells);
+            $texts = array_map([$this, 'csvCell'], $cells);
             $lines .= implode(',', $texts) . "\n";
         }
         $this->headings = false;
@@ -192,13 +205,33 @@ final class Rows
     }
 
     /** @param mixed $value */
-    private static function csvCell($value): string
+    private function csvCell($value): string
     {
         if (is_bool($value)) {
             return $value ? 'true' : 'false';
         }
-        $text = is_array($value) ? implode(' ', $value) : mb_scrub((string) $value, 'UTF-8');
+        if ($value instanceof Amount) {
+            return $value->text();
+        }
+        if ($value instanceof \DateTimeInterface) {
+            return $value->format('Y-m-d');
+        }
+        $text = is_array($value) ? implode(' ', $value) : (string) $value;
 
+        return self::quoted(is_int($value) || is_float($value) ? $text : $this->harmless($text));
+    }
+
+    /** Neither a terminal nor a spreadsheet obeys it. */
+    private function harmless(string $text): string
+    {
+        // Most texts have neither a control character nor anything beyond ASCII.
+        $text = preg_match('/[^ -~]/', $text) ? self::cleanOf('\x00-\x08\x0B\x0C\x0E-\x1F\x7F-\x{9F}', $text) : $text;
+
+        return !$this->raw && $text !== '' && strpos("=+-@\t\r", $text[0]) !== false ? "'$text" : $text;
+    }
+
+    private static function quoted(string $text): string
+    {
         return strpbrk($text, "\",;\r\n") === false ? $text : '"' . str_replace('"', '""', $text) . '"';
     }
 }

@@ -102,7 +102,8 @@ final class StatementCommand extends Command
     private static function tell(OutputInterface $errors, InputInterface $input, array $faults): void
     {
         foreach ($faults as $fault) {
-            $errors->writeln("sepa: {$input->getArgument('file')}, line $fault->line: $fault->text", OutputInterface::OUTPUT_RAW);
+            $text = "sepa: {$input->getArgument('file')}, line $fault->line: $fault->text";
+            $errors->writeln(Rows::clean($text), OutputInterface::OUTPUT_RAW);
         }
     }
 
@@ -130,9 +131,9 @@ final class StatementCommand extends Command
                 'account' => $statement->account,
                 'number' => $statement->number,
                 'balanced' => $statement->balanced,
-                'valuta' => self::day($booking->valuta),
-                'booked' => self::day($booking->booked),
-                'amount' => $booking->amount->text(),
+                'valuta' => $booking->valuta,
+                'booked' => $booking->booked,
+                'amount' => $booking->amount,
                 'currency' => $statement->currency,
                 'reversal' => $booking->reversal,
                 'name' => $booking->name,

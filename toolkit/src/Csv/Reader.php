@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Csv;
 
+use Sepa\Toolkit\SystemError;
 use Sepa\Toolkit\Unreadable;
 
 /**
@@ -49,9 +50,10 @@ final class Reader implements \IteratorAggregate
         if ($file === '-') {
             return new self(STDIN, 'standard input');
         }
-        $stream = is_dir($file) ? false : @fopen($file, 'rb');
+        SystemError::forget();
+        $stream = @fopen($file, 'rb');
         if ($stream === false) {
-            throw new Unreadable("cannot read $file");
+            throw new Unreadable(SystemError::told("cannot read $file"));
         }
 
         return new self($stream, $file);
@@ -102,6 +104,15 @@ final class Reader implements \IteratorAggregate
         return $stat && ($stat['mode'] & 0170000) === 0100000 ? $stat['size'] : null;
     }
 
+    /** Whether it is this file that is read, by whatever name. */
+    public function reads(string $file): bool
+    {
+        $read = fstat($this->stream);
+        $other = @stat($file);
+
+        return $read && $other && is_file($file) && [$read['dev'], $read['ino']] === [$other['dev'], $other['ino']];
+    }
+
     /** Whether the last line is ended. If it is not, the file may have been cut in it. */
     public function endsInLine(): bool
     {
@@ -113,9 +124,10 @@ final class Reader implements \IteratorAggregate
     {
         $rest = '';
         while (!feof($this->stream)) {
+            SystemError::forget();
             $chunk = @fread($this->stream, self::CHUNK);
             if ($chunk === false) {
-                throw new Unreadable("cannot read $this->name");
+                throw new Unreadable(SystemError::told("cannot read $this->name"));
             }
             $chunk = $this->bytesRead === 0 ? $this->withoutMark($chunk) : $chunk;
             $this->bytesRead += strlen($chunk);

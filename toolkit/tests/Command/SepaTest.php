@@ -75,6 +75,9 @@ final class SepaTest extends TestCase
         yield [$convert + ['values' => ['1']], null, 2, '', "sepa: these belong together: account and bank_code\n"];
         yield [['command' => 'bank', '--json' => true, 'values' => ['COBADEFF', 'x']], null, 1, '{"query":"COBADEFF","bic":"COBADEFF","bank":"COMMERZBANK AG","schemes":["SCT","SDD","B2B"],"reason":null}' . "\n"
             . '{"query":"x","bic":null,"bank":null,"schemes":null,"reason":"the directory finds banks by IBANs of DE, AT, CH and LI only"}' . "\n"];
+        yield 'what a spreadsheet or a terminal would obey' => [['command' => 'check', '--csv' => true], "iban\n=A1\e[2J\n", 1, "iban,valid,code,reason,bic,bank\n'=A1?[2J,false,iban_country,Invalid or unknown IBAN country code,,\n"];
+        yield 'a misspelled command' => [['command' => 'chek'], null, 2, '', "sepa: Command \"chek\" is not defined.\n\nDid you mean this?\n    check\n"];
+        yield 'a heading of a stranger' => [$check, "A\e[2J,B\n1,2\n", 2, '', "sepa: no column for iban: name it with --column. The first row has: 'A?[2J', 'B'\n"];
         yield 'no such command' => [['command' => 'nonsense'], null, 2, '', "sepa: Command \"nonsense\" is not defined.\n"];
         yield 'no such option' => [['command' => 'check', '--nonsense' => true], null, 2, '', "sepa: The \"--nonsense\" option does not exist.\n"];
     }
@@ -120,8 +123,27 @@ final class SepaTest extends TestCase
         file_put_contents($out, 'earlier');
         self::assertSame(1, $this->pay(str_replace('1.00', '1.190,00', self::GOOD), ['-o' => $out])[0]);
         self::assertStringEqualsFile($out, 'earlier');
-        self::assertSame(2, $this->pay(self::GOOD, ['-o' => "$this->folder/none/out.xml"])[0]);
+        self::assertStringContainsString('none/out.xml: No such file or directory', $this->pay(self::GOOD, ['-o' => "$this->folder/none/out.xml"])[2]);
         self::assertSame(['in.csv', 'out.xml'], array_values(array_diff(scandir($this->folder), ['.', '..'])));
+    }
+
+    public function testADocumentIsForItsOwnerAlone(): void
+    {
+        $out = "$this->folder/out.xml";
+        symlink('end.xml', $out);
+        $this->pay(self::GOOD, ['-o' => $out]);
+        self::assertSame([true, 0100600], [is_link($out), fileperms("$this->folder/end.xml")]);
+        chmod($out, 0640);
+        $errors = $this->pay(self::GOOD, ['-o' => $out])[2];
+        self::assertStringContainsString('The message id is new', $errors);
+        clearstatcache();
+        self::assertSame([true, 0100640], [is_link($out), fileperms($out)]);
+        link("$this->folder/in.csv", "$this->folder/same.csv");
+        [$status, , $errors] = $this->pay(self::GOOD, ['-o' => "$this->folder/same.csv"]);
+        self::assertSame(2, $status);
+        self::assertStringContainsString('same.csv is the file that is read', $errors);
+        [$status, , $errors] = $this->pay(self::GOOD, ['-o' => '/dev/full']);
+        self::assertSame([2, "sepa: cannot write /dev/full: No space left on device\n"], [$status, $errors]);
     }
 
     public function testFaultsAreToldWithRowColumnReasonAndHint(): void
@@ -180,6 +202,12 @@ final class SepaTest extends TestCase
             [['file' => '/nonexistent'], 'transfer', '', 'cannot read /nonexistent'],
             [['file' => '/'], 'transfer', '', 'cannot read /'],
         ];
+    }
+
+    public function testTheVersionIsThatOfTheTree(): void
+    {
+        $found = $this->ask(['--version' => true], null)[1];
+        self::assertStringContainsString('project(' . trim(str_replace('sepa ', 'sepa VERSION ', $found)) . ' ', file_get_contents(__DIR__ . '/../../../CMakeLists.txt'));
     }
 
     public function testBashCompletesValues(): void

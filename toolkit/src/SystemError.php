@@ -1,0 +1,32 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit;
+
+/** Why a file could not be opened, read or written. */
+final class SystemError
+{
+    /** Before the calls whose reason may be asked for. */
+    public static function forget(): void
+    {
+        error_clear_last();
+    }
+
+    /** The system's words since forget(), such as "Permission denied"; empty if there are none. */
+    public static function reason(): string
+    {
+        // "fopen(x): Failed to open stream: Reason", "fwrite(): Write of 8 bytes failed with errno=28 Reason"
+        preg_match('/^.*(?:errno=\d+|:) ([^:]+)$/sD', error_get_last()['message'] ?? '', $part);
+
+        return $part[1] ?? '';
+    }
+
+    /** Such as "cannot read x", with the reason if there is one. */
+    public static function told(string $what): string
+    {
+        $reason = self::reason();
+
+        return $reason === '' ? $what : "$what: $reason";
+    }
+}
