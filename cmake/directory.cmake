@@ -43,9 +43,7 @@ function(sepa_compile_settings target)
   if(BUILD_SHARED_LIBS)
     target_compile_options(${target} PRIVATE "SHELL:-include ${shared_exports}")
     # A program's function of the same name must not become the library's.
-    set(internals ${PROJECT_SOURCE_DIR}/cmake/internals.map)
-    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions LINKER:--version-script=${internals})
-    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${internals})
+    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
   endif()
 endfunction()
 

@@ -10,11 +10,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/sepa)
 install(TARGETS sepa_core EXPORT sepa
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  INCLUDES DESTINATION ${header_dir})
-foreach(header IN LISTS public_headers)
-  get_filename_component(folder ${header} DIRECTORY)
-  install(FILES src/${header} DESTINATION ${header_dir}/${folder})
-endforeach()
+  FILE_SET HEADERS DESTINATION ${header_dir})
 
 set(files ${PROJECT_BINARY_DIR}/generated)
 install(EXPORT sepa NAMESPACE sepa:: FILE sepaTargets.cmake DESTINATION ${package_dir})

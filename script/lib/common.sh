@@ -101,7 +101,7 @@ build_extension() {
 # run_php ARGUMENT...: PHP with the extension of the default build and nothing else.
 run_php() { "$PHP" -n -d extension="$out/php/build/modules/sepa.so" "$@"; }
 
-# What the toolkit in php/ stands on.
+# What the toolkit in toolkit/ stands on.
 need_toolkit() {
     need /usr/share/php/Symfony/Component/Console/autoload.php php-symfony-console
     need /usr/share/php/Symfony/Component/String/autoload.php php-symfony-string

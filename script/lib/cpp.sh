@@ -24,10 +24,23 @@ tour_by_pkg_config() { # PREFIX PROGRAM
         LD_LIBRARY_PATH=$1/lib tour_works "$2"
 }
 
-headers_stand_alone() { # INCLUDE-FOLDER
-    (cd "$1" && find . -name '*.h') | while read -r header; do
-        echo "#include \"$header\"" | g++ -std=c++17 -Wall -Wextra -Wpedantic -Werror -I"$1" -fsyntax-only -x c++ - || return 1
-    done
+# own_headers DIR: headers of a program that are named like ours, and one that
+# finds out whose are found.
+own_headers() {
+    mkdir -p "$1/text" "$1/tools"
+    echo 'constexpr int own_amount = 1;' >"$1/text/amount.h"
+    echo 'constexpr int own_files = 2;' >"$1/tools/files.h"
+    cat >"$1/own.h" <<'END'
+#include "text/amount.h"
+#include "tools/files.h"
+#include <sepa/message/sepa.h>
+#include <sepa/statement/mt940.h>
+constexpr int own_sum = own_amount + own_files;
+using told = decltype(sepa_format_amount(nullptr, parse_amount("", nullptr)), sepa_check_field(FIELD_BIC, ""));
+END
+    # After the library's folders, so that these must not have such headers either.
+    echo "add_compile_options(-I$1 -Wall -Wextra -Wpedantic -Werror)
+        cmake_language(DEFER CALL target_compile_options tour PRIVATE -include own.h)" >"$1/own.cmake"
 }
 
 # names: functions and variables of what nm prints.
@@ -48,13 +61,17 @@ cpp_users() {
     rm -rf "$cpp/static" "$cpp/shared"
     mkdir -p "$cpp"
     quietly "$cpp/install.log" cmake --install "$out/dev" --prefix "$cpp/static"
-    check "C++: find_package" build_tour "$cpp/package" -DCMAKE_PREFIX_PATH="$cpp/static"
+    own_headers "$cpp/own"
+    own=-DCMAKE_PROJECT_tour_INCLUDE=$cpp/own/own.cmake
+    check "C++: find_package" build_tour "$cpp/package" "$own" -DCMAKE_PREFIX_PATH="$cpp/static"
     check "C++: pkg-config" tour_by_pkg_config "$cpp/static" "$cpp/tour"
-    check "C++: add_subdirectory" build_tour "$cpp/folder" -DSEPA_FROM=folder
-    check "C++: FetchContent, a shared library" build_tour "$cpp/fetch" -DSEPA_FROM=fetch -DBUILD_SHARED_LIBS=ON -DSEPA_INSTALL=ON
+    check "C++: add_subdirectory" build_tour "$cpp/folder" "$own" -DSEPA_FROM=folder
+    check "C++: FetchContent, a shared library" build_tour "$cpp/fetch" "$own" \
+        -DSEPA_FROM=fetch -DBUILD_SHARED_LIBS=ON -DSEPA_INSTALL=ON
     quietly "$cpp/install.log" cmake --install "$cpp/fetch" --prefix "$cpp/shared"
     check "C++: pkg-config, a shared library" tour_by_pkg_config "$cpp/shared" "$cpp/tour_shared"
-    check "C++: each installed header compiles alone" headers_stand_alone "$cpp/static/include"
+    check "C++: each public header compiles alone" \
+        quietly "$cpp/headers.log" cmake --build "$out/dev" --target all_verify_interface_header_sets
     check "C++: the shared library exports what its headers declare" \
         exports_are_the_headers "$cpp/shared" "$cpp/static/lib/libsepa_core.a"
 }

@@ -7,6 +7,7 @@
 #include <set>
 #include <thread>
 
+#include "sepa/platform/record_arena.h"
 #include "tests/unit/message_helpers.h"
 
 static int growths_left = -1;           // of a buffer; below 0 for any number

@@ -8,7 +8,7 @@
 #include "sepa/message/payment_blocks.h"
 #include "sepa/message/rulebook.h"
 #include "sepa/message/xml_lines.h"
-#include "sepa/text/amount.h"
+#include "sepa/text/number_text.h"
 
 namespace sepa_internal {
 

@@ -3,6 +3,7 @@
 
 #include "sepa/message/rulebook.h"
 #include "sepa/message/wipe.h"
+#include "sepa/platform/record_arena.h"
 
 using namespace sepa_internal;
 

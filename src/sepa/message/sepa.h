@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "sepa/message/xmlbuf.h"
-#include "sepa/platform/record_arena.h"
+#include "sepa/platform/record_memory.h"
 #include "sepa/text/amount.h"
 
 constexpr long SEPA_MSGTYPE_DDI = 1;  // direct debit

@@ -5,6 +5,7 @@
 
 #include "sepa/message/failure.h"
 #include "sepa/message/wipe.h"
+#include "sepa/platform/record_arena.h"
 
 using namespace sepa_internal;
 

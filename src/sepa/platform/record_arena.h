@@ -10,16 +10,9 @@
 
 #include <cstddef>
 
+#include "sepa/platform/record_memory.h"
+
 namespace sepa_internal {
-
-struct arena_piece_t;
-
-// Starts zeroed.
-struct record_arena_t {
-    arena_piece_t* latest;  // the piece in use; the others hang on it
-    char* at;               // free bytes of that piece
-    char* end;
-};
 
 // Bytes after each block that can be read, whatever is in them.
 constexpr size_t arena_margin = 16;

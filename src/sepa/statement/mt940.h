@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "sepa/platform/record_arena.h"
+#include "sepa/platform/record_memory.h"
 #include "sepa/text/amount.h"
 #include "sepa/text/field_check.h"
 

@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "sepa/platform/record_arena.h"
 #include "sepa/statement/mt940.h"
 
 namespace sepa_internal {

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "sepa/text/ascii.h"
+#include "sepa/text/number_text.h"
 
 using namespace sepa_internal;
 
