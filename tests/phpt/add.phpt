@@ -37,7 +37,7 @@ $rename = function () {  // and takes the memory of the name that goes
     return $GLOBALS['taken'] = str_repeat('T', 20);
 };
 set_error_handler($rename);
-foreach ([new Text($rename), []] as $renamer) {
+foreach ([new Text($rename), [], NAN] as $renamer) {  // 8.5 began to warn of the last
     $name = str_repeat('E', 20);
     $message->add(payment(['name' => &$name, 'ref' => &$renamer]));
     echo substr_count($message->toXML(), '<Nm>EEEEEEEEEEEEEEEEEEEE</Nm>'), ' earlier, ', totals($message), "\n";
@@ -82,6 +82,7 @@ true, 8 x, 46.30 EUR
 true, 9 x, 47.30 EUR
 1 earlier, 10 x, 48.30 EUR
 2 earlier, 11 x, 49.30 EUR
+3 earlier, 12 x, 50.30 EUR
 true, 1 x, 2.50 EUR
 true, 3 x, 10.25 EUR
 LogicException "thrown in mid-walk", 3 x, 10.25 EUR

@@ -1,5 +1,6 @@
 #include "sepa/binding/key_list.h"
 
+#include <cmath>
 #include <cstdlib>
 
 static bool reserve(key_list_t* list, uint32_t count) {
@@ -22,9 +23,20 @@ static void free_storage(key_list_t* list) {
     free(list->number_keys);
 }
 
-// Whether turning a value into text can run script code: a __toString, or an
-// error handler that is told of an array.
-static bool can_run_script(const zval* value) { return Z_TYPE_P(value) == IS_OBJECT || Z_TYPE_P(value) == IS_ARRAY; }
+// Whether turning a value into text runs no script code, on any engine. All
+// else might: a __toString, an error handler that is told of an array and, from
+// 8.5 on, of NAN, and whatever a coming engine warns about.
+static bool is_plain(const zval* value) {
+    switch (Z_TYPE_P(value)) {
+        case IS_STRING:
+        case IS_LONG:
+        case IS_NULL:
+        case IS_FALSE:
+        case IS_TRUE: return true;
+        case IS_DOUBLE: return std::isfinite(Z_DVAL_P(value));
+        default: return false;
+    }
+}
 
 // A copy of `array` whose values are texts, each as its turn in the walk found
 // it. A script that runs in mid-walk could change the array under the walk, or
@@ -66,14 +78,14 @@ static void add_pair(key_list_t* list, zend_ulong number, zend_string* key, zval
     list->count += 1;
 }
 
-// False at the first value that can run script code.
+// False at the first value that is not plain.
 static bool fill(key_list_t* list, zend_array* array) {
     zend_ulong number;
     zend_string* key;
     zval* value;
     ZEND_HASH_FOREACH_KEY_VAL_IND(array, number, key, value) {
         ZVAL_DEREF(value);
-        if (can_run_script(value)) return false;
+        if (!is_plain(value)) return false;
         add_pair(list, number, key, value);
     }
     ZEND_HASH_FOREACH_END();
@@ -93,19 +105,19 @@ static bool fill(key_list_t* list, zend_array* array) {
     return filled;
 }
 
-enum taken_t { TAKEN, CAN_RUN_SCRIPT, NO_MEMORY };
+enum taken_t { TAKEN, NOT_PLAIN, NO_MEMORY };
 
 static taken_t take(key_list_t* list, zend_array* array) {
     list->count = list->made_count = 0;
     if (!reserve(list, zend_hash_num_elements(array))) return NO_MEMORY;
     bool filled = list->pairs == list->small_pairs ? fill(list, array) : fill_or_free(list, array);
-    return filled ? TAKEN : CAN_RUN_SCRIPT;
+    return filled ? TAKEN : NOT_PLAIN;
 }
 
 bool key_list_from_array(key_list_t* list, zend_array* array) {
     list->owned_array = nullptr;
     taken_t taken = take(list, array);
-    if (taken == CAN_RUN_SCRIPT) {
+    if (taken == NOT_PLAIN) {
         key_list_free(list);
         list->made_count = 0;
         list->pairs = list->small_pairs;

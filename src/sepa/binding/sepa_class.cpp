@@ -132,8 +132,13 @@ static char* take_document_room(void* context, size_t size) {
 ZEND_METHOD(SEPA, toXML) {
     sepa_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
+    // An output callback that is told of too little memory cannot get at it.
+    sepa_t*& held = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
+    held = nullptr;
     document_room_t room = {};
     int written = sepa_write_document(handle, {take_document_room, &room});
+    sepa_free(held);  // which it may have constructed
+    held = handle;
     if (room.left) zend_bailout();
     if (written)
         RETVAL_STR(room.text);
