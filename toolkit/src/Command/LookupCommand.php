@@ -21,6 +21,9 @@ abstract class LookupCommand extends Command
     /** Rows in which a column without a known heading is looked for. */
     private const PEEK = 2;
 
+    /** Endings of names of tables, which nobody looks up. */
+    private const TABLES = '/\.(csv|tsv|txt|xlsx?|ods)$/Di';
+
     /** @return list<string> what a row has for a question */
     abstract protected function keys(): array;
 
@@ -52,6 +55,7 @@ abstract class LookupCommand extends Command
         $refused = 0;
         $arguments = $input->getArgument('values');
         if ($arguments) {
+            $this->refuseFiles($arguments);
             $questions = array_chunk($arguments, count($this->keys()));
             if (count(end($questions)) !== count($this->keys())) {
                 throw new Failure('these belong together: ' . implode(' and ', $this->keys()));
@@ -89,6 +93,16 @@ abstract class LookupCommand extends Command
         }
 
         return $refused ? ExitCode::REFUSED : ExitCode::GOOD;
+    }
+
+    /** @param list<string> $arguments */
+    private function refuseFiles(array $arguments): void
+    {
+        foreach ($arguments as $argument) {
+            if (is_file($argument) || preg_match(self::TABLES, $argument)) {
+                throw new Failure("$argument is the name of a file. A file is read like this: sepa {$this->getName()} <$argument");
+            }
+        }
     }
 
     /**

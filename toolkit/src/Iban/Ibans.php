@@ -28,11 +28,32 @@ final class Ibans
         ],
         'Invalid bank ID (BLZ) in IBAN' => [
             'iban_bank',
-            'The bank code in it (characters 5 to 12) is not in the list: a typing error, or the bank has merged. Ask the payee.',
+            'The bank code in it (characters 5 to 12) is not in the list: a typing error, or the bank has merged, '
+                . 'or newer than the lists of this program. Ask the payee.',
         ],
         'Invalid account number in IBAN' => [
             'iban_account',
             'The account number in it (the last ten digits) cannot exist at this bank. Ask the payee.',
+        ],
+    ];
+
+    /** Of countries that the extension does not know: reason and hint by code. */
+    private const COUNTRY_REASONS = [
+        'iban_country' => [
+            'No country has these letters',
+            'An IBAN starts with the two letters of its country, such as DE. Is a part missing at the front?',
+        ],
+        'iban_country_unsupported' => [
+            'Country of SEPA that is not known here',
+            'It joined later: this program can neither check nor use its IBANs. Pay it in the online banking.',
+        ],
+        'iban_country_outside' => [
+            'Country outside of SEPA, or without IBANs',
+            'The check digits are right; more of it is not known here. No SEPA payment goes there.',
+        ],
+        'iban_country_outside_checksum' => [
+            'Country outside of SEPA, or without IBANs',
+            'The check digits are wrong, too: compare it with the invoice. No SEPA payment goes there.',
         ],
     ];
 
@@ -68,10 +89,12 @@ final class Ibans
         return (string) preg_replace('/^IBAN:?(?=[A-Z]{2})/', '', $compact);
     }
 
-    /** In groups of four, as printed on paper. */
+    /** In groups of four, as printed on paper; what is no IBAN stays whole. */
     public static function grouped(string $iban): string
     {
-        return rtrim(chunk_split(self::normalise($iban), 4, ' '));
+        $iban = self::normalise($iban);
+
+        return preg_match('/^[A-Z0-9]+$/D', $iban) ? rtrim(chunk_split($iban, 4, ' ')) : $iban;
     }
 
     /** @param string $text as somebody typed it */
@@ -108,12 +131,20 @@ final class Ibans
         } catch (\SEPAException $e) {
             foreach (self::REASONS as $text => [$code, $hint]) {
                 if (strncmp($e->getMessage(), $text, strlen($text)) === 0) {
-                    return [$code, $text, $hint];
+                    return $code === 'iban_country' ? self::countryRefusal($iban) : [$code, $text, $hint];
                 }
             }
         }
 
         return ['iban', 'invalid IBAN', 'Compare it with the invoice.'];
+    }
+
+    /** @return array{string, string, string} as refusal() */
+    private static function countryRefusal(string $iban): array
+    {
+        $code = Country::refusal($iban);
+
+        return [$code, self::COUNTRY_REASONS[$code][0], self::COUNTRY_REASONS[$code][1]];
     }
 
     /** Name of the bank, or of its head office if the branch has no entry of its own. */

@@ -56,6 +56,7 @@ final class SepaTest extends TestCase
         yield 'two columns' => [$check, "NL91ABNA0417164300,DE89370400440532013000\n", 2, '', "sepa: no column for iban: name it with --column. The first row has: 'NL91ABNA0417164300', 'DE89370400440532013000'\n"];
         yield 'an open quote' => [$check, "iban\nDE1\n\"DE89", 2, $bad, "sepa: standard input, row 3: a quote is not closed, or the file was cut\n"];
         yield 'nothing' => [$check, '', 0, ''];
+        yield 'a file as an argument' => [['command' => 'check', 'values' => ['customers.csv']], null, 2, '', "sepa: customers.csv is the name of a file. A file is read like this: sepa check <customers.csv\n"];
         yield 'two formats' => [$check + ['--csv' => true], '', 2, '', "sepa: either --csv or --json\n"];
         yield [['command' => 'check', '--csv' => true], "DE1\nDE\"1", 1, "iban,valid,code,reason,bic,bank\nDE1,false,iban_length,Wrong IBAN length,,\n\"DE\"\"1\",false,iban_length,Wrong IBAN length,,\n"];
         yield 'for a terminal' => [['command' => 'bank'], "<info>A</info>\e[2J\n", 1, <<<'TABLE'
@@ -75,7 +76,7 @@ final class SepaTest extends TestCase
         yield [$convert + ['values' => ['1']], null, 2, '', "sepa: these belong together: account and bank_code\n"];
         yield [['command' => 'bank', '--json' => true, 'values' => ['COBADEFF', 'x']], null, 1, '{"query":"COBADEFF","bic":"COBADEFF","bank":"COMMERZBANK AG","schemes":["SCT","SDD","B2B"],"reason":null}' . "\n"
             . '{"query":"x","bic":null,"bank":null,"schemes":null,"reason":"the directory finds banks by IBANs of DE, AT, CH and LI only"}' . "\n"];
-        yield 'what a spreadsheet or a terminal would obey' => [['command' => 'check', '--csv' => true], "iban\n=A1\e[2J\n", 1, "iban,valid,code,reason,bic,bank\n'=A1?[2J,false,iban_country,Invalid or unknown IBAN country code,,\n"];
+        yield 'what a spreadsheet or a terminal would obey' => [['command' => 'check', '--csv' => true], "iban\n=A1\e[2J\n", 1, "iban,valid,code,reason,bic,bank\n'=A1?[2J,false,iban_country,No country has these letters,,\n"];
         yield 'a misspelled command' => [['command' => 'chek'], null, 2, '', "sepa: Command \"chek\" is not defined.\n\nDid you mean this?\n    check\n"];
         yield 'a heading of a stranger' => [$check, "A\e[2J,B\n1,2\n", 2, '', "sepa: no column for iban: name it with --column. The first row has: 'A?[2J', 'B'\n"];
         yield 'no such command' => [['command' => 'nonsense'], null, 2, '', "sepa: Command \"nonsense\" is not defined.\n"];

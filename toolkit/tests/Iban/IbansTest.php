@@ -43,8 +43,12 @@ final class IbansTest extends TestCase
     {
         return [
             ['', 'empty', 'IBAN missing'],
-            ['US12345', 'iban_country', 'Invalid or unknown IBAN country code'],
-            ["\xFF\xFE", 'iban_country', 'Invalid or unknown IBAN country code'],
+            ['ZZ12345', 'iban_country', 'No country has these letters'],
+            ["\xFF\xFE", 'iban_country', 'No country has these letters'],
+            ['AL35202111090000000001234567', 'iban_country_unsupported', 'Country of SEPA that is not known here'],
+            ['BR15 0000 0000 0000 1093 2840 814P 2', 'iban_country_outside', 'Country outside of SEPA, or without IBANs'],
+            ['BR16 0000 0000 0000 1093 2840 814P 2', 'iban_country_outside_checksum', 'Country outside of SEPA, or without IBANs'],
+            ['US12345', 'iban_country_outside_checksum', 'Country outside of SEPA, or without IBANs'],
             ['DE8937040044053201300', 'iban_length', 'Wrong IBAN length'],
             ['DE8937040044053201300O', 'iban_format', 'Invalid IBAN format'],
             ['DE98370400440532013000', 'iban_checksum', 'Invalid IBAN checksum'],
