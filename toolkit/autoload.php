@@ -3,7 +3,7 @@
 /**
  * Loads the toolkit's classes: by Composer where it has installed them, else
  * from this folder with the distribution's packages of Symfony
- * (php-symfony-console, php-symfony-string on Debian).
+ * (php-symfony-console, php-symfony-string, php-symfony-translation on Debian).
  */
 
 declare(strict_types=1);
@@ -16,7 +16,7 @@ foreach ([__DIR__ . '/vendor', dirname(__DIR__, 2)] as $vendor) {
     }
 }
 
-foreach (['Console', 'String'] as $component) {
+foreach (['Console', 'String', 'Translation'] as $component) {
     $packaged = stream_resolve_include_path("Symfony/Component/$component/autoload.php");
     if ($packaged !== false) {
         require_once $packaged;

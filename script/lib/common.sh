@@ -105,6 +105,8 @@ run_php() { "$PHP" -n -d extension="$out/php/build/modules/sepa.so" "$@"; }
 need_toolkit() {
     need /usr/share/php/Symfony/Component/Console/autoload.php php-symfony-console
     need /usr/share/php/Symfony/Component/String/autoload.php php-symfony-string
+    need /usr/share/php/Symfony/Component/Translation/autoload.php php-symfony-translation
+    "$PHP" -m 2>/dev/null | grep -qx intl || wanted="$wanted php-intl"
 }
 
 # run_toolkit ARGUMENT...: PHP with the extension and, unlike run_php, the

@@ -70,8 +70,7 @@ abstract class PaymentsCommand extends Command
             }
         }
         foreach ($payments->changes() as $change) {
-            $text = "'$change->from' became '$change->to'";
-            self::report($report, 'change', new Fault($change->row, $change->label, $change->key, 'transliterated', $text, ''), $sheet);
+            self::report($report, 'change', $change->fault(), $sheet);
         }
         $report->flush();
         if ($faults) {
@@ -162,8 +161,8 @@ abstract class PaymentsCommand extends Command
             'column' => $column,
             'key' => $fault->key,
             'code' => $fault->code,
-            'reason' => $fault->text,
-            'hint' => $fault->hint,
+            'reason' => $fault->text(),
+            'hint' => $fault->hint(),
         ];
         $rows->add($record, static function () use ($record): array {
             return array_map('strval', array_diff_key($record, ['key' => 0, 'code' => 0]));

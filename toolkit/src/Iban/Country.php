@@ -26,7 +26,7 @@ final class Country
         return $countries->get($letters) ?? \ResourceBundle::create('en', 'ICUDATA-region')->get('Countries')->get($letters);
     }
 
-    /** Why an IBAN of a country that the extension does not know is refused: a code of Ibans::REASONS. */
+    /** Why an IBAN of a country that the extension does not know is refused: a code of translations/faults. */
     public static function refusal(string $iban): string
     {
         $letters = substr($iban, 0, 2);

@@ -16,7 +16,7 @@ final class IbanCheck implements \JsonSerializable
 
     public bool $valid;
 
-    /** @var string|null why it is refused, for programs: a value of Ibans::REASONS */
+    /** @var string|null why it is refused, for programs: a key of translations/faults */
     public ?string $code;
 
     /** @var string|null why it is refused, in the extension's words */

@@ -4,57 +4,20 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Iban;
 
+use Sepa\Toolkit\Texts;
+
 /** IBANs as people type them, checked, explained and looked up by the extension. */
 final class Ibans
 {
-    /** The extension's reasons: code and hint by text. */
-    public const REASONS = [
-        'Invalid or unknown IBAN country code' => [
-            'iban_country',
-            'An IBAN starts with the two letters of a SEPA country, such as DE. Is a part missing at the front?',
-        ],
-        'Wrong IBAN length' => [
-            'iban_length',
-            'Characters are missing or too many: compare it with the invoice, four by four.',
-        ],
-        'Invalid IBAN format' => [
-            'iban_format',
-            'There is a letter where this country has digits, or the other way round: O and 0, I and 1?',
-        ],
-        'Invalid character in IBAN' => ['iban_format', 'An IBAN consists of digits and letters only.'],
-        'Invalid IBAN checksum' => [
-            'iban_checksum',
-            'The check digits do not fit: a digit is wrong, or two are swapped.',
-        ],
-        'Invalid bank ID (BLZ) in IBAN' => [
-            'iban_bank',
-            'The bank code in it (characters 5 to 12) is not in the list: a typing error, or the bank has merged, '
-                . 'or newer than the lists of this program. Ask the payee.',
-        ],
-        'Invalid account number in IBAN' => [
-            'iban_account',
-            'The account number in it (the last ten digits) cannot exist at this bank. Ask the payee.',
-        ],
-    ];
-
-    /** Of countries that the extension does not know: reason and hint by code. */
-    private const COUNTRY_REASONS = [
-        'iban_country' => [
-            'No country has these letters',
-            'An IBAN starts with the two letters of its country, such as DE. Is a part missing at the front?',
-        ],
-        'iban_country_unsupported' => [
-            'Country of SEPA that is not known here',
-            'It joined later: this program can neither check nor use its IBANs. Pay it in the online banking.',
-        ],
-        'iban_country_outside' => [
-            'Country outside of SEPA, or without IBANs',
-            'The check digits are right; more of it is not known here. No SEPA payment goes there.',
-        ],
-        'iban_country_outside_checksum' => [
-            'Country outside of SEPA, or without IBANs',
-            'The check digits are wrong, too: compare it with the invoice. No SEPA payment goes there.',
-        ],
+    /** Code by the extension's reason. */
+    private const REASONS = [
+        'Invalid or unknown IBAN country code' => 'iban_country',
+        'Wrong IBAN length' => 'iban_length',
+        'Invalid IBAN format' => 'iban_format',
+        'Invalid character in IBAN' => 'iban_format',
+        'Invalid IBAN checksum' => 'iban_checksum',
+        'Invalid bank ID (BLZ) in IBAN' => 'iban_bank',
+        'Invalid account number in IBAN' => 'iban_account',
     ];
 
     private const STATUS = [
@@ -129,22 +92,39 @@ final class Ibans
         try {
             (new \SEPA(SEPA_MSGTYPE_CTI))->setIBAN($iban);
         } catch (\SEPAException $e) {
-            foreach (self::REASONS as $text => [$code, $hint]) {
-                if (strncmp($e->getMessage(), $text, strlen($text)) === 0) {
-                    return $code === 'iban_country' ? self::countryRefusal($iban) : [$code, $text, $hint];
+            foreach (self::REASONS as $reason => $code) {
+                if (strncmp($e->getMessage(), $reason, strlen($reason)) === 0) {
+                    return self::texts((string) self::code($reason, $iban), $reason);
                 }
             }
         }
 
-        return ['iban', 'invalid IBAN', 'Compare it with the invoice.'];
+        return self::texts('iban', 'invalid IBAN');
+    }
+
+    /** Code of the extension's sentence about an IBAN; null if it is about something else. */
+    public static function code(string $said, string $iban): ?string
+    {
+        foreach (self::REASONS as $start => $code) {
+            if (strncmp($said, $start, strlen($start)) === 0) {
+                return $code === 'iban_country' ? Country::refusal($iban) : $code;
+            }
+        }
+
+        return null;
     }
 
     /** @return array{string, string, string} as refusal() */
-    private static function countryRefusal(string $iban): array
+    private static function texts(string $code, string $said): array
     {
-        $code = Country::refusal($iban);
+        static $texts = [];
+        $texts[$code] = $texts[$code] ?? [
+            $code,
+            strncmp($code, 'iban_country', 12) === 0 ? Texts::of('faults', "$code.reason") : $said,
+            Texts::of('faults', "$code.hint"),
+        ];
 
-        return [$code, self::COUNTRY_REASONS[$code][0], self::COUNTRY_REASONS[$code][1]];
+        return $texts[$code];
     }
 
     /** Name of the bank, or of its head office if the branch has no entry of its own. */

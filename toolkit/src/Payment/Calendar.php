@@ -8,7 +8,7 @@ namespace Sepa\Toolkit\Payment;
 final class Calendar
 {
     /** Days of every year on which TARGET is closed; Good Friday and Easter Monday are the others. */
-    private const CLOSED = ['01-01' => 'New Year', '05-01' => 'Labour Day', '12-25' => 'Christmas Day', '12-26' => '26 December'];
+    private const CLOSED = ['01-01' => 'new_year', '05-01' => 'labour_day', '12-25' => 'christmas', '12-26' => 'december_26'];
 
     public static function exists(string $date): bool
     {
@@ -16,24 +16,24 @@ final class Calendar
             && checkdate((int) $part[2], (int) $part[3], (int) $part[1]);
     }
 
-    /** Why banks do not settle on an existing day; null if they do. */
+    /** The name, as texts have it, of an existing day on which banks do not settle; null if they do. */
     public static function closed(string $date): ?string
     {
         $day = new \DateTimeImmutable($date);
         if ($day->format('N') >= 6) {
-            return 'a ' . $day->format('l');
+            return strtolower($day->format('l'));
         }
         $holiday = self::CLOSED[$day->format('m-d')] ?? null;
         if ($holiday === null) {
             $easter = self::easter((int) $day->format('Y'));
             $movable = [
-                $easter->modify('-2 days')->format('Y-m-d') => 'Good Friday',
-                $easter->modify('+1 day')->format('Y-m-d') => 'Easter Monday',
+                $easter->modify('-2 days')->format('Y-m-d') => 'good_friday',
+                $easter->modify('+1 day')->format('Y-m-d') => 'easter_monday',
             ];
             $holiday = $movable[$date] ?? null;
         }
 
-        return $holiday === null ? null : "a TARGET holiday ($holiday)";
+        return $holiday;
     }
 
     /** Gauss's Easter, for the Gregorian calendar. */

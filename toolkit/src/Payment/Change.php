@@ -31,6 +31,12 @@ final class Change implements \JsonSerializable
         $this->to = $to;
     }
 
+    /** As what is told beside faults and warnings. */
+    public function fault(): Fault
+    {
+        return new Fault($this->row, $this->label, $this->key, 'transliterated', ['from' => $this->from, 'to' => $this->to]);
+    }
+
     /** @return array{row: ?int, label: ?string, key: string, from: string, to: string} */
     public function jsonSerialize(): array
     {

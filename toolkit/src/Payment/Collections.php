@@ -21,21 +21,17 @@ final class Collections extends Payments
         try {
             $this->message->setDDType(Options::TYPES[$options->type]);
         } catch (\SEPAException $e) {
-            [$code] = Reasons::of($e->getMessage());
-            $this->refuse(null, null, 'type', $code, $e->getMessage());
+            [$code, $values] = $this->reasons->of($e->getMessage(), 'type', $options->type);
+            $this->refuse(null, null, 'type', $code, $values);
         }
         if ($options->type === 'COR1' && $this->rulebook->country !== 'DE') {
-            $this->warn(null, 'type', 'cor1_national', "COR1 under {$this->rulebook->name}");
+            $this->warn(null, 'type', 'cor1_national', ['rulebook' => $this->rulebook->name]);
         }
     }
 
     protected static function required(Rulebook $rulebook): array
     {
-        return parent::required($rulebook) + [
-            'seq' => 'Sequence type missing',
-            'mref' => 'Mandate reference missing',
-            'mdate' => 'Mandate signature date missing',
-        ];
+        return array_merge(parent::required($rulebook), ['seq', 'mref', 'mdate']);
     }
 
     protected function block(array $values): string

@@ -4,13 +4,19 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Payment;
 
+use Sepa\Toolkit\Texts;
+
 /**
- * What is wrong, or odd, at one place of a message.
+ * What is wrong, or odd, at one place of a message. Its texts are made when
+ * they are asked for, from its code and values.
  *
  * @psalm-immutable
  */
 final class Fault implements \JsonSerializable
 {
+    /** The value that is the extension's own sentence. */
+    public const SAID = 'said';
+
     /** @var int|null the payment's number; null if it is about the submitting party or the whole message */
     public ?int $row;
 
@@ -20,35 +26,66 @@ final class Fault implements \JsonSerializable
     /** @var string|null the key concerned, of a payment or of the submitting party */
     public ?string $key;
 
-    /** @var string the kind of fault, for programs: a key of Reasons::HINTS */
+    /** @var string the kind of fault, for programs: a key of translations/faults */
     public string $code;
 
-    /** @var string the reason, in the extension's words where it has any */
-    public string $text;
+    /** @var array<string, int|string|list<string>> what the texts of the code are made from */
+    public array $values;
 
-    /** @var string what to do about it */
-    public string $hint;
-
-    public function __construct(?int $row, ?string $label, ?string $key, string $code, string $text, string $hint)
+    /** @param array<string, int|string|list<string>> $values */
+    public function __construct(?int $row, ?string $label, ?string $key, string $code, array $values = [])
     {
         $this->row = $row;
         $this->label = $label;
-        $this->key = $key;
+        $this->key = $key === '' || $key === null ? null : mb_scrub($key, 'UTF-8');
         $this->code = $code;
-        $this->text = $text;
-        $this->hint = $hint;
+        $this->values = $values;
+    }
+
+    /** The reason; in English in the extension's words where it has any. */
+    public function text(string $locale = 'en'): string
+    {
+        $said = $this->values[self::SAID] ?? null;
+        if ($said === null || strncmp($locale, 'en', 2) !== 0) {
+            return $this->translated('reason', $locale);
+        }
+        // The sentence may quote one byte of a longer character.
+        $quoted = "'" . ($this->values['characters'][0] ?? '?') . "'";
+
+        return mb_scrub((string) preg_replace("/'[\x80-\xFF]'/", $quoted, $said), 'UTF-8');
+    }
+
+    /** What to do about it. */
+    public function hint(string $locale = 'en'): string
+    {
+        return $this->translated('hint', $locale);
     }
 
     public function __toString(): string
     {
         $where = $this->row === null ? '' : "row $this->row, ";
 
-        return "$where$this->key: $this->text";
+        return "$where$this->key: {$this->text()}";
     }
 
     /** @return array{row: ?int, label: ?string, key: ?string, code: string, text: string, hint: string} */
     public function jsonSerialize(): array
     {
-        return get_object_vars($this);
+        return [
+            'row' => $this->row,
+            'label' => $this->label,
+            'key' => $this->key,
+            'code' => $this->code,
+            'text' => $this->text(),
+            'hint' => $this->hint(),
+        ];
+    }
+
+    private function translated(string $part, string $locale): string
+    {
+        $key = (string) $this->key;
+        $values = $this->values + ['key' => $key, 'label' => Keys::label($key, $locale, $this->row === null)];
+
+        return Texts::of('faults', "$this->code.$part", $values, $locale);
     }
 }

@@ -7,36 +7,43 @@ namespace Sepa\Toolkit\Payment;
 use Sepa\Toolkit\Iban\Ibans;
 
 /**
- * Finds all that is wrong with a payment. Faults are pairs of a code, null for
- * that of the extension's text, and a text, by key.
+ * Finds all that is wrong with a payment. Faults are pairs of a code and values,
+ * by key.
  */
 final class Inspector
 {
     /** What an address by fields cannot do without. */
-    private const ADDRESS = ['addrTown' => 'Town missing', 'addrCC' => 'Country missing'];
+    private const ADDRESS = ['addrTown', 'addrCC'];
 
     private Extension $extension;
 
     private Rulebook $rulebook;
 
-    /** @var array<string, string> text of its absence by key */
+    private Reasons $reasons;
+
+    /** @var array<string, int> as keys */
     private array $required;
 
     /** @var array<string, string> key by its small letters */
     private array $keys = [];
 
+    /** @var string the keys under the rulebook, for people */
+    private string $list;
+
     /**
      * @param list<string> $keys
-     * @param array<string, string> $required text of its absence by key
+     * @param list<string> $required
      */
-    public function __construct(Extension $extension, Rulebook $rulebook, array $keys, array $required)
+    public function __construct(Extension $extension, Reasons $reasons, Rulebook $rulebook, array $keys, array $required)
     {
         $this->extension = $extension;
+        $this->reasons = $reasons;
         $this->rulebook = $rulebook;
-        $this->required = $required;
+        $this->required = array_flip($required);
         foreach ($keys as $key) {
             $this->keys[strtolower($key)] = $key;
         }
+        $this->list = implode(', ', $this->keys());
     }
 
     /** @return list<string> the keys under the rulebook */
@@ -50,7 +57,7 @@ final class Inspector
      * those that are none.
      *
      * @param array<mixed> $payment
-     * @return array{array<string, string>, array<string, array{?string, string}>}
+     * @return array{array<string, string>, array<string, array{string, array<string, int|string|list<string>>}>}
      */
     public function texts(array $payment): array
     {
@@ -60,14 +67,14 @@ final class Inspector
             $key = $this->keys[strtolower((string) $given)] ?? null;
             $text = $key === null ? null : self::text($key, $value);
             if ($key === null) {
-                $faults[$given] = ['unknown_key', "Invalid transaction property '$given'"];
+                $faults[$given] = ['unknown_key', ['keys' => $this->list]];
             } elseif (isset($values[$key]) || isset($faults[$key])) {
-                $faults[$key] = ['duplicate_key', "'$key' is given twice"];
+                $faults[$key] = ['duplicate_key', []];
             } elseif (!$this->rulebook->structured && Keys::group($key) === Keys::FIELDS) {
                 // Transfers would lose it without a word.
-                $faults[$key] = ['rulebook', 'selected SEPA rulebook does not support structured address data'];
+                $faults[$key] = ['rulebook', $this->reasons->values('rulebook', $key, '')];
             } elseif ($text === null) {
-                $faults[$key] = ['type', "Invalid type of value for '$key' (" . gettype($value) . ')'];
+                $faults[$key] = ['type', ['type' => gettype($value)]];
             } else {
                 $values[$key] = Keys::form($key) === Keys::IBAN ? Ibans::normalise($text) : $text;
             }
@@ -80,8 +87,8 @@ final class Inspector
      * What is wrong and the extension would take.
      *
      * @param array<string, string> $values
-     * @param array<string, array{?string, string}> $faults of keys that have no value
-     * @return array<string, array{?string, string}> with them
+     * @param array<string, array{string, array<string, int|string|list<string>>}> $faults of keys that have no value
+     * @return array<string, array{string, array<string, int|string|list<string>>}> with them
      */
     public function faults(array $values, array $faults): array
     {
@@ -92,12 +99,12 @@ final class Inspector
             }
         }
         $given = $values + $faults;
-        foreach (array_diff_key($this->required, $given) as $key => $text) {
-            $faults[$key] = ['missing', $text];
+        foreach (array_diff_key($this->required, $given) as $key => $number) {
+            $faults[$key] = ['missing', []];
         }
         if ($this->rulebook->structured && array_intersect_key($given, Keys::address())) {
-            foreach (array_diff_key(self::ADDRESS, $given) as $key => $text) {
-                $faults[$key] = ['address', $text];
+            foreach (array_diff(self::ADDRESS, array_keys($given)) as $key) {
+                $faults[$key] = ['address', []];
             }
         }
 
@@ -109,25 +116,26 @@ final class Inspector
      * value by value. Where it knows a fault, its words count.
      *
      * @param array<string, string> $values
-     * @param array<string, array{?string, string}> $faults found so far
+     * @param array<string, array{string, array<string, int|string|list<string>>}> $faults found so far
      * @param string $text the extension's first refusal, or empty
-     * @return non-empty-array<string, array{?string, string}>
+     * @return non-empty-array<string, array{string, array<string, int|string|list<string>>}>
      */
     public function inWordsOfExtension(array $values, array $faults, string $text): array
     {
         foreach ($values as $key => $value) {
             $reason = Rules::garbled($key, $value) ? null : $this->extension->refusalOf($key, $value);
             if ($reason !== null && ($faults[$key][0] ?? '') !== 'duplicate_key') {
-                $faults[$key] = [null, $reason];
+                $faults[$key] = $this->reasons->of($reason, $key, $value);
             }
         }
         // What is left is between values that are good by themselves.
         $between = $this->extension->refusal(array_diff_key($values, $faults));
         if ($between !== null && !array_intersect_key($faults, Keys::address())) {
-            $faults[$this->rulebook->structured ? 'addrTown' : 'addrLine1'] = [null, $between];
+            $key = $this->rulebook->structured ? 'addrTown' : 'addrLine1';
+            $faults[$key] = $this->reasons->of($between, $key, $values[$key] ?? '');
         }
 
-        return $faults ?: ['' => [null, $text]];
+        return $faults ?: ['' => $this->reasons->of($text, '', '')];
     }
 
     /** @param mixed $value */

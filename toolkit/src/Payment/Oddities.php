@@ -32,9 +32,10 @@ final class Oddities
         return $this->found;
     }
 
-    public function add(?int $row, ?string $label, ?string $key, string $code, string $text): void
+    /** @param array<string, int|string|list<string>> $values */
+    public function add(?int $row, ?string $label, ?string $key, string $code, array $values = []): void
     {
-        $this->found[] = new Fault($row, $label, $key, $code, $text, Reasons::HINTS[$code]);
+        $this->found[] = new Fault($row, $label, $key, $code, $values);
     }
 
     /**
@@ -46,13 +47,13 @@ final class Oddities
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {
-            $this->add($row, $label, 'id', 'duplicate_id', "End-to-end id of row {$this->ids[$id]} again");
+            $this->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
         } elseif ($id !== null) {
             $this->ids[$id] = $row;
         }
         $payment = $values['iban'] . ' ' . (float) $values['amount'];
         if (isset($this->payments[$payment])) {
-            $this->add($row, $label, 'amount', 'duplicate_payment', "Account and amount of row {$this->payments[$payment]} again");
+            $this->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
         } else {
             $this->payments[$payment] = $row;
         }
@@ -71,33 +72,33 @@ final class Oddities
     public function mandate(array $values, string $date, Rulebook $rulebook, int $row, ?string $label): void
     {
         if ($values['mdate'] > $date) {
-            $this->add($row, $label, 'mdate', 'date_order', "Mandate of {$values['mdate']} is younger than its collection of $date");
+            $this->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
         }
         if (isset($values['smnda']) && $rulebook->smnda === Rulebook::OLD) {
-            $this->add($row, $label, 'smnda', 'smnda_national', "SMNDA under $rulebook->name");
+            $this->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook->name]);
         }
         if (isset($values['smnda']) && $rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
-            $this->add($row, $label, 'smnda', 'smnda_sequence', "SMNDA with {$values['seq']} under $rulebook->name");
+            $this->add($row, $label, 'smnda', 'smnda_sequence', ['sequence' => $values['seq'], 'rulebook' => $rulebook->name]);
         }
     }
 
     /** @param list<string> $characters of an address, outside the banks' set */
     public function characters(string $key, array $characters, int $row, ?string $label): void
     {
-        $this->add($row, $label, $key, 'characters', "Outside the banks' character set: " . implode(' ', $characters));
+        $this->add($row, $label, $key, 'characters', ['characters' => $characters]);
     }
 
     private function date(string $date, ?int $row, ?string $label): void
     {
         if ($date < $this->today) {
-            $this->add($row, $label, 'date', 'date_past', "$date is in the past");
+            $this->add($row, $label, 'date', 'date_past', ['date' => $date]);
         }
         $closed = Calendar::closed($date);
         if ($closed !== null) {
-            $this->add($row, $label, 'date', 'no_bank_day', "$date is $closed");
+            $this->add($row, $label, 'date', 'no_bank_day', ['date' => $date, 'day' => $closed]);
         }
         if ($date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d')) {
-            $this->add($row, $label, 'date', 'date_far', "$date is more than a year away");
+            $this->add($row, $label, 'date', 'date_far', ['date' => $date]);
         }
     }
 }

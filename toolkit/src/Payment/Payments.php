@@ -26,6 +26,8 @@ abstract class Payments implements \Countable
 
     protected Rulebook $rulebook;
 
+    protected Reasons $reasons;
+
     private Extension $extension;
 
     private Inspector $inspector;
@@ -57,7 +59,9 @@ abstract class Payments implements \Countable
         $this->rulebook = new Rulebook($options->rulebook);
         $this->extension = new Extension(static::KIND, $this->rulebook);
         $keys = static::transactionKeys();
-        $this->inspector = new Inspector($this->extension, $this->rulebook, $keys, static::required($this->rulebook));
+        $required = static::required($this->rulebook);
+        $this->reasons = new Reasons($this->extension, $this->rulebook);
+        $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, $keys, $required);
         $this->message = $this->extension->message();
         $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
         $now = $options->today ?? date('Y-m-d');
@@ -85,11 +89,16 @@ abstract class Payments implements \Countable
         return Keys::ofKind(static::KIND);
     }
 
-    /** @return array<string, string> text of its absence by key that a payment must have */
+    /** @return list<string> keys that a payment must have */
     protected static function required(Rulebook $rulebook): array
     {
-        return ['iban' => 'IBAN missing', 'amount' => 'Amount missing', 'name' => 'Name missing']
-            + ($rulebook->wantsBic ? ['bic' => 'BIC missing'] : []);
+        return array_merge(['iban', 'amount', 'name'], $rulebook->wantsBic ? ['bic'] : []);
+    }
+
+    /** @return list<string> keys of a payment under the rulebook */
+    public function keys(): array
+    {
+        return $this->inspector->keys();
     }
 
     public function rulebook(): string
@@ -140,8 +149,8 @@ abstract class Payments implements \Countable
         }
         $faults = $this->inspector->inWordsOfExtension($values, $faults, $text);
         // In the order of the caller's keys, what is missing at the end.
-        foreach (array_replace(array_intersect_key($values, $faults), $faults) as $key => [$code, $reason]) {
-            $this->fault($row, $label, (string) $key, $code, $reason, $values[$key] ?? '');
+        foreach (array_replace(array_intersect_key($values, $faults), $faults) as $key => [$code, $found]) {
+            $this->refuse($row, $label, (string) $key, $code, $found);
         }
 
         return false;
@@ -155,16 +164,24 @@ abstract class Payments implements \Countable
         }
     }
 
-    /** Notes a fault that was found outside, such as in the file that a payment comes from. */
-    public function refuse(?int $row, ?string $label, ?string $key, string $code, string $text): void
+    /**
+     * Notes a fault that was found outside, such as in the file that a payment comes from.
+     *
+     * @param array<string, int|string|list<string>> $values what the code's texts are made from
+     */
+    public function refuse(?int $row, ?string $label, ?string $key, string $code, array $values = []): void
     {
-        $this->fault($row, $label, $key, $code, $text, '');
+        $this->faults[] = new Fault($row, $label, $key, $code, $values);
     }
 
-    /** Notes something odd that was found outside. */
-    public function warn(?int $row, ?string $key, string $code, string $text): void
+    /**
+     * Notes something odd that was found outside.
+     *
+     * @param array<string, int|string|list<string>> $values
+     */
+    public function warn(?int $row, ?string $key, string $code, array $values = []): void
     {
-        $this->oddities->add($row, null, $key, $code, $text);
+        $this->oddities->add($row, null, $key, $code, $values);
     }
 
     /** @return list<Fault> all faults so far, empty if the document can be had */
@@ -172,10 +189,10 @@ abstract class Payments implements \Countable
     {
         $faults = $this->faults;
         if ($this->count === 0 && !$faults) {
-            $faults[] = self::messageFault(null, 'no_payments', 'No transactions available');
+            $faults[] = new Fault(null, null, null, 'no_payments');
         }
         if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
-            $faults[] = self::messageFault('messageId', 'too_many_blocks', 'Message id too long for so many payment blocks');
+            $faults[] = new Fault(null, null, 'messageId', 'too_many_blocks');
         }
         if (!$faults && $this->cents > self::CERTAIN_CENTS && $this->written() === null) {
             $faults[] = self::sumFault();
@@ -231,11 +248,11 @@ abstract class Payments implements \Countable
                 $this->message->$setter($value);
                 $fault = Rules::broken($key, $value, $this->rulebook);
             } catch (\SEPAException $e) {
-                $fault = [null, $e->getMessage()];
+                $fault = $this->reasons->of($e->getMessage(), $key, $value);
             }
         }
         if ($fault !== null) {
-            $this->fault(null, null, $key, $fault[0], $fault[1], $value);
+            $this->refuse(null, null, $key, $fault[0], $fault[1]);
         }
     }
 
@@ -308,29 +325,8 @@ abstract class Payments implements \Countable
         return sprintf('%d.%02d', intdiv($cents, 100), $cents % 100);
     }
 
-    /** @param string|null $code null for a text of the extension, which has its own */
-    private function fault(?int $row, ?string $label, ?string $key, ?string $code, string $text, string $value): void
-    {
-        [$code, $hint] = $code === null ? Reasons::of($text) : [$code, Reasons::HINTS[$code]];
-        if ($code === 'characters' && preg_match('//u', $value)) {
-            $refused = $this->extension->refusedCharacters((string) $key, $value);
-            // The text may quote one byte of a longer character.
-            $text = (string) preg_replace("/'[\x80-\xFF]'/", "'" . ($refused[0] ?? '?') . "'", $text);
-            $hint = ($refused ? 'Not allowed here: ' . implode(' ', $refused) . '. ' : '') . $hint;
-        }
-        if ($code === 'unknown_key' || $code === 'unknown_heading') {
-            $hint .= ' The keys are: ' . implode(', ', $this->inspector->keys()) . '.';
-        }
-        $this->faults[] = new Fault($row, $label, $key === '' ? null : mb_scrub((string) $key, 'UTF-8'), $code, mb_scrub($text, 'UTF-8'), $hint);
-    }
-
     private static function sumFault(): Fault
     {
-        return self::messageFault('amount', 'control_sum', 'Sum of the amounts out of range');
-    }
-
-    private static function messageFault(?string $key, string $code, string $text): Fault
-    {
-        return new Fault(null, null, $key, $code, $text, Reasons::HINTS[$code]);
+        return new Fault(null, null, 'amount', 'control_sum');
     }
 }

@@ -6,55 +6,10 @@ namespace Sepa\Toolkit\Payment;
 
 use Sepa\Toolkit\Iban\Ibans;
 
-/** Codes for the extension's texts, and hints for the codes. */
+/** What the extension's sentences say: codes, and what else a text in another language needs. */
 final class Reasons
 {
-    /** What to do, by code. The codes of IBANs are in Ibans::REASONS. */
-    public const HINTS = [
-        'address' => 'An address needs at least town and country: addrTown and addrCC, such as Zürich and CH.',
-        'address_line' => 'The bank is outside the EEA: give an address line, addrLine1.',
-        'amount' => 'Write 1190.00: digits, a decimal point, two decimals, no thousands mark, no currency.',
-        'amount_limit' => 'At most 999999999.99: pay it in parts.',
-        'amount_zero' => 'The amount must be above zero. Leave out what is not to be paid.',
-        'bic' => 'A BIC has 8 or 11 letters and digits, such as COBADEFFXXX. It is on the invoice or the bank statement.',
-        'cor1_national' => 'COR1 ended in November 2016: ask the bank, or take CORE.',
-        'cells' => 'The row has more or fewer cells than the headings. Is a quote missing, or was the file cut?',
-        'characters' => 'Replace the character, or have it transliterated.',
-        'control_characters' => 'There is a tab, a line end or another invisible character in it: type it anew.',
-        'control_sum' => 'The sum is too large for one message: divide it into several.',
-        'country' => 'Two capital letters, such as DE.',
-        'creditor_id' => "The identifier stands in the central bank's letter, such as DE98ZZZ09999999999.",
-        'date' => 'Write 2026-12-31, a day that exists.',
-        'date_far' => 'Is the year right?',
-        'date_order' => 'A mandate is signed before money is collected: are both dates right?',
-        'date_past' => 'The bank will take the next day it can. Is the date right?',
-        'duplicate_id' => 'Statements will not tell the two apart.',
-        'duplicate_key' => 'Give each key once; capitals make no difference.',
-        'duplicate_payment' => 'Is it meant to be paid twice?',
-        'empty' => 'Leave the key out if there is nothing to say.',
-        'id' => 'No slash at either end, and no two slashes side by side.',
-        'length' => 'Shorten it. An umlaut counts as two characters.',
-        'local_instrument' => 'CORE, or B2B with companies; COR1 only under DE-2.7 to DE-2.9, AT-6 and NL-6.',
-        'message_id' => 'At most 30 characters: letters, digits, blanks and \' ( ) + , - . / : ?',
-        'missing' => 'This is needed: fill it in.',
-        'no_bank_day' => 'The bank will take the next day it can.',
-        'no_line_end' => 'The file may have been cut in its last row: compare the last payment and the sum.',
-        'no_payments' => 'A message needs at least one payment.',
-        'other' => 'See the documentation of the key.',
-        'purpose' => 'Four capital letters of the ISO list, such as SALA for salaries.',
-        'rulebook' => 'DE-3.7 takes addrStreet, addrNum, addrCode, addrTown and addrCC; all others addrLine1, addrLine2 and addrCC.',
-        'sequence' => 'FRST for the first collection of a mandate, RCUR for further ones, FNAL for the last, OOFF for a single one.',
-        'smnda' => '1, or leave it empty.',
-        'smnda_national' => 'The mark is written as before November 2016, which schemas of today refuse: ask the bank.',
-        'smnda_sequence' => 'Before DE-3.0 the first collection after a change of bank is FRST.',
-        'too_many_blocks' => 'Give a shorter message id, or fewer different dates.',
-        'type' => 'Give text or a number.',
-        'unknown_heading' => 'Is it spelled right? A column that is not for the bank can be left out.',
-        'unknown_key' => 'Is it spelled right?',
-        'utf8' => 'The text is not UTF-8: save the file as UTF-8.',
-    ];
-
-    /** Start of the extension's text => code. */
+    /** Start of the extension's sentence => code; those about IBANs are in Ibans. */
     private const CODES = [
         'IBAN missing' => 'missing',
         'BIC missing' => 'missing',
@@ -65,7 +20,7 @@ final class Reasons
         'Invalid name ' => 'length',
         'sepa_setAccount: Name too' => 'length',
         'Invalid BIC' => 'bic',
-        'sepa_setBIC:' => 'bic',
+        'sepa_setBIC: invalid' => 'bic',
         'Invalid country code' => 'country',
         'Invalid address line' => 'length',
         'Invalid unstructured remittance information' => 'length',
@@ -86,26 +41,72 @@ final class Reasons
         'Invalid value' => 'smnda',
         'Address required' => 'address_line',
         'Structured address required' => 'address',
+        'Invalid character in Creditor Identifier' => 'creditor_id',
         'Creditor Identifier' => 'creditor_id',
         'Invalid Creditor Identifier' => 'creditor_id',
         'Invalid message id' => 'message_id',
         'COR1 is not allowed' => 'local_instrument',
+        'Out of memory' => 'memory',
+        'strdup() failed' => 'memory',
+        'sepa_setBIC: strdup' => 'memory',
+        'sepa_setName: strdup' => 'memory',
     ];
 
-    /** @return array{string, string} code and hint of an extension's text */
-    public static function of(string $text): array
+    /** Characters of a value that a text shows at most. */
+    private const SHOWN = 40;
+
+    private Extension $extension;
+
+    private Rulebook $rulebook;
+
+    public function __construct(Extension $extension, Rulebook $rulebook)
     {
-        foreach (Ibans::REASONS as $start => $reason) {
-            if (strncmp($text, $start, strlen($start)) === 0) {
-                return $reason;
-            }
+        $this->extension = $extension;
+        $this->rulebook = $rulebook;
+    }
+
+    /**
+     * @param string $said by the extension
+     * @param string $value UTF-8, which it was said of
+     * @return array{string, array<string, int|string|list<string>>} code and values of a fault
+     */
+    public function of(string $said, string $key, string $value): array
+    {
+        $code = Ibans::code($said, $value) ?? self::code($said);
+        // Of countries the toolkit knows more.
+        $words = strncmp($code, 'iban_country', 12) === 0 ? [] : [Fault::SAID => $said];
+
+        return [$code, $words + $this->values($code, $key, $value)];
+    }
+
+    /** @return array<string, int|string|list<string>> */
+    public function values(string $code, string $key, string $value): array
+    {
+        switch ($code) {
+            case 'characters':
+                return ['characters' => $this->extension->refusedCharacters($key, $value) ?: ['none']];
+            case 'length':
+                return ['length' => strlen($value), 'limit' => Keys::limit($key)];
+            case 'message_id':
+                return ['limit' => Keys::limit($key)];
+            case 'rulebook':
+                return ['rulebook' => $this->rulebook->name, 'structured' => $this->rulebook->structured ? 'yes' : 'no'];
+            default:
+                return ['value' => mb_strcut($value, 0, self::SHOWN, 'UTF-8'), 'rulebook' => $this->rulebook->name];
         }
+    }
+
+    private static function code(string $said): string
+    {
+        $found = 'other';
+        $length = 0;
         foreach (self::CODES as $start => $code) {
-            if (strncmp($text, $start, strlen($start)) === 0) {
-                return [$code, self::HINTS[$code]];
+            if (strlen($start) > $length && strncmp($said, $start, strlen($start)) === 0) {
+                $found = $code;
+                $length = strlen($start);
             }
         }
 
-        return ['other', self::HINTS['other']];
+        return $found;
     }
 }

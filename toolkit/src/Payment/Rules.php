@@ -6,7 +6,7 @@ namespace Sepa\Toolkit\Payment;
 
 /**
  * What the schemas of the banks ask for and the extension does not test.
- * Each test answers with a code and a text, or null.
+ * Each test answers with a code and values of a fault, or null.
  */
 final class Rules
 {
@@ -16,38 +16,38 @@ final class Rules
     /** Form of the national part of a creditor identifier, where it is known. */
     private const CREDITOR_IDS = ['DE' => '\d{11}', 'AT' => '\d{11}', 'NL' => '\d{12}'];
 
-    /** @return array{string, string}|null of a text that no bank can read */
+    /** @return array{string, array<string, int|string|list<string>>}|null of a text that no bank can read */
     public static function garbled(string $key, string $value): ?array
     {
         if (!preg_match('//u', $value)) {
-            return ['utf8', "Not UTF-8: '$key'"];
+            return ['utf8', []];
         }
         // U+FFFE and U+FFFF have no place in XML.
         if (preg_match('/[\p{Cc}\x{2028}\x{2029}\x{FFFE}\x{FFFF}]/u', $value)) {
-            return ['control_characters', "Control character in '$key'"];
+            return ['control_characters', []];
         }
         if ($value !== '' && preg_match('/^[\s\p{Z}]*$/u', $value)) {
-            return ['empty', "Only blanks in '$key'"];
+            return ['empty', ['blanks' => 'yes']];
         }
 
         return null;
     }
 
-    /** @return array{string, string}|null of a value that the extension would take */
+    /** @return array{string, array<string, int|string|list<string>>}|null of a value that the extension would take */
     public static function broken(string $key, string $value, Rulebook $rulebook): ?array
     {
         $form = Keys::form($key);
         if ($value === '') {
-            return ['empty', "Empty value for '$key'"];
+            return ['empty', ['blanks' => 'no']];
         }
         if ($form === Keys::AMOUNT) {
             return self::brokenAmount($value);
         }
         if ($form === Keys::DATE) {
-            return Calendar::exists($value) ? null : ['date', "No such date: $value"];
+            return Calendar::exists($value) ? null : ['date', ['value' => $value]];
         }
         if ($form === Keys::PURPOSE) {
-            return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', 'Invalid purpose (must be 4 capital letters or digits)'];
+            return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', ['value' => $value]];
         }
         if ($form === Keys::ID) {
             return self::brokenId($key, $value, $rulebook);
@@ -59,41 +59,41 @@ final class Rules
         return null;
     }
 
-    /** @return array{string, string}|null */
+    /** @return array{string, array<string, int|string|list<string>>}|null */
     private static function brokenAmount(string $value): ?array
     {
         if (!preg_match('/^(\d+)(?:\.\d{1,2})?$/D', $value, $part)) {
-            return ['amount', 'Invalid amount'];
+            return ['amount', ['value' => $value]];
         }
 
-        return strlen(ltrim($part[1], '0')) > 9 ? ['amount_limit', 'Amount above ' . self::MAX_AMOUNT] : null;
+        return strlen(ltrim($part[1], '0')) > 9 ? ['amount_limit', ['limit' => self::MAX_AMOUNT]] : null;
     }
 
-    /** @return array{string, string}|null */
+    /** @return array{string, array<string, int|string|list<string>>}|null */
     private static function brokenId(string $key, string $value, Rulebook $rulebook): ?array
     {
         if (preg_match('~^/|//|/$~D', $value)) {
-            return ['id', "Slash at an end of '$key', or two slashes in it"];
+            return ['id', ['value' => $value]];
         }
         // Further characters of the Austrian set are for texts only.
-        if ($rulebook->fewerInIds && preg_match("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
-            return ['characters', "Invalid character '$bad[0]' in '$key'"];
+        if ($rulebook->fewerInIds && preg_match_all("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
+            return ['characters', ['characters' => array_values(array_unique($bad[0]))]];
         }
         // Payment blocks are numbered by an ending of at least three characters.
         if ($key === 'messageId' && strlen($value) > Keys::limit($key)) {
-            return ['message_id', 'Invalid message id (must be 1-30 characters)'];
+            return ['message_id', ['limit' => Keys::limit($key)]];
         }
 
         return null;
     }
 
-    /** @return array{string, string}|null */
+    /** @return array{string, array<string, int|string|list<string>>}|null */
     private static function brokenCreditorId(string $value): ?array
     {
         $national = self::CREDITOR_IDS[substr($value, 0, 2)] ?? '[A-Z0-9]{1,28}';
 
         return preg_match("/^[A-Z]{2}\\d{2}[A-Z0-9]{3}$national$/D", $value)
             ? null
-            : ['creditor_id', 'Invalid form or length of Creditor Identifier'];
+            : ['creditor_id', ['value' => $value]];
     }
 }

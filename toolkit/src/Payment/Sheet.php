@@ -62,7 +62,7 @@ final class Sheet
             throw new Unreadable('the file is empty: a row of headings is expected, such as name, iban, amount, ref');
         }
         if (!$this->reader->endsInLine()) {
-            $payments->warn($number, null, 'no_line_end', 'The last line has no end');
+            $payments->warn($number, null, 'no_line_end');
         }
     }
 
@@ -86,7 +86,7 @@ final class Sheet
             }
             $key = $heading === '' ? '' : Headings::key($heading, $payments::transactionKeys());
             if ($key === null) {
-                $payments->refuse($number, null, $heading, 'unknown_heading', "Unknown heading '$heading'");
+                $payments->refuse($number, null, $heading, 'unknown_heading', ['keys' => implode(', ', $payments->keys())]);
                 $columns[$column] = null;
                 continue;
             }
@@ -118,7 +118,8 @@ final class Sheet
         }
         if (isset($payment['']) || count($cells) < count($columns)) {
             unset($payment['']);
-            $payments->refuse($number, null, null, 'cells', sprintf('%d cells under %d headings', count($cells), count($columns)));
+            $counts = ['cells' => count($cells), 'headings' => count($columns)];
+            $payments->refuse($number, null, null, 'cells', $counts);
         }
         $payments->add($payment, null, $number);
     }

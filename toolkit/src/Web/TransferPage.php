@@ -90,7 +90,7 @@ final class TransferPage implements Page
         $seen = $hash(array_values(array_filter($payments->warnings(), static fn (Fault $fault): bool => $isFile || $fault->code !== 'no_line_end')));
         $found = $payments->faults() ?: $payments->warnings();
         $told = array_merge($found, array_map(static function (Change $change): Fault {
-            return new Fault($change->row, $change->label, $change->key, 'transliterated', "“{$change->from}” becomes “{$change->to}”", '');
+            return $change->fault();
         }, $payments->changes()));
         $told = $isFile ? $this->listed($told, $sheet) : $this->linked($told, $form->columns);
         $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
@@ -144,7 +144,7 @@ final class TransferPage implements Page
             $number = $fault->row === null ? null : $fault->row - TransferForm::ROW_OFFSET;
             $payment = $number === null ? '' : 'Payment ' . ($number + 1);
             $where = array_filter([$payment, $this->label($fault, $payment === '' ? 'Message' : '')]);
-            $text = Html::text(implode(', ', $where) . ": $fault->text");
+            $text = Html::text(implode(', ', $where) . ": {$fault->text()}");
             $items .= $fault->key === null ? "<li>$text</li>" : '<li><a href="#' . Html::id(self::field($number, $fault->key)) . "\">$text</a></li>";
         }
 
@@ -161,8 +161,8 @@ final class TransferPage implements Page
         $rows = '';
         foreach (array_slice($told, 0, self::MAX_TOLD) as $fault) {
             $heading = $fault->row === null ? null : $sheet->heading((string) $fault->key);
-            $hint = $fault->hint === '' ? '' : '<br><small>' . Html::text($fault->hint) . '</small>';
-            $rows .= "<tr><td>$fault->row</td><td>" . Html::text($heading ?? $this->label($fault, '')) . '</td><td>' . Html::text($fault->text) . "$hint</td></tr>";
+            $hint = $fault->hint() === '' ? '' : '<br><small>' . Html::text($fault->hint()) . '</small>';
+            $rows .= "<tr><td>$fault->row</td><td>" . Html::text($heading ?? $this->label($fault, '')) . '</td><td>' . Html::text($fault->text()) . "$hint</td></tr>";
         }
         $more = count($told) - self::MAX_TOLD;
 
@@ -175,7 +175,7 @@ final class TransferPage implements Page
     {
         $by = [];
         foreach ($found as $fault) {
-            $by[$fault->row === null ? '' : $fault->row - TransferForm::ROW_OFFSET][$fault->key ?? ''][] = trim("$fault->text. $fault->hint", ' ');
+            $by[$fault->row === null ? '' : $fault->row - TransferForm::ROW_OFFSET][$fault->key ?? ''][] = trim("{$fault->text()}. {$fault->hint()}", ' ');
         }
         $party = '';
         foreach (self::PARTY as $key => [$label, $attributes]) {

@@ -167,7 +167,7 @@ final class SepaTest extends TestCase
 
         [$status, $output] = $this->pay("Empfänger;IBAN;Betrag\nJosé;NL91ABNA0417164300;1.190,00\n", ['--german' => true, '--transliterate' => true, '--json' => true, '-o' => "$this->folder/out.xml"]);
         self::assertSame(0, $status);
-        self::assertSame(['change', 2, 'Empfänger', "'José' became 'Jose'"], array_values(array_intersect_key(json_decode($output, true), ['severity' => 0, 'row' => 0, 'column' => 0, 'reason' => 0])));
+        self::assertSame(['change', 2, 'Empfänger', '“José” becomes “Jose”'], array_values(array_intersect_key(json_decode($output, true), ['severity' => 0, 'row' => 0, 'column' => 0, 'reason' => 0])));
     }
 
     /** @param array<string, mixed> $options */

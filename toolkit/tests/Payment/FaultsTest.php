@@ -155,8 +155,8 @@ final class FaultsTest extends TestCase
         $payments = Samples::transfers('DE-3.7');
         $payments->add(['name' => 'Łódź'] + Samples::TRANSFER);
         $fault = $payments->faults()[0];
-        self::assertSame("Invalid character 'Ł' in creditor name", $fault->text);
-        self::assertStringContainsString('Ł ó ź', $fault->hint);
+        self::assertSame("Invalid character 'Ł' in creditor name", $fault->text());
+        self::assertStringContainsString('Ł ó ź', $fault->hint());
     }
 
     /** @param array<string, string> $expected code by key */
@@ -166,8 +166,11 @@ final class FaultsTest extends TestCase
         $found = [];
         foreach ($faults as $fault) {
             self::assertSame([$row, $label], [$fault->row, $fault->label]);
-            self::assertNotSame('', $fault->text);
-            self::assertNotSame('', $fault->hint);
+            foreach ([$fault->text(), $fault->hint(), $fault->text('fr'), $fault->hint('fr')] as $text) {
+                self::assertMatchesRegularExpression('/^[^{}]{5,}$/uD', $text, 'a text without a hole');
+                self::assertDoesNotMatchRegularExpression('/\.(reason|hint)$/', $text);
+            }
+            self::assertNotSame('other', $fault->code);
             self::assertNotFalse(json_encode($fault));
             $found[(string) $fault->key] = $fault->code;
         }

@@ -128,12 +128,12 @@ final class PaymentsTest extends TestCase
     public function closedDays(): array
     {
         return [
-            ['2026-11-23', null], ['2026-11-28', 'a Saturday'], ['2026-11-29', 'a Sunday'],
-            ['2027-01-01', 'a TARGET holiday (New Year)'], ['2025-12-26', 'a TARGET holiday (26 December)'],
-            ['2024-03-29', 'a TARGET holiday (Good Friday)'], ['2024-04-01', 'a TARGET holiday (Easter Monday)'],
+            ['2026-11-23', null], ['2026-11-28', 'saturday'], ['2026-11-29', 'sunday'],
+            ['2027-01-01', 'new_year'], ['2025-12-26', 'december_26'],
+            ['2024-03-29', 'good_friday'], ['2024-04-01', 'easter_monday'],
             // The latest Easter and the earliest of our days, and the exception in Gauss's rule.
-            ['2038-04-26', 'a TARGET holiday (Easter Monday)'], ['2285-03-23', 'a TARGET holiday (Easter Monday)'],
-            ['2049-04-19', 'a TARGET holiday (Easter Monday)'], ['1981-04-20', 'a TARGET holiday (Easter Monday)'],
+            ['2038-04-26', 'easter_monday'], ['2285-03-23', 'easter_monday'],
+            ['2049-04-19', 'easter_monday'], ['1981-04-20', 'easter_monday'],
         ];
     }
 
