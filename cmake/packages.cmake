@@ -5,6 +5,7 @@
 # The files follow Debian's own extension packages: the module in the engine's
 # folder, its line in mods-available, enabled by php-common's helper.
 set(SEPA_PHP_MODULE "" CACHE FILEPATH "A built sepa.so to make a Debian package of")
+set(SEPA_MADE_AT "" CACHE STRING "Of a tree that is no release: when the packages were made, a part of their versions")
 set(SEPA_PHP_CONFIG php-config CACHE STRING "php-config of the PHP that it was built for")
 
 function(package_docs component package)
@@ -14,6 +15,9 @@ function(package_docs component package)
 endfunction()
 
 set(lists "The bank lists compiled in are those of ${release}.")
+# Fresh lists make a package newer, also when the code is the same.
+string(REPLACE - . lists_version ${release})
+string(JOIN + CPACK_PACKAGE_VERSION ${PROJECT_VERSION} ${lists_version} ${SEPA_MADE_AT})
 
 # --- libsepa-dev
 package_docs(dev libsepa-dev docs/cpp.md)
@@ -79,9 +83,6 @@ if(SEPA_PHP_MODULE)
     "The extension for PHP ${php_version}, with examples.\n${lists}")
 endif()
 
-# Fresh lists make a package newer, also when the code is the same.
-string(REPLACE - . lists_version ${release})
-set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION}+${lists_version})
 # What `sepa --version` tells.
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/toolkit/VERSION CONTENT "${CPACK_PACKAGE_VERSION}\n")
 install(FILES ${PROJECT_BINARY_DIR}/generated/toolkit/VERSION DESTINATION ${toolkit} COMPONENT toolkit)
