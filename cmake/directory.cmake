@@ -18,12 +18,13 @@ message(STATUS "Bank lists: ${release}")
 set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/data/${release})
 
 # The programs of the bank lists: the generator, and the importer, which is built
-# when it is asked for. What they share is a library for their tests, too.
+# when it is asked for: it needs nlohmann-json3-dev. What they share is a library
+# for their tests, too.
 add_library(sepa_bank_lists STATIC EXCLUDE_FROM_ALL tools/bank_lists.cpp tools/list_text.cpp)
 target_include_directories(sepa_bank_lists PUBLIC ${PROJECT_SOURCE_DIR}/src)
 add_executable(gen_directory tools/gen_directory.cpp tools/cell_tables.cpp tools/files.cpp)
 target_link_libraries(gen_directory PRIVATE sepa_bank_lists)
-add_library(sepa_published_lists STATIC EXCLUDE_FROM_ALL tools/published_lists.cpp)
+add_library(sepa_published_lists STATIC EXCLUDE_FROM_ALL tools/published_lists.cpp tools/bank_master.cpp)
 target_link_libraries(sepa_published_lists PUBLIC sepa_bank_lists)
 add_executable(import_bank_lists EXCLUDE_FROM_ALL tools/import_bank_lists.cpp tools/list_changes.cpp tools/files.cpp)
 target_link_libraries(import_bank_lists PRIVATE sepa_published_lists)

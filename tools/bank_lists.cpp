@@ -246,20 +246,25 @@ std::map<std::string, date_t> find_periods(const list_t& list) {
 }
 
 // A successor has to be in the directory, and following successors has to come
-// to an end, in each period by itself.
+// to an end, in each period by itself. A walk ends where another one came by.
 void check_successors(const german_banks_t& banks, size_t period) {
     auto at = [&](const german_banks_t::const_iterator& bank) -> const period_t& {
         return bank->second[bank->second[period].row ? period : 1];
     };
-    for (auto bank = banks.begin(); bank != banks.end(); ++bank) {
+    std::map<std::string, size_t> walks;  // by bank code, the one that came by first
+    size_t walk = 0;
+    for (auto bank = banks.begin(); bank != banks.end(); ++bank, walk++) {
         const period_t& start = at(bank);
-        size_t steps = 0;
-        for (auto next = bank; next != banks.end() && !at(next).successor.empty(); steps++) {
-            if (steps > banks.size()) stop(*start.row, "successor " + start.successor + " leads in a circle");
+        if (!start.successor.empty() && !banks.count(start.successor)) {
+            stop(*start.row, "successor " + start.successor + " is not in the list");
+        }
+        auto next = bank;
+        while (next != banks.end() && !at(next).successor.empty() && walks.emplace(next->first, walk).second) {
             next = banks.find(at(next).successor);
-            if (next == banks.end() && steps == 0) {
-                stop(*start.row, "successor " + start.successor + " is not in the list");
-            }
+        }
+        auto passed = next == banks.end() ? walks.end() : walks.find(next->first);
+        if (passed != walks.end() && passed->second == walk) {
+            stop(*start.row, "successor " + start.successor + " leads in a circle");
         }
     }
 }

@@ -27,16 +27,21 @@ size_t utf8_length(const std::string& text, size_t at) {
     return 0;
 }
 
-void check_characters(const std::string& file, size_t line, const std::string& text) {
+void check_characters(const row_t& row, const std::string& text) {
     for (size_t at = 0; at < text.size();) {
         size_t length = utf8_length(text, at);
-        if (length == 0) stop(file, line, "invalid UTF-8");
+        if (length == 0) stop(row, "invalid UTF-8");
         auto first = static_cast<unsigned char>(text[at]);
         bool c1_control = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;
-        if (first < 0x20 || first == 0x7F || c1_control) stop(file, line, "control character in a text");
-        if (first == '|') stop(file, line, "vertical bar in a text");
+        if (first < 0x20 || first == 0x7F || c1_control) stop(row, "control character in a text");
+        if (first == '|') stop(row, "vertical bar in a text");
         at += length;
     }
+}
+
+std::string trimmed(const std::string& text) {
+    size_t from = text.find_first_not_of(' ');
+    return from == std::string::npos ? "" : text.substr(from, text.find_last_not_of(' ') + 1 - from);
 }
 
 std::vector<std::string> split_lines(const list_text_t& text) {
@@ -87,8 +92,9 @@ list_t read_list(const list_text_t& text, const std::string& header) {
     if (lines.empty() || lines[0] != header) stop(file, 1, "wrong header, expected " + header);
     list_t list{file, {}};
     for (size_t line = 2; line <= lines.size(); line++) {
-        check_characters(file, line, lines[line - 1]);
-        list.rows.push_back({file, line, split_fields(file, line, lines[line - 1], ',')});
+        list.rows.push_back({file, line, {}});
+        check_characters(list.rows.back(), lines[line - 1]);
+        list.rows.back().fields = split_fields(file, line, lines[line - 1], ',');
         if (list.rows.back().fields.size() != width) {
             stop(list.rows.back(), "wrong number of fields, expected " + std::to_string(width));
         }

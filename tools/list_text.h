@@ -17,6 +17,7 @@ struct row_t {
     std::string file;
     size_t line;
     std::vector<std::string> fields;
+    std::string entry = {};  // names the row where its line does not: a whole list can stand in one
 };
 
 struct list_t {
@@ -27,7 +28,9 @@ struct list_t {
 // Reports the first fault of a list and does not return. The program that
 // reads the lists brings it.
 [[noreturn]] void stop(const std::string& file, size_t line, const std::string& reason);
-[[noreturn]] inline void stop(const row_t& row, const std::string& reason) { stop(row.file, row.line, reason); }
+[[noreturn]] inline void stop(const row_t& row, const std::string& reason) {
+    stop(row.file, row.line, row.entry.empty() ? reason : row.entry + ": " + reason);
+}
 
 // Length of the UTF-8 character at `at`, or 0 if there is none: overlong
 // forms, surrogates and anything above U+10FFFF are none.
@@ -35,7 +38,10 @@ size_t utf8_length(const std::string& text, size_t at);
 
 // Refuses what no field may hold: broken UTF-8, control characters, and the
 // bar that separates the fields of an entry.
-void check_characters(const std::string& file, size_t line, const std::string& text);
+void check_characters(const row_t& row, const std::string& text);
+
+// A text without the blanks around it.
+std::string trimmed(const std::string& text);
 
 // The lines of a text without their line ends; all of them have to have one.
 std::vector<std::string> split_lines(const list_text_t& text);

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "bank_lists.h"
+#include "bank_master.h"
 
 namespace {
 
@@ -36,20 +37,14 @@ std::vector<std::string> published_lines(const list_text_t& text) {
         for (size_t at = 0; at < line.size(); at++) {
             if (utf8_length(line, at) > 1) stop(text.file, i + 1, "UTF-8, expected ISO-8859-1");
         }
-        check_characters(text.file, i + 1, utf8_of(line));
+        check_characters({text.file, i + 1, {}}, utf8_of(line));
     }
     return lines;
 }
 
-// A field as a release has it: UTF-8, without blanks around it.
-std::string tidy(const std::string& field) {
-    size_t from = field.find_first_not_of(' ');
-    if (from == std::string::npos) return "";
-    return utf8_of(field.substr(from, field.find_last_not_of(' ') + 1 - from));
-}
-
+// Fields as a release has them: UTF-8, without blanks around them.
 row_t tidy_row(const std::string& file, size_t line, fields_t fields) {
-    for (std::string& field : fields) field = tidy(field);
+    for (std::string& field : fields) field = utf8_of(trimmed(field));
     return {file, line, fields};
 }
 
@@ -210,7 +205,8 @@ list_t read_austrian_banks(const list_text_t& text) {
     return sorted_list(text.file, banks, NATIONAL_ID, NATIONAL_NAME);
 }
 
-list_t read_swiss_banks(const list_text_t& text) {
+// Rows of the form that ended with 21 November 2025.
+static std::vector<row_t> read_swiss_records(const list_text_t& text) {
     static const widths_t widths{2, 5, 4, 5, 6, 5, 1, 8, 1, 1, 1, 15, 60, 35, 35, 10, 35, 18, 18, 5, 2, 12, 14};
     enum { ID = 1, BRANCH = 2, NAME = 12, POSTAL_CODE = 15, CITY = 16, COUNTRY = 20, BIC = 22 };
     std::vector<row_t> banks;
@@ -218,10 +214,16 @@ list_t read_swiss_banks(const list_text_t& text) {
         const fields_t& fields = row.fields;
         check_digits(row, BRANCH, 4, "branch");
         if (fields[BRANCH] != "0000") continue;
-        banks.push_back({text.file,
-                         row.line,
-                         {padded(fields[ID], 5), full_bic(fields[BIC]), fields[NAME], fields[POSTAL_CODE], fields[CITY],
-                          fields[COUNTRY]}});
+        banks.push_back(
+            {text.file,
+             row.line,
+             {padded(fields[ID], 5), fields[BIC], fields[NAME], fields[POSTAL_CODE], fields[CITY], fields[COUNTRY]}});
     }
+    return banks;
+}
+
+list_t read_swiss_banks(const list_text_t& text) {
+    std::vector<row_t> banks = is_bank_master(text) ? read_bank_master(text) : read_swiss_records(text);
+    for (row_t& row : banks) row.fields[NATIONAL_BIC] = full_bic(row.fields[NATIONAL_BIC]);
     return sorted_list(text.file, banks, NATIONAL_ID, NATIONAL_NAME);
 }

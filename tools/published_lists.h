@@ -1,5 +1,5 @@
 // Reads the bank lists as their publishers hand them out: text in ISO-8859-1,
-// lines ended by LF or CR LF. What comes out are the rows of a release, ascending
+// lines ended by LF or CR LF, and JSON in UTF-8. What comes out are the rows of a release, ascending
 // by key, each with the file and line that it was read from. The first fault
 // goes to stop; what a row of a release may hold is make_directory's to judge.
 #pragma once
@@ -21,5 +21,6 @@ list_t read_providers(const list_text_t& text);
 // The Austrian central bank's SEPA directory, as CSV.
 list_t read_austrian_banks(const list_text_t& text);
 
-// The Swiss bank master: records of 298 bytes. Branches make no rows.
+// The Swiss bank master: its version 3.0, which is JSON, or the records of 298
+// bytes that it had until November 2025. Branches of these make no rows.
 list_t read_swiss_banks(const list_text_t& text);

@@ -37,6 +37,34 @@ std::string published(const csv_row& row, const std::string& pattern, const widt
     return text + (widths.size() > 20 ? "\n" : "\r\n");
 }
 
+// Rows of a release as entries of the Swiss list in JSON, their keys in two
+// orders. A bank was merged into the next one that has the same texts.
+std::string entries_of(const std::vector<csv_row>& rows) {
+    std::map<csv_row, std::string> merged_into;
+    std::string text;
+    auto member = [](const char* key, std::string value) {
+        for (size_t at = 0; (at = value.find('"', at)) != std::string::npos; at += 2) value.insert(at, 1, '\\');
+        return std::string(",\"") + key + "\":\"" + value + '"';
+    };
+    for (size_t i = rows.size(); i-- > 0;) {
+        const csv_row& row = rows[i];
+        const std::string number = std::to_string(std::stoul(row[0])), id = "\"iid\":" + number;
+        std::string entry = member("validOn", "2026-11-23"), &successor = merged_into[{row.begin() + 1, row.end()}];
+        if (!successor.empty()) {
+            entry += member("entryType", "BankMasterConcatenated") + ",\"newIid\":" + successor;
+        } else {
+            entry += member("entryType", "BankMaster") + member("sicIid", "001008") + ",\"headQuarters\":100" +
+                     member("iidType", i % 2 ? "QR_IID" : "MAIN_BRANCH") + member("bankOrInstitutionName", row[2]) +
+                     member("postCode", row[3]) + member("townName", row[4]) +
+                     member("country", row[5].empty() ? "CH" : row[5]) + ",\"sicParticipation\":[true,{\"iid\":0}]";
+            entry += row[1].empty() ? i % 2 ? ",\"bic\":null" : "" : member("bic", row[1]);
+        }
+        successor = number;
+        text = (i ? ",\n{" : "\n{") + (i % 2 ? id + entry : entry.substr(1) + "," + id) + "}" + text;
+    }
+    return text;
+}
+
 // A small release of invented banks: eleven in each list.
 lists_t small_release() {
     lists_t lists{
@@ -91,6 +119,8 @@ protected:
                               {2, 5, 4, 5, 6, 5, 1, 8, 1, 1, 1, 15, 60, 35, 35, 10, 35, 18, 18, 5, 2, 12, 14});
             }
         }
+        lists["chlist"] = "[" + entries_of(csv_rows(release + "/ch.csv")) + "]";
+        lists["chjson"] = "{\"of\":{\"entries\":[5]},\"entries\":" + lists["chlist"] + ",\"end\":{}}\n";
         write_lists(folder, lists);
     }
 
@@ -105,7 +135,8 @@ protected:
         std::string command = IMPORT_BANK_LISTS " " + options;
         for (const std::string& list : lists) {
             bool german = list.compare(0, 2, "de") == 0;
-            command += (german ? " --valid-from=" + valid_from + " de=" : " " + list + "=") + folder + "/" + list;
+            command += german ? " --valid-from=" + valid_from : "";
+            command += " " + list.substr(0, list[0] == 'b' ? 3 : 2) + "=" + folder + "/" + list;
         }
         run(command + " " + previous + " " + folder + "/new");
     }
@@ -129,11 +160,12 @@ protected:
 TEST_F(Importer, ReleaseComesBackAsItWas) {
     const std::string release = DIRECTORY_RELEASES "/2026-09";
     publish(release);
-    for (const char* form : {"de168", "de174", "decsv"}) {
-        import(release, {form, "bic", "at", "ch"});
+    const std::pair<const char*, const char*> forms[] = {{"de168", "ch"}, {"de174", "chlist"}, {"decsv", "chjson"}};
+    for (const auto& [form, swiss] : forms) {
+        import(release, {form, "bic", "at", swiss});
         ASSERT_EQ(status, 0) << said;
         for (const char* list : {"de.csv", "bic.csv", "at.csv", "ch.csv"})
-            EXPECT_TRUE(imported(list) == read_file(release + "/" + list)) << form << " " << list;
+            EXPECT_TRUE(imported(list) == read_file(release + "/" + list)) << form << " " << swiss << " " << list;
     }
 }
 
@@ -197,6 +229,12 @@ TEST_F(Importer, RefusesDamagedLists) {
         refuse(list, good.substr(0, good.size() - 1),
                std::to_string(std::count(good.begin(), good.end(), '\n')) + ": the last line has no line end");
     }
+    std::string json = read_file(folder + "/chjson");
+    refuse("chjson", json.substr(0, json.size() / 2),
+           "7: broken JSON, or no UTF-8, at byte " + std::to_string(json.size() / 2 + 1));
+    for (size_t at = 0; (at = json.find("\"bic\"", at)) != std::string::npos;) json.replace(at, 5, "\"BIC\"");
+    refuse("chjson", json, "1: no entry has a bic");
+    refuse("chjson", "[]", "1: the list is empty");
 }
 
 TEST_F(Importer, RefusesListsThatLostBanks) {
@@ -205,7 +243,7 @@ TEST_F(Importer, RefusesListsThatLostBanks) {
     for (int lost : {1, 2}) {  // of eleven
         for (auto& [list, text] : release) text.erase(text.rfind('\n', text.size() - 2) + 1);
         publish("/after", release);
-        for (const std::string list : {"de168", "bic", "at", "ch"}) {
+        for (const std::string list : {"de168", "bic", "at", "ch", "chjson"}) {
             import(folder + "/before", {list});
             if (lost == 2) {
                 expect_refused("import_bank_lists: " + folder + "/" + list + ": 2 of 11 banks are gone, ");
