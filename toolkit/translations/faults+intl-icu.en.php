@@ -178,6 +178,10 @@ return [
         'reason' => 'Refused',
         'hint' => 'See the documentation of the key.',
     ],
+    'own_outside_eea' => [
+        'reason' => 'Your account is outside the EEA',
+        'hint' => 'Banks ask for the address of every payer then.',
+    ],
     'purpose' => [
         'reason' => 'Invalid purpose (must be 4 capital letters or digits)',
         'hint' => 'Four capital letters of the ISO list, such as SALA for salaries.',

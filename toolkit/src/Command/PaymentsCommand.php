@@ -70,11 +70,11 @@ abstract class PaymentsCommand extends Command
             }
         }
         foreach ($payments->changes() as $change) {
-            self::report($report, 'change', $change->fault(), $sheet);
+            self::report($report, 'change', $change, $sheet);
         }
         $report->flush();
         if ($faults) {
-            $errors->writeln(sprintf('payments: %d, faults: %d, no document was written', count($payments), count($faults)));
+            $errors->writeln(sprintf('payments: %d, faults: %d, no document was written', count($payments), $payments->faultCount()));
             $this->suggest($faults, $input, $errors);
 
             return self::isUsage($faults) ? ExitCode::FAILED : ExitCode::REFUSED;

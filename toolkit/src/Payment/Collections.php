@@ -27,11 +27,9 @@ final class Collections extends Payments
         if ($options->type === 'COR1' && $this->rulebook->country !== 'DE') {
             $this->warn(null, 'type', 'cor1_national', ['rulebook' => $this->rulebook->name]);
         }
-    }
-
-    protected static function required(Rulebook $rulebook): array
-    {
-        return array_merge(parent::required($rulebook), ['seq', 'mref', 'mdate']);
+        if ($this->rulebook->outsideEea !== '' && Inspector::isOutsideEea($creditor->iban)) {
+            $this->warn(null, 'iban', 'own_outside_eea');
+        }
     }
 
     protected function block(array $values): string

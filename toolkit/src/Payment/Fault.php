@@ -17,6 +17,9 @@ final class Fault implements \JsonSerializable
     /** The value that is the extension's own sentence. */
     public const SAID = 'said';
 
+    /** Bytes of a value that a text shows at most. */
+    private const SHOWN = 40;
+
     /** @var int|null the payment's number; null if it is about the submitting party or the whole message */
     public ?int $row;
 
@@ -40,6 +43,12 @@ final class Fault implements \JsonSerializable
         $this->key = $key === '' || $key === null ? null : mb_scrub($key, 'UTF-8');
         $this->code = $code;
         $this->values = $values;
+    }
+
+    /** What a text shows of a value. */
+    public static function shown(string $value): string
+    {
+        return mb_strcut($value, 0, self::SHOWN, 'UTF-8');
     }
 
     /** The reason; in English in the extension's words where it has any. */

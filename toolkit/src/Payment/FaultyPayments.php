@@ -10,10 +10,13 @@ final class FaultyPayments extends \RuntimeException
     /** @var list<Fault> */
     private array $faults;
 
-    /** @param non-empty-list<Fault> $faults */
-    public function __construct(array $faults)
+    /**
+     * @param non-empty-list<Fault> $faults
+     * @param int $count of all, those that were not kept among them
+     */
+    public function __construct(array $faults, int $count)
     {
-        $more = count($faults) - 1;
+        $more = $count - 1;
         parent::__construct($faults[0] . ($more > 0 ? " (and $more more)" : ''));
         $this->faults = $faults;
     }

@@ -15,33 +15,50 @@ final class Inspector
     /** What an address by fields cannot do without. */
     private const ADDRESS = ['addrTown', 'addrCC'];
 
+    /** As the extension has them, for BICs. */
+    private const OUTSIDE_EEA = ['AD', 'BL', 'CH', 'GB', 'GG', 'GI', 'IM', 'JE', 'MC', 'NC', 'PF', 'PM', 'SM', 'TF', 'VA', 'WF'];
+
+    private const IBANS = ['iban' => 0, 'old_iban' => 0];
+
     private Extension $extension;
 
     private Rulebook $rulebook;
 
     private Reasons $reasons;
 
+    private int $kind;
+
     /** @var array<string, int> as keys */
     private array $required;
 
-    /** @var array<string, string> key by its small letters */
+    /** @var array<string, string> key by itself and by its small letters */
     private array $keys = [];
+
+    /** @var array<string, string> form by key, of those that have rules of their own */
+    private array $ruled = [];
 
     /** @var string the keys under the rulebook, for people */
     private string $list;
 
-    /**
-     * @param list<string> $keys
-     * @param list<string> $required
-     */
-    public function __construct(Extension $extension, Reasons $reasons, Rulebook $rulebook, array $keys, array $required)
+    /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
+    public function __construct(Extension $extension, Reasons $reasons, Rulebook $rulebook, int $kind)
     {
         $this->extension = $extension;
         $this->reasons = $reasons;
         $this->rulebook = $rulebook;
+        $this->kind = $kind;
+        $required = array_merge(
+            ['iban', 'amount', 'name'],
+            $rulebook->wantsBic ? ['bic'] : [],
+            $kind === SEPA_MSGTYPE_DDI ? ['seq', 'mref', 'mdate'] : []
+        );
         $this->required = array_flip($required);
-        foreach ($keys as $key) {
+        foreach (Keys::ofKind($kind) as $key) {
+            $this->keys[$key] = $key;
             $this->keys[strtolower($key)] = $key;
+            if (Rules::has(Keys::form($key))) {
+                $this->ruled[$key] = Keys::form($key);
+            }
         }
         $this->list = implode(', ', $this->keys());
     }
@@ -49,7 +66,9 @@ final class Inspector
     /** @return list<string> the keys under the rulebook */
     public function keys(): array
     {
-        return array_values(array_diff($this->keys, Keys::ofGroup($this->rulebook->structured ? Keys::LINES : Keys::FIELDS)));
+        $others = Keys::ofGroup($this->rulebook->structured ? Keys::LINES : Keys::FIELDS);
+
+        return array_values(array_diff(Keys::ofKind($this->kind), $others));
     }
 
     /**
@@ -64,8 +83,8 @@ final class Inspector
         $values = [];
         $faults = [];
         foreach ($payment as $given => $value) {
-            $key = $this->keys[strtolower((string) $given)] ?? null;
-            $text = $key === null ? null : self::text($key, $value);
+            $key = $this->keys[$given] ?? $this->keys[strtolower((string) $given)] ?? null;
+            $text = is_string($value) || $key === null ? $value : self::text($key, $value);
             if ($key === null) {
                 $faults[$given] = ['unknown_key', ['keys' => $this->list]];
             } elseif (isset($values[$key]) || isset($faults[$key])) {
@@ -76,8 +95,11 @@ final class Inspector
             } elseif ($text === null) {
                 $faults[$key] = ['type', ['type' => gettype($value)]];
             } else {
-                $values[$key] = Keys::form($key) === Keys::IBAN ? Ibans::normalise($text) : $text;
+                $values[$key] = $text;
             }
+        }
+        foreach (array_intersect_key($values, self::IBANS) as $key => $text) {
+            $values[$key] = Ibans::normalise($text);
         }
 
         return [$values, $faults];
@@ -92,19 +114,57 @@ final class Inspector
      */
     public function faults(array $values, array $faults): array
     {
-        foreach ($values as $key => $value) {
-            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
-            if ($fault !== null && !isset($faults[$key])) {
-                $faults[$key] = $fault;
-            }
+        foreach ($this->faultsOfValues($values) as $key => $fault) {
+            $faults[$key] = $faults[$key] ?? $fault;
         }
-        $given = $values + $faults;
+        $given = $faults ? $values + $faults : $values;
         foreach (array_diff_key($this->required, $given) as $key => $number) {
             $faults[$key] = ['missing', []];
         }
-        if ($this->rulebook->structured && array_intersect_key($given, Keys::address())) {
-            foreach (array_diff(self::ADDRESS, array_keys($given)) as $key) {
+        $address = array_intersect_key($given, Keys::address());
+        if ($this->rulebook->structured && $address) {
+            foreach (array_diff(self::ADDRESS, array_keys($address)) as $key) {
                 $faults[$key] = ['address', []];
+            }
+        }
+
+        return $faults + $this->addressOutsideEea($values, $given);
+    }
+
+    /**
+     * The address that the extension asks for where a BIC shows that the bank is
+     * outside the EEA, and the banks where the IBAN does.
+     *
+     * @param array<string, string> $values
+     * @param array<string, mixed> $given
+     * @return array<string, array{string, array<string, int|string|list<string>>}>
+     */
+    private function addressOutsideEea(array $values, array $given): array
+    {
+        $key = $this->rulebook->outsideEea;
+        if ($this->kind !== SEPA_MSGTYPE_DDI || $key === '' || isset($given['bic']) || isset($given[$key]) || isset($given['addrLine2'])) {
+            return [];
+        }
+
+        return self::isOutsideEea($values['iban'] ?? '') ? [$key => [$key === 'addrLine1' ? 'address_line' : 'address', []]] : [];
+    }
+
+    /**
+     * @param array<string, string> $values
+     * @return array<string, array{string, array<string, int|string|list<string>>}>
+     */
+    private function faultsOfValues(array $values): array
+    {
+        $faults = [];
+        // Most payments have no character that is worth a look at each value.
+        $isPlain = !preg_match('/[^\x20-\x7E]/', implode('', $values));
+        foreach ($values as $key => $value) {
+            if ($isPlain && $value !== '' && $value[0] !== ' ' && !isset($this->ruled[$key])) {
+                continue;
+            }
+            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
+            if ($fault !== null) {
+                $faults[$key] = $fault;
             }
         }
 
@@ -138,10 +198,16 @@ final class Inspector
         return $faults ?: ['' => $this->reasons->of($text, '', '')];
     }
 
+    /** Whether the banks of an IBAN's country are in SEPA and not in the EEA. */
+    public static function isOutsideEea(string $iban): bool
+    {
+        return in_array(substr($iban, 0, 2), self::OUTSIDE_EEA, true);
+    }
+
     /** @param mixed $value */
     private static function text(string $key, $value): ?string
     {
-        if (is_string($value) || is_int($value)) {
+        if (is_int($value)) {
             return (string) $value;
         }
         if (is_float($value) && $key === 'amount') {

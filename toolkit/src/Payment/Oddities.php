@@ -9,8 +9,7 @@ final class Oddities
 {
     private string $today;
 
-    /** @var list<Fault> */
-    private array $found = [];
+    private Findings $found;
 
     /** @var array<string, int> first row by end-to-end id */
     private array $ids = [];
@@ -21,21 +20,10 @@ final class Oddities
     /** @var array<string, true> dates that were looked at */
     private array $dates = [];
 
-    public function __construct(string $today)
+    public function __construct(Findings $found, string $today)
     {
+        $this->found = $found;
         $this->today = $today;
-    }
-
-    /** @return list<Fault> */
-    public function found(): array
-    {
-        return $this->found;
-    }
-
-    /** @param array<string, int|string|list<string>> $values */
-    public function add(?int $row, ?string $label, ?string $key, string $code, array $values = []): void
-    {
-        $this->found[] = new Fault($row, $label, $key, $code, $values);
     }
 
     /**
@@ -47,13 +35,13 @@ final class Oddities
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {
-            $this->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
+            $this->found->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
         } elseif ($id !== null) {
             $this->ids[$id] = $row;
         }
         $payment = $values['iban'] . ' ' . (float) $values['amount'];
         if (isset($this->payments[$payment])) {
-            $this->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
+            $this->found->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
         } else {
             $this->payments[$payment] = $row;
         }
@@ -72,33 +60,33 @@ final class Oddities
     public function mandate(array $values, string $date, Rulebook $rulebook, int $row, ?string $label): void
     {
         if ($values['mdate'] > $date) {
-            $this->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
+            $this->found->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
         }
         if (isset($values['smnda']) && $rulebook->smnda === Rulebook::OLD) {
-            $this->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook->name]);
+            $this->found->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook->name]);
         }
         if (isset($values['smnda']) && $rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
-            $this->add($row, $label, 'smnda', 'smnda_sequence', ['sequence' => $values['seq'], 'rulebook' => $rulebook->name]);
+            $this->found->add($row, $label, 'smnda', 'smnda_sequence', ['sequence' => $values['seq'], 'rulebook' => $rulebook->name]);
         }
     }
 
     /** @param list<string> $characters of an address, outside the banks' set */
     public function characters(string $key, array $characters, int $row, ?string $label): void
     {
-        $this->add($row, $label, $key, 'characters', ['characters' => $characters]);
+        $this->found->add($row, $label, $key, 'characters', ['characters' => $characters]);
     }
 
     private function date(string $date, ?int $row, ?string $label): void
     {
         if ($date < $this->today) {
-            $this->add($row, $label, 'date', 'date_past', ['date' => $date]);
+            $this->found->add($row, $label, 'date', 'date_past', ['date' => $date]);
         }
         $closed = Calendar::closed($date);
         if ($closed !== null) {
-            $this->add($row, $label, 'date', 'no_bank_day', ['date' => $date, 'day' => $closed]);
+            $this->found->add($row, $label, 'date', 'no_bank_day', ['date' => $date, 'day' => $closed]);
         }
         if ($date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d')) {
-            $this->add($row, $label, 'date', 'date_far', ['date' => $date]);
+            $this->found->add($row, $label, 'date', 'date_far', ['date' => $date]);
         }
     }
 }

@@ -19,9 +19,6 @@ abstract class Payments implements \Countable
     /** The longest id of a payment block is the message id, "-P" and a number. */
     private const MAX_BLOCK_ID = 35;
 
-    /** A billion euro, up to which sums of amounts as numbers are right to the cent. */
-    private const CERTAIN_CENTS = 100000000000;
-
     protected \SEPA $message;
 
     protected Rulebook $rulebook;
@@ -48,24 +45,25 @@ abstract class Payments implements \Countable
     /** @var array<string, true> by what tells payment blocks apart */
     private array $blocks = [];
 
-    /** @var list<Fault> */
-    private array $faults = [];
+    private Findings $faults;
 
-    /** @var list<Change> */
-    private array $changes = [];
+    private Findings $warnings;
+
+    private Findings $changes;
 
     protected function __construct(Party $party, Options $options)
     {
         $this->rulebook = new Rulebook($options->rulebook);
         $this->extension = new Extension(static::KIND, $this->rulebook);
-        $keys = static::transactionKeys();
-        $required = static::required($this->rulebook);
         $this->reasons = new Reasons($this->extension, $this->rulebook);
-        $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, $keys, $required);
+        $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, static::KIND);
         $this->message = $this->extension->message();
         $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
         $now = $options->today ?? date('Y-m-d');
-        $this->oddities = new Oddities($now);
+        $this->faults = new Findings();
+        $this->warnings = new Findings();
+        $this->changes = new Findings();
+        $this->oddities = new Oddities($this->warnings, $now);
         $this->date = $options->date ?? $now;
         $this->messageId = $options->messageId ?? self::newMessageId();
 
@@ -87,12 +85,6 @@ abstract class Payments implements \Countable
     public static function transactionKeys(): array
     {
         return Keys::ofKind(static::KIND);
-    }
-
-    /** @return list<string> keys that a payment must have */
-    protected static function required(Rulebook $rulebook): array
-    {
-        return array_merge(['iban', 'amount', 'name'], $rulebook->wantsBic ? ['bic'] : []);
     }
 
     /** @return list<string> keys of a payment under the rulebook */
@@ -137,7 +129,7 @@ abstract class Payments implements \Countable
         $row = $row ?? $this->count + 1;
         ++$this->count;
         [$values, $faults] = $this->inspector->texts($payment);
-        foreach ($values as $key => $text) {
+        foreach ($this->transliterator === null ? [] : $values as $key => $text) {
             $values[$key] = $this->transliterated($key, $text, $row, $label);
         }
         $faults = $this->inspector->faults($values, $faults);
@@ -171,7 +163,7 @@ abstract class Payments implements \Countable
      */
     public function refuse(?int $row, ?string $label, ?string $key, string $code, array $values = []): void
     {
-        $this->faults[] = new Fault($row, $label, $key, $code, $values);
+        $this->faults->add($row, $label, $key, $code, $values);
     }
 
     /**
@@ -181,36 +173,51 @@ abstract class Payments implements \Countable
      */
     public function warn(?int $row, ?string $key, string $code, array $values = []): void
     {
-        $this->oddities->add($row, null, $key, $code, $values);
+        $this->warnings->add($row, null, $key, $code, $values);
     }
 
-    /** @return list<Fault> all faults so far, empty if the document can be had */
+    /** @return list<Fault> faults so far, the first Findings::KEPT of each code; empty if the document can be had */
     public function faults(): array
     {
-        $faults = $this->faults;
-        if ($this->count === 0 && !$faults) {
-            $faults[] = new Fault(null, null, null, 'no_payments');
-        }
-        if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
-            $faults[] = new Fault(null, null, 'messageId', 'too_many_blocks');
-        }
-        if (!$faults && $this->cents > self::CERTAIN_CENTS && $this->written() === null) {
-            $faults[] = self::sumFault();
-        }
-
-        return $faults;
+        return array_merge($this->faults->kept(), $this->messageFaults());
     }
 
-    /** @return list<Fault> what is legal and odd */
+    /** Number of all faults. */
+    public function faultCount(): int
+    {
+        return count($this->faults) + count($this->messageFaults());
+    }
+
+    /** @return list<Fault> what is legal and odd, the first Findings::KEPT of each code */
     public function warnings(): array
     {
-        return $this->oddities->found();
+        return $this->warnings->kept();
     }
 
-    /** @return list<Change> what was transliterated */
+    /** @return list<Fault> what was changed in values, the first Findings::KEPT of each code */
     public function changes(): array
     {
-        return $this->changes;
+        return $this->changes->kept();
+    }
+
+    /** @return array{fault: Findings, warning: Findings, change: Findings} what was found in values, with all counts */
+    public function findings(): array
+    {
+        return ['fault' => $this->faults, 'warning' => $this->warnings, 'change' => $this->changes];
+    }
+
+    /**
+     * Is given every fault, warning and change of a value, also those that are not kept.
+     *
+     * @param callable(string, Fault): void $listener with "fault", "warning" or "change"
+     */
+    public function tell(callable $listener): void
+    {
+        foreach ($this->findings() as $severity => $findings) {
+            $findings->tell(static function (Fault $fault) use ($listener, $severity): void {
+                $listener($severity, $fault);
+            });
+        }
     }
 
     /**
@@ -221,21 +228,30 @@ abstract class Payments implements \Countable
     public function document(): string
     {
         $faults = $this->faults();
-        $document = $faults ? null : $this->written();
-        if ($document === null) {
-            throw new FaultyPayments($faults ?: [self::sumFault()]);
+        if ($faults) {
+            throw new FaultyPayments($faults, $this->faultCount());
+        }
+        $this->rulebook->select();
+        $document = new Document($this->message->toXML());
+        if (!$document->isSumOf($this->count, self::euro($this->cents))) {
+            throw new FaultyPayments([new Fault(null, null, 'amount', 'control_sum')], 1);
         }
 
         return $document->forBank($this->rulebook);
     }
 
-    /** The document, or null if its sums are not those of the payments. */
-    private function written(): ?Document
+    /** @return list<Fault> of the message as a whole */
+    private function messageFaults(): array
     {
-        $this->rulebook->select();
-        $document = new Document($this->message->toXML());
+        $faults = [];
+        if ($this->count === 0 && count($this->faults) === 0) {
+            $faults[] = new Fault(null, null, null, 'no_payments');
+        }
+        if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
+            $faults[] = new Fault(null, null, 'messageId', 'too_many_blocks');
+        }
 
-        return $document->isSumOf($this->count, self::euro($this->cents)) ? $document : null;
+        return $faults;
     }
 
     /** Applies one setter of the submitting party. */
@@ -283,7 +299,7 @@ abstract class Payments implements \Countable
         // Structured addresses are under the same rule of the banks as names, though nothing tests them.
         $changed = $this->transliterator->apply('name', $text);
         if ($changed !== $text) {
-            $this->changes[] = new Change($row, $label, $key, $text, $changed);
+            $this->changes->add($row, $label, $key, 'transliterated', ['from' => $text, 'to' => $changed]);
         }
 
         return $changed;
@@ -308,8 +324,8 @@ abstract class Payments implements \Countable
     /** @param array<string, string> $values of a payment that the message has taken */
     private function remember(array $values, int $row, ?string $label): void
     {
-        [$euro, $cents] = explode('.', $values['amount'] . '.');
-        $this->cents += (int) $euro * 100 + (int) str_pad($cents, 2, '0');
+        $cents = self::cents($values['amount']);
+        $this->cents += $cents;
         $this->blocks[$this->block($values)] = true;
         $this->findOddities($this->oddities, $values, $row, $label);
         foreach (array_intersect_key($values, Keys::address()) as $key => $text) {
@@ -320,13 +336,16 @@ abstract class Payments implements \Countable
         }
     }
 
+    /** @param string $amount by Rules */
+    private static function cents(string $amount): int
+    {
+        $decimals = strlen($amount) - (int) strpos($amount . '.', '.') - 1;
+
+        return (int) str_replace('.', '', $amount) * ($decimals === 2 ? 1 : ($decimals === 1 ? 10 : 100));
+    }
+
     private static function euro(int $cents): string
     {
         return sprintf('%d.%02d', intdiv($cents, 100), $cents % 100);
-    }
-
-    private static function sumFault(): Fault
-    {
-        return new Fault(null, null, 'amount', 'control_sum');
     }
 }

@@ -52,9 +52,6 @@ final class Reasons
         'sepa_setName: strdup' => 'memory',
     ];
 
-    /** Characters of a value that a text shows at most. */
-    private const SHOWN = 40;
-
     private Extension $extension;
 
     private Rulebook $rulebook;
@@ -92,7 +89,7 @@ final class Reasons
             case 'rulebook':
                 return ['rulebook' => $this->rulebook->name, 'structured' => $this->rulebook->structured ? 'yes' : 'no'];
             default:
-                return ['value' => mb_strcut($value, 0, self::SHOWN, 'UTF-8'), 'rulebook' => $this->rulebook->name];
+                return ['value' => Fault::shown($value), 'rulebook' => $this->rulebook->name];
         }
     }
 

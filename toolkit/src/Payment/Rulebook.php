@@ -27,16 +27,16 @@ final class Rulebook
 
     private const ROWS = [
         //           country, address by fields, BIC, Dt, fewer characters in ids, SMNDA, address outside the EEA
-        'DE-2.6' => ['DE', false, true, false, false, self::FIRST, []],
-        'DE-2.7' => ['DE', false, false, false, false, self::FIRST, []],
-        'DE-2.8' => ['DE', false, false, false, false, self::FIRST, []],
-        'DE-2.9' => ['DE', false, false, false, false, self::FIRST, []],
-        'DE-3.0' => ['DE', false, false, false, false, self::ACCOUNT, []],
-        'DE-3.1' => ['DE', false, false, false, false, self::ACCOUNT, ['addrLine1']],
-        'DE-3.5' => ['DE', false, false, false, false, self::ACCOUNT, ['addrLine1']],
-        'DE-3.7' => ['DE', true, false, true, false, self::ACCOUNT, ['addrTown', 'addrCC']],
-        'AT-6' => ['AT', false, false, false, true, self::OLD, []],
-        'NL-6' => ['NL', false, false, false, false, self::OLD, []],
+        'DE-2.6' => ['DE', false, true, false, false, self::FIRST, ''],
+        'DE-2.7' => ['DE', false, false, false, false, self::FIRST, ''],
+        'DE-2.8' => ['DE', false, false, false, false, self::FIRST, ''],
+        'DE-2.9' => ['DE', false, false, false, false, self::FIRST, ''],
+        'DE-3.0' => ['DE', false, false, false, false, self::ACCOUNT, ''],
+        'DE-3.1' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1'],
+        'DE-3.5' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1'],
+        'DE-3.7' => ['DE', true, false, true, false, self::ACCOUNT, 'addrTown'],
+        'AT-6' => ['AT', false, false, false, true, self::OLD, ''],
+        'NL-6' => ['NL', false, false, false, false, self::OLD, ''],
     ];
 
     /** @var string as the extension calls it */
@@ -60,8 +60,8 @@ final class Rulebook
     /** @var string how SMNDA is written: ACCOUNT, FIRST or OLD */
     public string $smnda;
 
-    /** @var list<string> keys that a debit from a bank outside the EEA has at least */
-    public array $outsideEea;
+    /** @var string key that a debit from a bank outside the EEA has at least; empty if none */
+    public string $outsideEea;
 
     /**
      * @param string $name as SEPA::init takes it

@@ -16,6 +16,14 @@ final class Rules
     /** Form of the national part of a creditor identifier, where it is known. */
     private const CREDITOR_IDS = ['DE' => '\d{11}', 'AT' => '\d{11}', 'NL' => '\d{12}'];
 
+    private const RULED = [Keys::AMOUNT => 0, Keys::DATE => 0, Keys::PURPOSE => 0, Keys::ID => 0, Keys::CREDITOR => 0];
+
+    /** Whether values of a form have more to be tested than texts have. */
+    public static function has(string $form): bool
+    {
+        return isset(self::RULED[$form]);
+    }
+
     /** @return array{string, array<string, int|string|list<string>>}|null of a text that no bank can read */
     public static function garbled(string $key, string $value): ?array
     {
@@ -44,10 +52,10 @@ final class Rules
             return self::brokenAmount($value);
         }
         if ($form === Keys::DATE) {
-            return Calendar::exists($value) ? null : ['date', ['value' => $value]];
+            return Calendar::exists($value) ? null : ['date', ['value' => Fault::shown($value)]];
         }
         if ($form === Keys::PURPOSE) {
-            return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', ['value' => $value]];
+            return preg_match('/^[A-Z0-9]{4}$/D', $value) ? null : ['purpose', ['value' => Fault::shown($value)]];
         }
         if ($form === Keys::ID) {
             return self::brokenId($key, $value, $rulebook);
@@ -63,7 +71,7 @@ final class Rules
     private static function brokenAmount(string $value): ?array
     {
         if (!preg_match('/^(\d+)(?:\.\d{1,2})?$/D', $value, $part)) {
-            return ['amount', ['value' => $value]];
+            return ['amount', ['value' => Fault::shown($value)]];
         }
 
         return strlen(ltrim($part[1], '0')) > 9 ? ['amount_limit', ['limit' => self::MAX_AMOUNT]] : null;
@@ -73,7 +81,7 @@ final class Rules
     private static function brokenId(string $key, string $value, Rulebook $rulebook): ?array
     {
         if (preg_match('~^/|//|/$~D', $value)) {
-            return ['id', ['value' => $value]];
+            return ['id', ['value' => Fault::shown($value)]];
         }
         // Further characters of the Austrian set are for texts only.
         if ($rulebook->fewerInIds && preg_match_all("~[^A-Za-z0-9'()+,\\-./:? ]~u", $value, $bad)) {
@@ -94,6 +102,6 @@ final class Rules
 
         return preg_match("/^[A-Z]{2}\\d{2}[A-Z0-9]{3}$national$/D", $value)
             ? null
-            : ['creditor_id', ['value' => $value]];
+            : ['creditor_id', ['value' => Fault::shown($value)]];
     }
 }

@@ -5,7 +5,6 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Payments;
@@ -89,9 +88,7 @@ final class TransferPage implements Page
         // What is true of a file alone is not found again when the form comes back with its rows.
         $seen = $hash(array_values(array_filter($payments->warnings(), static fn (Fault $fault): bool => $isFile || $fault->code !== 'no_line_end')));
         $found = $payments->faults() ?: $payments->warnings();
-        $told = array_merge($found, array_map(static function (Change $change): Fault {
-            return $change->fault();
-        }, $payments->changes()));
+        $told = array_merge($found, $payments->changes());
         $told = $isFile ? $this->listed($told, $sheet) : $this->linked($told, $form->columns);
         $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
         // The rows of a file that does not become the form are not those of the form.
@@ -112,7 +109,7 @@ final class TransferPage implements Page
 
     private static function verdict(Payments $payments, bool $isFile, string $told): string
     {
-        $faults = count($payments->faults());
+        $faults = $payments->faultCount();
         $counted = Html::counted(count($payments), 'payment');
         if ($faults > 0) {
             return Html::notice('bad', "$counted, " . Html::counted($faults, 'fault') . ': there is no document yet', $told);

@@ -6,7 +6,6 @@ namespace Sepa\Toolkit\Tests\Payment;
 
 use PHPUnit\Framework\TestCase;
 use Sepa\Toolkit\Payment\Calendar;
-use Sepa\Toolkit\Payment\Change;
 use Sepa\Toolkit\Payment\Document;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Payments;
@@ -68,8 +67,8 @@ final class PaymentsTest extends TestCase
         $payments = Samples::transfers('DE-2.6', ['transliterate' => true, 'name' => 'Łódź & Öl']);
         $payments->add(['name' => "Rene\u{301} Groß", 'ref' => "10 % von „X_Y“\n€ 5", 'id' => 'X'] + Samples::TRANSFER, 'first');
         self::assertSame([], $payments->faults());
-        $told = array_map(static function (Change $change): array {
-            return array_values($change->jsonSerialize());
+        $told = array_map(static function (Fault $change): array {
+            return [$change->row, $change->label, $change->key, $change->values['from'], $change->values['to']];
         }, $payments->changes());
         self::assertSame([
             [null, null, 'name', 'Łódź & Öl', 'Lodz + Oel'],
@@ -79,7 +78,7 @@ final class PaymentsTest extends TestCase
 
         $payments = Samples::transfers('DE-3.7', ['transliterate' => true]);
         $payments->add(['name' => "Mu\u{308}ller", 'addrTown' => 'Łódź', 'addrCC' => 'PL', 'id' => 'é'] + Samples::TRANSFER);
-        self::assertSame(['Müller', 'Lodz'], array_column($payments->changes(), 'to'));
+        self::assertSame(['Müller', 'Lodz'], array_column(array_column($payments->changes(), 'values'), 'to'));
         self::assertSame(['id'], array_column($payments->faults(), 'key'), 'ids are never changed');
     }
 
@@ -117,6 +116,34 @@ final class PaymentsTest extends TestCase
         yield ['debit AT-6', $bank, [['smnda' => '1']], ['1 smnda_national']];
         yield ['debit NL-6', $bank, [['smnda' => '1']], ['1 smnda_national']];
         yield ['debit DE-2.9', $bank, [['smnda' => '1', 'seq' => 'FRST'], ['smnda' => '1']], ['2 smnda_sequence']];
+    }
+
+    public function testOfManyFaultsTheFirstAreKeptAndAllAreCounted(): void
+    {
+        $payments = Samples::transfers('DE-3.7', ['name' => '']);
+        $told = [];
+        $payments->tell(static function (string $severity, Fault $fault) use (&$told): void {
+            $told[] = "$severity $fault->code";
+        });
+        for ($i = 0; $i < 1500; ++$i) {
+            $payments->add(['amount' => 'x', "k$i" => ''] + Samples::TRANSFER);
+            $payments->add(['id' => 'A'] + Samples::TRANSFER);
+        }
+        self::assertSame([2001, 3001], [count($payments->faults()), $payments->faultCount()]);
+        $counts = $payments->findings()['fault']->counts();
+        self::assertSame([['amount' => 1500], 1001, 500], [$counts['amount'], count($counts['unknown_key']), $counts['unknown_key']['']]);
+        self::assertSame(['id' => 1499], $payments->findings()['warning']->counts()['duplicate_id']);
+        self::assertSame('fault length', $told[0]);
+        self::assertSame(['fault amount' => 1500, 'warning duplicate_id' => 1499], array_intersect_key(
+            array_count_values($told),
+            ['fault amount' => 0, 'warning duplicate_id' => 0]
+        ));
+    }
+
+    public function testAnOwnAccountOutsideTheEeaIsOdd(): void
+    {
+        $payments = Samples::collections('DE-3.5', ['iban' => 'CH9300762011623852957', 'bic' => 'KBAGCH22']);
+        self::assertSame(['own_outside_eea'], array_column($payments->warnings(), 'code'));
     }
 
     /** @dataProvider closedDays */
