@@ -254,4 +254,19 @@ TEST_P(Add, BlocksOfFewAndManyDates) {
     }
 }
 
+// In doubles each of these sums ends a cent off.
+TEST_P(Add, SumsOfCents) {
+    use_rulebook("DE-3.7");
+    bool debit = GetParam() == SEPA_MSGTYPE_DDI;
+    for (const auto& [amount, count, sum] : {std::tuple{"999999.99", 22196, "22195999778.04"},
+                                             {"100000.01", 44144, "4414400441.44"},
+                                             {"123456.78", 65563, "8094196867.14"}}) {
+        message_t message = ready_message(GetParam());
+        keys_t keys = {{"iban", german_iban}, {"amount", amount}};
+        if (debit) keys.insert(keys.end(), {{"seq", "RCUR"}, {"mref", "M"}, {"mdate", "2024-01-01"}});
+        for (int i = 0; i < count; ++i) ASSERT_EQ(add(message, keys), 1);
+        EXPECT_EQ(contents(document_of(message), "CtrlSum"), std::string(sum) + " " + sum);
+    }
+}
+
 }  // namespace

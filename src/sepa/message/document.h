@@ -129,7 +129,7 @@ void write_group_header(Out& out, const document_t& document) {
     xml_text(out, 3, "MsgId", measured(handle->msgid));
     xml_line(out, 3, "CreDtTm", std::string_view(created_at(document.now).text));
     xml_line(out, 3, "NbOfTxs", number_text_t(handle->tx_count).text());
-    xml_line(out, 3, "CtrlSum", amount_text_t(handle->ctrl_sum).text());
+    xml_line(out, 3, "CtrlSum", cents_text_t(sum_of_blocks(document.blocks)).text());
     xml_open(out, 3, "InitgPty");
     xml_text(out, 4, "Nm", measured(handle->name));
     xml_close(out, 3, "InitgPty");
@@ -161,7 +161,7 @@ void write_block_start(Out& out, const document_t& document, const payment_block
     xml_line(out, 3, "PmtMtd", method);
     xml_line(out, 3, "BtchBookg", handle->batch_booking ? "true"sv : "false"sv);
     xml_line(out, 3, "NbOfTxs", number_text_t(block.count).text());
-    xml_line(out, 3, "CtrlSum", amount_text_t(block.sum).text());
+    xml_line(out, 3, "CtrlSum", cents_text_t(block.sum).text());
     xml_open(out, 3, "PmtTpInf");
     xml_open(out, 4, "SvcLvl");
     xml_line(out, 5, "Cd", "SEPA"sv);

@@ -32,7 +32,7 @@ static void append(payment_block_t* block, const transaction_t& tx, block_entry_
     (block->count ? block->last->next : block->first) = entry;
     block->last = entry;
     block->count += 1;
-    block->sum += tx.amount;
+    block->sum += tx.cents;
 }
 
 // Nearly all messages have a handful of dates. So many blocks are searched one
@@ -124,6 +124,12 @@ void payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle) {
         list_all<cti_tx_t>(items, handle);
     blocks->no_memory = !sort_and_cut(blocks, items, handle->tx_count);
     wipe_block(items, size);
+}
+
+uint64_t sum_of_blocks(const payment_blocks_t& blocks) {
+    uint64_t sum = 0;
+    for (uint32_t i = 0; i < blocks.count; ++i) sum += blocks.blocks[i].sum;
+    return sum;
 }
 
 void payment_blocks_free(payment_blocks_t* blocks) {

@@ -6,6 +6,7 @@
 
 #include "sepa/message/sepa.h"
 #include "sepa/message/value.h"
+#include "sepa/text/number_text.h"
 
 namespace sepa_internal {
 
@@ -13,15 +14,18 @@ namespace sepa_internal {
 struct transaction_t {
     const char* date;  // the effective one
     uint8_t sequence;  // second criterion; the sequence type of direct debits, else 0
-    double amount;
+    uint64_t cents;
     const void* record;  // cti_tx_t or ddi_tx_t
 };
 
+// The cents that a line shows of an amount, which is positive.
+inline uint64_t cents_shown(double amount) { return static_cast<uint64_t>(cents_of(amount)); }
+
 inline transaction_t transaction_of(const sepa_t* handle, const cti_tx_t& tx) {
-    return {tx.date ? tx.date : handle->date, 0, tx.amount, &tx};
+    return {tx.date ? tx.date : handle->date, 0, cents_shown(tx.amount), &tx};
 }
 inline transaction_t transaction_of(const sepa_t* handle, const ddi_tx_t& tx) {
-    return {tx.date ? tx.date : handle->date, static_cast<uint8_t>(tx.seq), tx.amount, &tx};
+    return {tx.date ? tx.date : handle->date, static_cast<uint8_t>(tx.seq), cents_shown(tx.amount), &tx};
 }
 
 // A transaction in its block.
@@ -35,7 +39,7 @@ struct payment_block_t {
     char date[date_length];  // effective date, compared as bytes; no NUL
     uint8_t sequence;
     uint32_t count;
-    double sum;                   // added up in the order of adding
+    uint64_t sum;                 // cents, as the lines of the transactions show them
     block_entry_t *first, *last;  // in the order of adding
 };
 
@@ -55,5 +59,9 @@ void payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle);
 void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& transaction);
 void payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle);
 void payment_blocks_free(payment_blocks_t* blocks);
+
+// The cents of all blocks. A sum of euro in a double would be a cent off after
+// some ten thousand large amounts.
+uint64_t sum_of_blocks(const payment_blocks_t& blocks);
 
 }  // namespace sepa_internal

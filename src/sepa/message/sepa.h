@@ -106,7 +106,7 @@ struct sepa_t {
     char* msgid;        // generated at the first output if null
     char error_buffer[256];
     uint32_t tx_count;
-    double ctrl_sum;        // sum of all amounts, in the order of adding
+    double ctrl_sum;        // sum of all amounts, in the order of adding; documents sum up cents
     int32_t dd_type;        // a sepa_ddtype
     uint8_t batch_booking;  // 0 or 1
     void* tx_head;          // cti_tx_t or ddi_tx_t, by msgtype

@@ -1,7 +1,6 @@
 #include "sepa/text/amount.h"
 
 #include <cerrno>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -87,13 +86,18 @@ void sepa_internal::number_text_t::put(uint64_t value) {
     if (value < 10) ++start;
 }
 
-sepa_internal::amount_text_t::amount_text_t(double euro) {
-    auto cents = static_cast<int64_t>(round(euro * 100));
-    uint64_t magnitude = cents < 0 ? 0 - static_cast<uint64_t>(cents) : static_cast<uint64_t>(cents);
-    start = put_pair(start, magnitude % 100);
+sepa_internal::cents_text_t::cents_text_t(uint64_t cents) {
+    start = put_pair(start, cents % 100);
     *--start = '.';
-    put(magnitude / 100);
-    if (cents < 0) *--start = '-';
+    put(cents / 100);
+}
+
+static uint64_t magnitude(int64_t cents) {
+    return cents < 0 ? 0 - static_cast<uint64_t>(cents) : static_cast<uint64_t>(cents);
+}
+
+sepa_internal::amount_text_t::amount_text_t(double euro) : cents_text_t(magnitude(cents_of(euro))) {
+    if (cents_of(euro) < 0) *--start = '-';
 }
 
 void sepa_format_amount(char* out, double value) {

@@ -21,8 +21,23 @@ protected:
     char* start = digits + sizeof digits;
 };
 
+// Cents as euro with a point and two decimals.
+class cents_text_t : public number_text_t {
+public:
+    explicit cents_text_t(uint64_t cents);
+};
+
+// The cents of an amount, halves rounded away from zero: round(euro * 100)
+// without a call. Meaningless beyond 64 bits.
+inline int64_t cents_of(double euro) {
+    double cents = euro * 100;
+    auto whole = static_cast<int64_t>(cents);
+    double rest = cents - static_cast<double>(whole);  // exact
+    return whole + (rest >= 0.5) - (rest <= -0.5);
+}
+
 // An amount as sepa_format_amount writes it.
-class amount_text_t : public number_text_t {
+class amount_text_t : public cents_text_t {
 public:
     explicit amount_text_t(double euro);
 };
