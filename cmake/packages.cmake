@@ -39,8 +39,9 @@ package_docs(toolkit sepa-toolkit docs/toolkit.md)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_NAME sepa-toolkit)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_SECTION php)
-set(CPACK_DEBIAN_TOOLKIT_PACKAGE_DEPENDS
-  "php-cli, php-intl, php-mbstring, php-sepa, php-symfony-console, php-symfony-string, php-symfony-translation")
+string(CONCAT CPACK_DEBIAN_TOOLKIT_PACKAGE_DEPENDS
+  "php-cli, php-intl, php-mbstring, php-sepa, php-symfony-console, php-symfony-http-foundation, "
+  "php-symfony-string, php-symfony-translation, php-twig")
 set(CPACK_DEBIAN_TOOLKIT_DESCRIPTION
   "The command sepa, which needs no programming, and the classes behind it.\nThe extension that it comes with has the bank lists of ${release}.")
 

@@ -2,8 +2,10 @@
 
 /**
  * Loads the toolkit's classes: by Composer where it has installed them, else
- * from this folder with the distribution's packages of Symfony
- * (php-symfony-console, php-symfony-string, php-symfony-translation on Debian).
+ * from this folder with the distribution's packages of Symfony and Twig, of which
+ * the command needs php-symfony-console, php-symfony-string and
+ * php-symfony-translation of Debian, the page php-symfony-http-foundation and
+ * php-twig, too.
  */
 
 declare(strict_types=1);
@@ -16,8 +18,9 @@ foreach ([__DIR__ . '/vendor', dirname(__DIR__, 2)] as $vendor) {
     }
 }
 
-foreach (['Console', 'String', 'Translation'] as $component) {
-    $packaged = stream_resolve_include_path("Symfony/Component/$component/autoload.php");
+foreach (['Console', 'String', 'Translation', 'HttpFoundation', 'Twig'] as $library) {
+    $folder = $library === 'Twig' ? $library : "Symfony/Component/$library";
+    $packaged = stream_resolve_include_path("$folder/autoload.php");
     if ($packaged !== false) {
         require_once $packaged;
     }

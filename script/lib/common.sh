@@ -109,6 +109,13 @@ need_toolkit() {
     "$PHP" -m 2>/dev/null | grep -qx intl || wanted="$wanted php-intl"
 }
 
+# What the page stands on besides.
+need_page() {
+    need_toolkit
+    need /usr/share/php/Symfony/Component/HttpFoundation/autoload.php php-symfony-http-foundation
+    need /usr/share/php/Twig/autoload.php php-twig
+}
+
 # run_toolkit ARGUMENT...: PHP with the extension and, unlike run_php, the
 # system's configuration, since the toolkit's libraries need mbstring and more.
 run_toolkit() { "$PHP" -d extension="$out/php/build/modules/sepa.so" "$@"; }
@@ -116,7 +123,7 @@ run_toolkit() { "$PHP" -d extension="$out/php/build/modules/sepa.so" "$@"; }
 # serve_page ADDRESS: the page, in place of this process.
 serve_page() {
     exec "$PHP" -d extension="$out/php/build/modules/sepa.so" -d file_uploads=1 -d upload_max_filesize=10M \
-        -d post_max_size=11M -d max_input_vars=5000 -S "$1" -t "$root/toolkit/web" "$root/toolkit/web/index.php"
+        -d post_max_size=64M -d max_input_vars=5000 -S "$1" -t "$root/toolkit/web" "$root/toolkit/web/index.php"
 }
 
 # Locales of the script tests' own, in a folder of their own.

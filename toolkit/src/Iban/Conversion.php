@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Iban;
 
+use Sepa\Toolkit\Texts;
+
 /**
  * A German account number and bank code, and the IBAN that came of them.
  *
@@ -21,16 +23,29 @@ final class Conversion implements \JsonSerializable
     /** @var int the extension's status code */
     public int $status;
 
-    /** @var string|null why there is no IBAN, or what the bank's rule changed; null if there is nothing to tell */
+    /** @var list<string> keys of translations/banks: why there is no IBAN, what the bank's rule changed */
+    public array $codes;
+
+    /** @var string|null that in English; null if there is nothing to tell */
     public ?string $reason;
 
-    public function __construct(string $account, string $bankCode, ?string $iban, int $status, ?string $reason)
+    /** @param list<string> $codes */
+    public function __construct(string $account, string $bankCode, ?string $iban, int $status, array $codes = [])
     {
         $this->account = $account;
         $this->bankCode = $bankCode;
         $this->iban = $iban;
         $this->status = $status;
-        $this->reason = $reason;
+        $this->codes = $codes;
+        $this->reason = $this->reason();
+    }
+
+    /** Why there is no IBAN, or what the bank's rule changed; null if there is nothing to tell. */
+    public function reason(string $locale = 'en'): ?string
+    {
+        $texts = array_map(static fn (string $code): string => Texts::of('banks', "conversion.$code", [], $locale), $this->codes);
+
+        return implode('; ', $texts) ?: null;
     }
 
     /** @return array{account: string, bank_code: string, iban: ?string, status: int, reason: ?string} */

@@ -20,15 +20,8 @@ final class Ibans
         'Invalid account number in IBAN' => 'iban_account',
     ];
 
-    private const STATUS = [
-        1 => "the bank's rule changed the account number",
-        10 => 'the bank code is unknown',
-        11 => 'the account number fails its check',
-        12 => 'the bank, or this kind of account, takes no conversion',
-        13 => 'the bank code was replaced by its successor',
-        15 => "the bank's rule changed the bank code",
-        50 => "the bank's rule refuses this account",
-    ];
+    /** Of the extension: what is to be told about a conversion. */
+    private const TOLD = [1, 10, 11, 12, 13, 15, 50];
 
     private const DIRECTORY_COUNTRIES = ['DE', 'AT', 'CH', 'LI'];
 
@@ -143,21 +136,21 @@ final class Ibans
     {
         $text = self::normalise($query);
         if ($text === '' || !ctype_alnum($text)) {
-            return new Bank($query, null, null, null, 'neither a BIC nor an IBAN nor a bank code');
+            return new Bank($query, null, null, null, 'form');
         }
         $isBankCode = preg_match('/^\d{8}$/D', $text) === 1;
         $isBic = !$isBankCode && in_array(strlen($text), [8, 11], true);
         if (!$isBankCode && !$isBic && !in_array(substr($text, 0, 2), self::DIRECTORY_COUNTRIES, true)) {
-            return new Bank($query, null, null, null, 'the directory finds banks by IBANs of DE, AT, CH and LI only');
+            return new Bank($query, null, null, null, 'country');
         }
         // Of an IBAN, only the bank code in it counts here.
         $bic = $isBic ? $text : \SEPA::IBAN_getBIC($isBankCode ? "DE00{$text}0000000000" : $text);
         if ($bic === null || $bic === '') {
-            return new Bank($query, null, null, null, $bic === null ? 'unknown bank' : 'the directory has no BIC for this bank');
+            return new Bank($query, null, null, null, $bic === null ? 'unknown' : 'no_bic');
         }
         $name = self::bankName($bic);
         if ($name === null && $isBic) {
-            return new Bank($query, null, null, null, 'unknown bank');
+            return new Bank($query, null, null, null, 'unknown');
         }
 
         return new Bank($query, $bic, $name, self::schemes($bic), null);
@@ -169,19 +162,19 @@ final class Ibans
         $account = (string) preg_replace('/[\s.\-]+/', '', $account);
         $bankCode = (string) preg_replace('/[\s.\-]+/', '', $bankCode);
         if (!preg_match('/^\d{1,10}$/D', $account)) {
-            return new Conversion($account, $bankCode, null, 0, 'an account number has 1 to 10 digits');
+            return new Conversion($account, $bankCode, null, 0, ['account']);
         }
         if (!preg_match('/^\d{8}$/D', $bankCode)) {
-            return new Conversion($account, $bankCode, null, 0, 'a bank code has 8 digits');
+            return new Conversion($account, $bankCode, null, 0, ['bank_code']);
         }
         $status = 0;
         $iban = \SEPA::IBAN_convert('DE', $account, $bankCode, $status);
-        $reason = self::STATUS[$status] ?? null;
+        $codes = in_array($status, self::TOLD, true) ? [(string) $status] : [];
         if ($iban === null && in_array($status, [0, 1, 13, 15], true)) {
-            $reason = ($reason === null ? '' : "$reason; ") . 'the account is refused';
+            $codes[] = 'refused';
         }
 
-        return new Conversion($account, $bankCode, $iban, $status, $reason);
+        return new Conversion($account, $bankCode, $iban, $status, $codes);
     }
 
     /** @return list<string>|null */

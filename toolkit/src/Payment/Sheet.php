@@ -113,7 +113,7 @@ final class Sheet
         foreach ($cells as $column => $cell) {
             $key = array_key_exists($column, $columns) ? $columns[$column] : '';
             if ($cell !== '' && $key !== null) {
-                $payment[$key] = $this->german ? self::fromGerman($key, $cell) : $cell;
+                $payment[$key] = $this->german ? self::understood($key, $cell) : $cell;
             }
         }
         if (isset($payment['']) || count($cells) < count($columns)) {
@@ -124,7 +124,8 @@ final class Sheet
         $payments->add($payment, null, $number);
     }
 
-    private static function fromGerman(string $key, string $cell): string
+    /** A cell as the bank wants it, if it is an amount or a day in German notation. */
+    public static function understood(string $key, string $cell): string
     {
         if (Keys::form($key) === Keys::AMOUNT && preg_match('/^(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
             $cents = $part[2] ?? '';

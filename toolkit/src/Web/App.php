@@ -4,10 +4,15 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
-/** Chooses the page, and sends what it answers. */
+use Sepa\Toolkit\Language;
+use Symfony\Component\HttpFoundation\Cookie;
+use Symfony\Component\HttpFoundation\Request;
+use Symfony\Component\HttpFoundation\Response;
+
+/** Chooses page and language, and answers a request. */
 final class App
 {
-    // No script, nothing from elsewhere, no frame around it.
+    // No script, nothing from elsewhere, no frame around it. Back and Forward show answers again, a cache on the way none.
     private const HEADERS = [
         'Content-Security-Policy' => "default-src 'none'; style-src 'self'; img-src 'self'; form-action 'self'; base-uri 'none'; frame-ancestors 'none'",
         'X-Content-Type-Options' => 'nosniff',
@@ -15,73 +20,93 @@ final class App
         'Referrer-Policy' => 'same-origin',
         'Cross-Origin-Opener-Policy' => 'same-origin',
         'Cross-Origin-Resource-Policy' => 'same-origin',
-        'Cache-Control' => 'no-store',
+        'Cache-Control' => 'private, no-cache',
     ];
 
-    private const METHODS = ['GET', 'HEAD', 'POST'];
+    private const PAGES = ['transfer' => TransferPage::class, 'statement' => StatementPage::class, 'iban' => IbanPage::class];
 
-    /** @var array<string, Page> */
-    private array $pages;
+    private const LANGUAGE = 'sepa_lang';
 
-    public function __construct()
-    {
-        $this->pages = ['iban' => new IbanPage(), 'statement' => new StatementPage(), 'transfer' => new TransferPage()];
-    }
-
-    public function run(Request $request): void
-    {
-        $response = $this->respond($request);
-        http_response_code($response->status);
-        foreach ($this->headers($request, $response) as $name => $value) {
-            header("$name: $value");
-        }
-        echo $response->body;
-    }
-
-    /** The answer, as a whole page or a file. */
     public function respond(Request $request): Response
     {
-        $name = isset($this->pages[$request->page()]) ? $request->page() : 'iban';
-        $page = $this->pages[$name];
+        $gate = new Gate($request);
+        $asked = $request->query->all()['page'] ?? '';
+        $name = is_string($asked) && isset(self::PAGES[$asked]) ? $asked : 'transfer';
+        $forms = new Forms($name, array_keys(self::PAGES), $request->request->all());
+        $language = self::language($request);
+        $view = new View($language, ['page' => $name, 'pages' => array_keys(self::PAGES), 'kept' => $forms->others(), 'token' => $gate->token()]);
         try {
-            if (!$request->isForThisHost()) {
-                throw new Refused('The page is not served under this name.', 421);
-            }
-            if (!in_array($request->method(), self::METHODS, true)) {
-                throw new Refused('The page is asked by GET or POST.', 405);
-            }
-            if ($request->isPost()) {
-                $request->verify();
-            }
-            $response = $page->respond($request);
+            $response = $this->answer($request, $gate, $forms->fields(), $view, self::PAGES[$name]);
         } catch (Refused $e) {
-            $response = new Response(Html::notice('bad', $e->getMessage()), $e->getCode());
+            $response = $view->page('refused', ['notice' => self::notice($view, $e->getMessage())], $e->getCode());
         } catch (\Throwable $e) {
             error_log((string) $e);
-            $response = new Response(Html::notice('bad', 'Something went wrong here. It is in the log of the server.'), 500);
+            $response = $view->page('refused', ['notice' => self::notice($view, 'refused.failure')], 500);
         } finally {
-            $request->removeUploads();
+            self::removeUploads($request);
         }
-        if ($response->filename === null) {
-            $titles = array_map(static fn (Page $page): string => $page->title(), $this->pages);
-            $response->body = Html::document($page->title(), $titles, $name, $response->body);
+        $response->headers->add(self::HEADERS + ($response->getStatusCode() === 405 ? ['Allow' => implode(', ', Gate::METHODS)] : []));
+        $response->headers->setCookie($gate->cookie());
+        if ($language === self::chosen($request)) {
+            $response->headers->setCookie(Cookie::create(self::LANGUAGE, $language, '+1 year', '/', null, $request->isSecure(), true, false, 'lax'));
         }
 
-        return $response;
+        return $response->prepare($request);
+    }
+
+    /**
+     * @param array<string, mixed> $fields
+     * @param class-string<Page> $class
+     */
+    private function answer(Request $request, Gate $gate, array $fields, View $view, string $class): Response
+    {
+        $gate->check();
+        $page = new $class($view);
+        try {
+            if ($request->isMethod('POST')) {
+                $gate->checkToken();
+            }
+
+            return $page->respond(new Input($fields, $request->files->all()), null);
+        } catch (Refused $e) {
+            // What was typed comes back, and nothing is done with it.
+            unset($fields['do']);
+            $response = $page->respond(new Input($fields, []), self::notice($view, $e->getMessage()));
+
+            return $response->setStatusCode($e->getCode());
+        }
     }
 
     /** @return array<string, string> */
-    public function headers(Request $request, Response $response): array
+    private static function notice(View $view, string $text): array
     {
-        $type = $response->filename === null
-            ? ['Content-Type' => 'text/html; charset=utf-8']
-            : ['Content-Type' => 'application/xml', 'Content-Disposition' => "attachment; filename=\"$response->filename\""];
-        $secure = $request->isSecure() ? '; Secure' : '';
-        // Strict would keep it back when a link elsewhere leads here, and a new one would then void all open forms.
-        $cookie = ['Set-Cookie' => Request::TOKEN . '=' . $request->token() . "; Path=/; HttpOnly; SameSite=Lax$secure"];
+        return ['kind' => 'bad', 'heading' => $view->text($text)];
+    }
 
-        $allow = $response->status === 405 ? ['Allow' => implode(', ', self::METHODS)] : [];
+    /** What is chosen, was chosen, or what the browser wants; German where that is none. */
+    private static function language(Request $request): string
+    {
+        $before = $request->cookies->all()[self::LANGUAGE] ?? null;
 
-        return self::HEADERS + $type + $cookie + $allow;
+        return self::chosen($request)
+            ?? (in_array($before, Language::ALL, true) ? $before : (string) $request->getPreferredLanguage(Language::ALL));
+    }
+
+    private static function chosen(Request $request): ?string
+    {
+        $chosen = $request->request->all()['lang'] ?? $request->query->all()['lang'] ?? null;
+
+        return in_array($chosen, Language::ALL, true) ? $chosen : null;
+    }
+
+    /** The engine would do so at its end, if it comes to that. */
+    private static function removeUploads(Request $request): void
+    {
+        $files = $request->files->all();
+        array_walk_recursive($files, static function ($file): void {
+            if ($file instanceof \SplFileInfo && $file->isFile()) {
+                @unlink($file->getPathname());
+            }
+        });
     }
 }

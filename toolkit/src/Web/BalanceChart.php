@@ -38,43 +38,38 @@ final class BalanceChart
         $this->balances[] = $balance;
     }
 
-    /** @return string HTML; empty if there is nothing to see */
-    public function html(string $from, string $to): string
+    /**
+     * What its template draws; null if there is nothing to see. Balances are
+     * amounts, places are those of the picture.
+     *
+     * @return array<string, mixed>|null
+     */
+    public function picture(): ?array
     {
         if (count($this->balances) < 3) {
-            return '';
+            return null;
         }
         $lines = $this->lines();
         $high = $lines[0];
         $low = end($lines);
         $y = static fn (float $units): float => round(max(0, min(1, ($high - $units) / ($high - $low))) * self::HEIGHT, 1);
-        $grid = '';
-        $labels = '';
-        foreach ($lines as $units) {
-            $zero = $units === 0 ? ' class="zero"' : '';
-            $grid .= "<line$zero x1=\"0\" x2=\"" . self::WIDTH . '" y1="' . $y($units) . '" y2="' . $y($units) . '"/>';
-            $labels .= '<span>' . Html::text($this->label($units)) . '</span>';
-        }
         $path = $this->path($y);
-        // Only from zero does an area tell how much there is.
-        $area = $low <= 0 && $high >= 0 ? "<path class=\"area\" d=\"{$path}V{$y(0)}H0Z\"/>" : '';
-        $text = Html::text(sprintf(
-            'Running balance after each of %d bookings: from %s to %s, lowest %s, highest %s %s',
-            count($this->balances) - 1,
-            ...array_merge(array_map([$this, 'exact'], [$this->balances[0], end($this->balances), min($this->balances), max($this->balances)]), [$this->currency])
-        ));
-        $currency = Html::text($this->currency);
-        $size = self::WIDTH . ' ' . self::HEIGHT;
-        $range = '<span>' . Html::text($from) . '</span><span>' . Html::text($to) . '</span>';
+        $of = fn (int $units): Amount => new Amount($units, $this->currency);
 
-        return <<<HTML
-            <figure class="chart">
-            <figcaption>Running balance in $currency, booking by booking</figcaption>
-            <div class="plot"><div class="scale" aria-hidden="true">$labels</div>
-            <svg viewBox="0 0 $size" preserveAspectRatio="none" role="img" aria-label="$text"><g class="grid">$grid</g>$area<path class="line" d="$path"/></svg>
-            <div class="range" aria-hidden="true">$range</div></div>
-            </figure>
-            HTML;
+        return [
+            'width' => self::WIDTH,
+            'height' => self::HEIGHT,
+            'currency' => $this->currency,
+            'bookings' => count($this->balances) - 1,
+            'lines' => array_map(static fn (int $units): array => ['amount' => $of($units), 'y' => $y($units)], $lines),
+            'line' => $path,
+            // Only from zero does an area tell how much there is.
+            'area' => $low <= 0 && $high >= 0 ? "{$path}V{$y(0)}H0Z" : null,
+            'opening' => $of($this->balances[0]),
+            'closing' => $of(end($this->balances)),
+            'lowest' => $of(min($this->balances)),
+            'highest' => $of(max($this->balances)),
+        ];
     }
 
     /** @param callable(float): float $y */
@@ -125,15 +120,5 @@ final class BalanceChart
         }
 
         return $lines;
-    }
-
-    private function label(int $units): string
-    {
-        return (string) preg_replace('/\.0+$/', '', Html::amount(new Amount($units, $this->currency)));
-    }
-
-    private function exact(int $units): string
-    {
-        return (new Amount($units, $this->currency))->text();
     }
 }

@@ -5,92 +5,101 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Iban\Ibans;
+use Symfony\Component\HttpFoundation\Response;
 
-/** Checks an IBAN, makes one of an old account number, looks a bank up. */
+/** Checks an IBAN, makes one of an old account number, looks a bank up: whatever of them is filled in. */
 final class IbanPage implements Page
 {
-    private const SCHEMES = [
-        'SCT' => 'transfers',
-        'SDD' => 'direct debits',
-        'COR1' => 'direct debits on one day\'s notice',
-        'B2B' => 'direct debits between companies',
-    ];
+    /** Fields by question. */
+    private const FIELDS = ['check' => ['iban'], 'convert' => ['account', 'bank_code'], 'bank' => ['query']];
 
-    public function title(): string
+    private View $view;
+
+    public function __construct(View $view)
     {
-        return 'IBANs';
+        $this->view = $view;
     }
 
-    public function respond(Request $request): Response
+    public function respond(Input $input, ?array $notice): Response
     {
-        $result = ['check' => '', 'convert' => '', 'bank' => ''];
-        $do = $request->text('do');
-        if ($do === 'check') {
-            $result[$do] = $this->check($request->text('iban'));
-        } elseif ($do === 'convert') {
-            $result[$do] = $this->convert($request->text('account'), $request->text('bank_code'));
-        } elseif ($do === 'bank') {
-            $result[$do] = $this->bank($request->text('query'));
+        $fields = [];
+        $answers = [];
+        foreach (self::FIELDS as $question => $names) {
+            $texts = array_map([$input, 'text'], $names);
+            $fields += array_combine($names, $texts);
+            if ($input->action() !== '' && (implode('', $texts) !== '' || $input->action() === $question)) {
+                $answers[$question] = $this->$question(...$texts);
+            }
         }
+        $answered = isset($answers[$input->action()]) ? $input->action() : key($answers);
 
-        return new Response(
-            $this->form($request, 'check', 'Check an IBAN', 'Check', $result, Html::field('iban', 'IBAN', $request->text('iban'), [
-                'placeholder' => 'DE89 3704 0044 0532 0130 00', 'required' => true, 'maxlength' => '60', 'class' => 'code',
-            ]))
-            . $this->form($request, 'convert', 'Make an IBAN of a German account number', 'Convert', $result, '<div class="pair">'
-                . Html::field('account', 'Account number', $request->text('account'), ['inputmode' => 'numeric', 'required' => true, 'maxlength' => '20', 'class' => 'code'])
-                . Html::field('bank_code', 'Bank code (BLZ)', $request->text('bank_code'), ['inputmode' => 'numeric', 'required' => true, 'maxlength' => '20', 'class' => 'code'])
-                . '</div>')
-            . $this->form($request, 'bank', 'Look a bank up', 'Look up', $result, Html::field('query', 'BIC, IBAN or German bank code', $request->text('query'), [
-                'placeholder' => 'COBADEFFXXX', 'required' => true, 'maxlength' => '60', 'class' => 'code',
-            ]))
-        );
+        return $this->view->page('iban', [
+            'notice' => $notice,
+            'fields' => $fields,
+            'answers' => $answers,
+            'answered' => $answered,
+            'did' => $input->action(),
+            'faults' => count(array_filter($answers, static fn (array $answer): bool => $answer['kind'] === 'bad')),
+        ]);
     }
 
-    /** @param array<string, string> $result */
-    private function form(Request $request, string $do, string $heading, string $button, array $result, string $fields): string
-    {
-        return "<section class=\"card\" id=\"$do\"><h2>" . Html::text($heading) . "</h2>$result[$do]"
-            . "<form method=\"post\" action=\"?page=iban#$do\">$fields<button name=\"do\" value=\"$do\">" . Html::text($button) . '</button>'
-            . Html::formEnd($request) . '</form></section>';
-    }
-
-    private function check(string $text): string
+    /** @return array<string, mixed> kind, heading and facts of a notice */
+    private function check(string $text): array
     {
         $check = Ibans::check($text);
         if (!$check->valid) {
-            return Html::notice('bad', (string) $check->reason, '<p>' . Html::text((string) $check->hint) . '</p>');
+            $code = $check->code === 'empty' ? 'missing' : $check->code;
+            $of = fn (string $part): string => $this->view->text("$code.$part", ['label' => 'IBAN'], 'faults');
+
+            return ['kind' => 'bad', 'heading' => $of('reason'), 'text' => $of('hint')];
         }
 
-        return Html::notice('good', 'The IBAN is good', Html::facts([
-            'IBAN' => Ibans::grouped($check->iban), 'Bank' => $check->bank, 'BIC' => $check->bic,
-        ]));
+        return ['kind' => 'good', 'heading' => $this->view->text('iban.good'), 'facts' => $this->account($check->iban)];
     }
 
-    private function convert(string $account, string $bankCode): string
+    /** @return array<string, mixed> */
+    private function convert(string $account, string $bankCode): array
     {
         $conversion = Ibans::convert($account, $bankCode);
+        $reason = $conversion->codes ? self::sentence($conversion->reason($this->view->language)) . '.' : null;
         if ($conversion->iban === null) {
-            return Html::notice('bad', 'No IBAN', '<p>' . Html::text(ucfirst((string) $conversion->reason)) . '.</p>');
+            return ['kind' => 'bad', 'heading' => $this->view->text('iban.none'), 'text' => $reason];
         }
-        $bank = Ibans::check($conversion->iban);
 
-        return Html::notice($conversion->reason === null ? 'good' : 'odd', 'The IBAN', Html::facts([
-            'IBAN' => Ibans::grouped($conversion->iban), 'Bank' => $bank->bank, 'BIC' => $bank->bic,
-            'Note' => $conversion->reason === null ? null : ucfirst($conversion->reason),
-        ]));
+        return [
+            'kind' => $reason === null ? 'good' : 'odd',
+            'heading' => $this->view->text('iban.made'),
+            'text' => $reason,
+            'facts' => $this->account($conversion->iban),
+        ];
     }
 
-    private function bank(string $query): string
+    /** @return array<string, mixed> */
+    private function bank(string $query): array
     {
         $bank = Ibans::bank($query);
         if ($bank->bic === null) {
-            return Html::notice('bad', ucfirst((string) $bank->reason));
+            return ['kind' => 'bad', 'heading' => self::sentence($bank->reason($this->view->language))];
         }
-        $schemes = array_map(static fn (string $scheme): string => self::SCHEMES[$scheme] ?? $scheme, $bank->schemes ?? []);
+        $schemes = array_map(fn (string $scheme): string => $this->view->text("scheme.$scheme"), $bank->schemes ?? []);
+        $known = $bank->schemes === null ? 'scheme.unknown' : 'scheme.none';
 
-        return Html::notice('good', $bank->name ?? $bank->bic, Html::facts([
-            'BIC' => $bank->bic, 'Takes part in' => $bank->schemes === null ? 'not known' : (implode(', ', $schemes) ?: 'no scheme'),
-        ]));
+        return ['kind' => 'good', 'heading' => $bank->name ?? $bank->bic, 'facts' => [
+            'bic' => $bank->bic,
+            'schemes' => $schemes ? implode(', ', $schemes) : $this->view->text($known),
+        ]];
+    }
+
+    private static function sentence(?string $text): string
+    {
+        return mb_strtoupper(mb_substr((string) $text, 0, 1)) . mb_substr((string) $text, 1);
+    }
+
+    /** @return array<string, string|null> facts about a good IBAN */
+    private function account(string $iban): array
+    {
+        $check = Ibans::check($iban);
+
+        return ['iban' => Ibans::grouped($iban), 'bank' => $check->bank, 'bic' => $check->bic];
     }
 }

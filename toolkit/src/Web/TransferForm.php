@@ -13,6 +13,7 @@ use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Payment\Transfers;
+use Sepa\Toolkit\Unreadable;
 
 /** What stands in the form of a transfer. */
 final class TransferForm
@@ -20,8 +21,8 @@ final class TransferForm
     /** More rows than these are better edited in the spreadsheet that they come from. */
     public const MAX_ROWS = 100;
 
-    /** The row of headings and the counting from 1 in a sheet, against rows that count from 0. */
-    public const ROW_OFFSET = 2;
+    /** Keys of the fields about the submitting party and the message, in their order. */
+    public const PARTY = ['name', 'iban', 'bic', 'date', 'messageId'];
 
     private const EMPTY_ROWS = 3;
 
@@ -32,8 +33,6 @@ final class TransferForm
     public array $party;
 
     public string $rulebook;
-
-    public bool $german;
 
     public bool $transliterate;
 
@@ -54,21 +53,19 @@ final class TransferForm
     /** @var string|null of a file whose rows are not those of the form */
     private ?string $fileDigest = null;
 
-    public function __construct(Request $request)
+    public function __construct(Input $input)
     {
-        $isNew = !$request->isPost();
-        foreach (['name', 'iban', 'bic', 'date', 'messageId'] as $key) {
-            $this->party[$key] = $request->text($key);
+        foreach (self::PARTY as $key) {
+            $this->party[$key] = $input->text($key);
         }
-        $seed = $request->text('seed');
+        $seed = $input->text('seed');
         $this->seed = preg_match('/^\d{8}-\d{6}-[0-9a-f]{12}$/D', $seed) ? $seed : Payments::newMessageId();
-        $rulebook = $request->text('rulebook');
+        $rulebook = $input->text('rulebook');
         $this->rulebook = in_array($rulebook, Rulebook::names(), true) ? $rulebook : Rulebook::LATEST;
-        $this->german = $isNew || $request->text('german') !== '';
-        $this->transliterate = $request->text('transliterate') !== '';
-        $this->ignoreUnknown = $request->text('ignore') !== '';
-        $this->showColumns(explode(',', $request->text('columns')));
-        $this->rows = array_slice($request->rows('row', $this->columns), 0, self::MAX_ROWS);
+        $this->transliterate = $input->text('transliterate') !== '';
+        $this->ignoreUnknown = $input->text('ignore') !== '';
+        $this->showColumns(explode(',', $input->text('columns')));
+        $this->rows = array_slice($input->rows('row', $this->columns), 0, self::MAX_ROWS);
     }
 
     /** The BIC that goes with the own IBAN; empty if it is not known. It never becomes what somebody typed. */
@@ -84,30 +81,52 @@ final class TransferForm
      */
     public function messageId(): string
     {
-        $party = ['messageId' => '', 'date' => $this->party['date'] ?: date('Y-m-d')] + $this->party;
-        $content = [$party, $this->rulebook, $this->german, $this->transliterate, $this->ignoreUnknown, $this->fileDigest ?? $this->filledCells()];
+        $party = ['messageId' => '', 'date' => Sheet::understood('date', $this->party['date']) ?: date('Y-m-d')] + $this->party;
+        $content = [$party, $this->rulebook, $this->transliterate, $this->ignoreUnknown, $this->fileDigest ?? $this->filledCells()];
         $made = substr($this->seed, 0, -12) . substr(hash_hmac('sha256', serialize($content), $this->seed), 0, 12);
 
         return $this->party['messageId'] === '' ? $made : $this->party['messageId'];
     }
 
-    /** @return list<array<string, string>> rows without empty cells, whatever columns are shown */
+    /** @return list<array<string, string>> rows without empty cells, whatever columns are shown, in the bank's notation */
     private function filledCells(): array
     {
         $rows = [];
         foreach ($this->rows as $row) {
             $cells = array_filter($row, static fn (string $cell): bool => $cell !== '');
             ksort($cells);
-            $rows[] = $cells;
+            $rows[] = array_combine(array_keys($cells), array_map([Sheet::class, 'understood'], array_keys($cells), $cells));
         }
 
         return array_values(array_filter($rows));
     }
 
-    /** Its rows are the payments, in place of the form's. */
-    public function takeWhole(string $path): void
+    /**
+     * Takes a file: its rows become the form's if they fit with all that is in them.
+     *
+     * @return Sheet|null the file as a whole, if they do not
+     * @throws Unreadable
+     */
+    public function take(string $path): ?Sheet
     {
+        if ($this->takeRows(self::reader($path))) {
+            return null;
+        }
         $this->fileDigest = (string) hash_file('sha256', $path);
+
+        return new Sheet(self::reader($path), true, $this->ignoreUnknown ? self::unknownHeadings(self::reader($path)) : []);
+    }
+
+    /** Whether nothing is typed. */
+    public function isEmpty(): bool
+    {
+        return !$this->filledCells() && implode('', $this->party) === '';
+    }
+
+    /** Number of rows in which something stands. */
+    public function filledRows(): int
+    {
+        return count($this->filledCells());
     }
 
     /** @param list<string> $keys those that a transfer has are shown, too */
@@ -123,10 +142,12 @@ final class TransferForm
 
     public function payments(): Transfers
     {
+        $date = Sheet::understood('date', $this->party['date']);
+
         return new Transfers(
             Party::payer($this->party['name'], $this->party['iban'], $this->party['bic'] ?: $this->foundBic()),
             Options::under($this->rulebook)
-                ->on($this->party['date'] ?: null)
+                ->on($date ?: null)
                 ->withMessageId($this->messageId())
                 ->transliterating($this->transliterate)
         );
@@ -144,15 +165,10 @@ final class TransferForm
             ftruncate($stream, ftell($stream) - 1);
         }
         rewind($stream);
-        (new Sheet(new Reader($stream, 'the form'), $this->german))->fill($payments);
+        (new Sheet(new Reader($stream, 'the form'), true))->fill($payments);
     }
 
-    /**
-     * Takes the rows of a file, if they fit into the form with all that is in them.
-     *
-     * @throws \Sepa\Toolkit\Unreadable
-     */
-    public function take(Reader $reader): bool
+    private function takeRows(Reader $reader): bool
     {
         $known = null;
         $width = 0;
@@ -188,11 +204,8 @@ final class TransferForm
         return true;
     }
 
-    /**
-     * @return list<string> headings of a file that mean nothing here
-     * @throws \Sepa\Toolkit\Unreadable
-     */
-    public static function unknownHeadings(Reader $reader): array
+    /** @return list<string> headings of a file that mean nothing here */
+    private static function unknownHeadings(Reader $reader): array
     {
         foreach ($reader as $cells) {
             if (implode('', $cells) !== '') {
@@ -201,6 +214,16 @@ final class TransferForm
         }
 
         return [];
+    }
+
+    private static function reader(string $path): Reader
+    {
+        $stream = @fopen($path, 'rb');
+        if (!$stream) {
+            throw new Unreadable('the file cannot be read');
+        }
+
+        return new Reader($stream, 'the file');
     }
 
     private static function key(string $heading): ?string

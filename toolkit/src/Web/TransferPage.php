@@ -4,238 +4,103 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
-use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Payment\Fault;
-use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Unreadable;
+use Symfony\Component\HttpFoundation\HeaderUtils;
+use Symfony\Component\HttpFoundation\Response;
 
 /** Makes a credit transfer of a form, or of a CSV file that becomes one. */
 final class TransferPage implements Page
 {
     private const EXAMPLE = __DIR__ . '/../../../examples/payments.csv';
 
-    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000', 'bic' => ''];
+    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000'];
 
-    /** Lines about a file; the rest is counted. */
-    private const MAX_TOLD = 200;
+    private View $view;
 
-    /** Columns that a row has room for; more stand in several lines. */
-    private const MAX_IN_LINE = 5;
-
-    private const PARTY = [
-        'name' => ['Your name', ['autocomplete' => 'organization', 'maxlength' => '70']],
-        'iban' => ['Your IBAN', ['class' => 'code', 'maxlength' => '60']],
-        'bic' => ['BIC', ['class' => 'code', 'maxlength' => '11']],
-        'date' => ['Date', ['type' => 'date']],
-        'messageId' => ['Message id', ['class' => 'code', 'maxlength' => '35']],
-    ];
-
-    private const HELP = [
-        'bic' => 'Found by your IBAN, if you leave it empty.',
-        'date' => 'Of payments without one of their own; today, if you leave it empty.',
-        'messageId' => 'Made for you, if you leave it empty. The bank refuses a second message with the same.',
-    ];
-
-    /** Where the label of a key can say more. */
-    private const LABELS = ['name' => 'Payee', 'amount' => 'Amount in EUR'];
-
-    public function title(): string
+    public function __construct(View $view)
     {
-        return 'Transfers';
+        $this->view = $view;
     }
 
-    public function respond(Request $request): Response
+    public function respond(Input $input, ?array $notice): Response
     {
-        $form = new TransferForm($request);
-        $do = $request->text('do');
-        if (!$request->isPost() || $do === 'more') {
-            $form->addRows();
-
-            return new Response($this->form($request, $form, []));
-        }
-        $path = $do === 'example' ? self::EXAMPLE : $request->upload('file');
-        if ($do === 'example') {
-            $form->party = array_merge($form->party, self::EXAMPLE_PARTY);
-        }
+        $form = new TransferForm($input);
+        $action = $input->action();
+        $typed = $form->filledRows();
         try {
-            $isFile = $path !== null && !$form->take(self::reader($path));
-            if ($isFile) {
-                $form->takeWhole($path);
-            }
-            $payments = $form->payments();
-            if (!$isFile) {
-                $form->fill($payments);
-                foreach (array_merge($payments->faults(), $payments->warnings()) as $fault) {
-                    $form->showColumns($fault->row === null ? [] : [(string) $fault->key]);
-                }
-            } else {
-                $ignored = $form->ignoreUnknown ? TransferForm::unknownHeadings(self::reader($path)) : [];
-                $sheet = new Sheet(self::reader($path), $form->german, $ignored);
-                $sheet->fill($payments);
-            }
+            $path = $action === 'example' ? self::example($form) : $input->upload('file');
+            $sheet = $path === null ? null : $form->take($path);
         } catch (Unreadable $e) {
-            return new Response(Html::notice('bad', ucfirst($e->getMessage())) . $this->form($request, $form, []), 422);
+            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => ucfirst($e->getMessage())]], 422);
+        }
+        if ($typed > 0 && $path !== null) {
+            $replaced = $this->view->text($sheet ? 'transfer.apart' : 'transfer.replaced', ['count' => $typed]);
+            $notice = ['kind' => 'odd', 'heading' => $replaced];
+        }
+        if ($action === 'more' || !$form->rows) {
+            $form->addRows();
+        }
+        if (!$sheet && in_array($action, ['', 'more'], true)) {
+            return $this->page($form, ['notice' => $notice]);
         }
 
-        $hash = static fn (array $warnings): string => hash('sha256', serialize([$warnings, $payments->changes()]));
-        $isOdd = $payments->warnings() || $payments->changes();
-        if ($do === 'document' && !$payments->faults() && (!$isOdd || $request->text('seen') === $hash($payments->warnings()))) {
-            return new Response($payments->document(), 200, 'transfer-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml');
+        try {
+            return $this->checked($form, $sheet, $input, $notice);
+        } catch (Unreadable $e) {
+            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => ucfirst($e->getMessage())]], 422);
         }
-        // What is true of a file alone is not found again when the form comes back with its rows.
-        $seen = $hash(array_values(array_filter($payments->warnings(), static fn (Fault $fault): bool => $isFile || $fault->code !== 'no_line_end')));
-        $found = $payments->faults() ?: $payments->warnings();
-        $told = array_merge($found, $payments->changes());
-        $told = $isFile ? $this->listed($told, $sheet) : $this->linked($told, $form->columns);
-        $result = self::verdict($payments, $isFile, $told) . "<input type=\"hidden\" name=\"seen\" form=\"transfer\" value=\"$seen\">";
-        // The rows of a file that does not become the form are not those of the form.
-        $shown = array_filter($found, static fn (Fault $fault): bool => !$isFile || $fault->row === null);
-
-        return new Response($result . $this->form($request, $form, $shown), $payments->faults() ? 422 : 200);
-    }
-
-    private static function reader(string $path): Reader
-    {
-        $stream = @fopen($path, 'rb');
-        if (!$stream) {
-            throw new Unreadable('the file cannot be read');
-        }
-
-        return new Reader($stream, 'the file');
-    }
-
-    private static function verdict(Payments $payments, bool $isFile, string $told): string
-    {
-        $faults = $payments->faultCount();
-        $counted = Html::counted(count($payments), 'payment');
-        if ($faults > 0) {
-            return Html::notice('bad', "$counted, " . Html::counted($faults, 'fault') . ': there is no document yet', $told);
-        }
-        $ready = "$counted, {$payments->sum()} EUR: ready for the bank";
-        $next = $isFile
-            ? '<p>Choose the file again, and download the document.</p>'
-            : '<p><button form="transfer" name="do" value="document">Download the document</button></p>';
-
-        return Html::notice($told === '' ? 'good' : 'odd', $ready, ($told === '' ? '' : '<p>Please look at this before you download the document.</p>') . $told . $next);
     }
 
     /**
-     * Faults, warnings and changes as links to their fields.
-     *
-     * @param list<Fault> $told
-     * @param list<string> $columns
+     * @param Sheet|null $sheet a file whose rows are too many, or too odd, for the form
+     * @param array<string, string>|null $notice
      */
-    private function linked(array $told, array $columns): string
+    private function checked(TransferForm $form, ?Sheet $sheet, Input $input, ?array $notice): Response
     {
-        $items = '';
-        // As the fields stand on the page.
-        $place = static fn (Fault $fault): array => [
-            $fault->row ?? 0,
-            array_search($fault->key, $fault->row === null ? array_keys(self::PARTY) : $columns, true),
-        ];
-        usort($told, static fn (Fault $a, Fault $b): int => $place($a) <=> $place($b));
-        foreach ($told as $fault) {
-            $number = $fault->row === null ? null : $fault->row - TransferForm::ROW_OFFSET;
-            $payment = $number === null ? '' : 'Payment ' . ($number + 1);
-            $where = array_filter([$payment, $this->label($fault, $payment === '' ? 'Message' : '')]);
-            $text = Html::text(implode(', ', $where) . ": {$fault->text()}");
-            $items .= $fault->key === null ? "<li>$text</li>" : '<li><a href="#' . Html::id(self::field($number, $fault->key)) . "\">$text</a></li>";
+        $payments = $form->payments();
+        $sheet ? $sheet->fill($payments) : $form->fill($payments);
+        $verdict = new Verdict($payments, $form, $sheet);
+        if ($input->action() === 'document' && $verdict->mayLeave($input->text('seen'))) {
+            return self::download($payments);
         }
 
-        return $items === '' ? '' : "<ul class=\"notes\">$items</ul>";
+        return $this->page($form, ['verdict' => $verdict, 'notice' => $notice, 'did' => 'check'], $verdict->faults ? 422 : 200);
     }
 
-    /**
-     * Faults, warnings and changes of a file, by its rows and columns.
-     *
-     * @param list<Fault> $told
-     */
-    private function listed(array $told, Sheet $sheet): string
+    private static function download(Payments $payments): Response
     {
-        $rows = '';
-        foreach (array_slice($told, 0, self::MAX_TOLD) as $fault) {
-            $heading = $fault->row === null ? null : $sheet->heading((string) $fault->key);
-            $hint = $fault->hint() === '' ? '' : '<br><small>' . Html::text($fault->hint()) . '</small>';
-            $rows .= "<tr><td>$fault->row</td><td>" . Html::text($heading ?? $this->label($fault, '')) . '</td><td>' . Html::text($fault->text()) . "$hint</td></tr>";
-        }
-        $more = count($told) - self::MAX_TOLD;
+        $name = 'transfer-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml';
+        $disposition = HeaderUtils::makeDisposition(HeaderUtils::DISPOSITION_ATTACHMENT, $name);
 
-        return $rows === '' ? '' : '<table class="list"><thead><tr><th scope="col">Row</th><th scope="col">Column</th><th scope="col">What it is</th></tr></thead>'
-            . "<tbody>$rows</tbody></table>" . ($more > 0 ? "<p>And $more more.</p>" : '');
+        return new Response($payments->document(), 200, ['Content-Type' => 'application/xml', 'Content-Disposition' => $disposition]);
     }
 
-    /** @param array<Fault> $found what stands beside the fields */
-    private function form(Request $request, TransferForm $form, array $found): string
+    /** Path of the example, whose payer goes into the form; null if something stands there. */
+    private static function example(TransferForm $form): ?string
     {
-        $by = [];
-        foreach ($found as $fault) {
-            $by[$fault->row === null ? '' : $fault->row - TransferForm::ROW_OFFSET][$fault->key ?? ''][] = trim("{$fault->text()}. {$fault->hint()}", ' ');
+        if (!$form->isEmpty()) {
+            return null;
         }
-        $party = '';
-        foreach (self::PARTY as $key => [$label, $attributes]) {
-            $attributes += ['bic' => ['placeholder' => $form->foundBic()], 'messageId' => ['placeholder' => $form->messageId()]][$key] ?? [];
-            $party .= Html::field($key, $label, $form->party[$key], $attributes, $by[''][$key] ?? [], self::HELP[$key] ?? '');
-        }
-        $rulebooks = '';
-        foreach (Rulebook::names() as $rulebook) {
-            $rulebooks .= '<option' . ($rulebook === $form->rulebook ? ' selected' : '') . ">$rulebook</option>";
-        }
-        $party .= "<div class=\"field\"><label for=\"f-rulebook\">Rulebook</label><select id=\"f-rulebook\" name=\"rulebook\">$rulebooks</select></div>";
-        $options = Html::checkbox('german', 'Amounts such as 1.190,00 and dates such as 31.12.2026', $form->german)
-            . Html::checkbox('transliterate', 'Replace letters that the bank does not take', $form->transliterate)
-            . Html::checkbox('ignore', 'Leave out columns of the file whose heading is not known', $form->ignoreUnknown);
-        $columns = Html::text(implode(',', $form->columns));
-        $example = is_file(self::EXAMPLE) ? '<button class="quiet" name="do" value="example">Fill in an example</button>' : '';
+        $form->party = self::EXAMPLE_PARTY + $form->party;
 
-        return '<form class="transfer" id="transfer" method="post" action="?page=transfer" enctype="multipart/form-data">'
-            . "<input type=\"hidden\" name=\"columns\" value=\"$columns\"><input type=\"hidden\" name=\"seed\" value=\"$form->seed\">"
-            . "<section class=\"card\"><h2>From</h2><div class=\"party\">$party</div></section>"
-            . '<section class="card"><h2>Payments</h2>' . $this->rows($form, $by)
-            . '<button class="quiet" name="do" value="check" hidden></button><button class="quiet" name="do" value="more">More rows</button>'
-            . '<div class="field file"><label for="f-file">Or a CSV file, up to 10 MB, with headings such as name, iban, amount, ref</label>'
-            . "<input type=\"file\" id=\"f-file\" name=\"file\" accept=\".csv,.txt,text/csv\"></div><div class=\"options\">$options</div></section>"
-            . '<div class="buttons"><button name="do" value="check">Check</button> <button name="do" value="document">Download the document</button> '
-            . $example . '</div>' . Html::formEnd($request) . '</form>';
+        return self::EXAMPLE;
     }
 
-    /** @param array<int|string, array<string, list<string>>> $faults by row and key */
-    private function rows(TransferForm $form, array $faults): string
+    /** @param array<string, mixed> $values */
+    private function page(TransferForm $form, array $values, int $status = 200): Response
     {
-        $head = '';
-        foreach ($form->columns as $key) {
-            $head .= "<th scope=\"col\" class=\"$key\">" . Html::text(self::LABELS[$key] ?? Keys::label($key)) . '</th>';
-        }
-        $body = '';
-        foreach ($form->rows as $number => $row) {
-            $cells = '';
-            foreach ($form->columns as $key) {
-                $attributes = ['class' => $key === 'iban' || $key === 'bic' ? 'code' : ''] + ($key === 'amount' ? ['inputmode' => 'decimal'] : []);
-                $where = ', payment ' . ($number + 1);
-                $cells .= "<td class=\"$key\">"
-                    . Html::field(self::field($number, $key), self::LABELS[$key] ?? Keys::label($key), $row[$key] ?? '', $attributes, $faults[$number][$key] ?? [], '', $where) . '</td>';
-            }
-            $other = implode(' ', $faults[$number][''] ?? []);
-            $body .= '<tr><th scope="row"><span class="word">Payment </span>' . ($number + 1) . ($other === '' ? '' : '<p class="fault">' . Html::text($other) . '</p>') . "</th>$cells</tr>";
-        }
+        $verdict = $values['verdict'] ?? null;
 
-        $many = count($form->columns) > self::MAX_IN_LINE ? ' many' : '';
-
-        return "<table class=\"rows$many\"><thead><tr><th scope=\"col\"><span class=\"unseen\">Number</span></th>$head</tr></thead><tbody>$body</tbody></table>";
-    }
-
-    private static function field(?int $number, string $key): string
-    {
-        return $number === null ? $key : "row[$number][$key]";
-    }
-
-    private function label(Fault $fault, string $none): string
-    {
-        $key = $fault->key ?? '';
-        $label = $fault->row === null ? self::PARTY[$key][0] ?? null : self::LABELS[$key] ?? Keys::label($key);
-
-        return $label ?? $fault->key ?? $none;
+        return $this->view->page('transfer', $values + [
+            'form' => $form,
+            'verdict' => null,
+            'faults' => $verdict ? $verdict->faultCount : 0,
+            'rulebooks' => Rulebook::names(),
+            'hasExample' => is_file(self::EXAMPLE) && $form->isEmpty(),
+            'today' => $this->view->day(new \DateTimeImmutable('today')),
+        ], $status);
     }
 }

@@ -1,0 +1,94 @@
+<?php
+
+declare(strict_types=1);
+
+namespace Sepa\Toolkit\Web;
+
+use Symfony\Component\HttpFoundation\File\UploadedFile;
+
+/** What stands in a form that was sent. Whatever that is, texts come out as UTF-8 of one line. */
+final class Input
+{
+    public const MAX_UPLOAD = 10 * 1024 * 1024;
+
+    /** @var array<mixed> */
+    private array $fields;
+
+    /** @var array<mixed> */
+    private array $files;
+
+    /**
+     * @param array<mixed> $fields
+     * @param array<mixed> $files
+     */
+    public function __construct(array $fields, array $files)
+    {
+        $this->fields = $fields;
+        $this->files = $files;
+    }
+
+    /** What is to be done; empty for a form that is only shown. */
+    public function action(): string
+    {
+        return $this->text('do');
+    }
+
+    /** A field; empty if there is none, or a list in its place. */
+    public function text(string $name): string
+    {
+        return self::line($this->fields[$name] ?? '');
+    }
+
+    /**
+     * Rows of fields, such as row[0][iban].
+     *
+     * @param list<string> $keys
+     * @return list<array<string, string>> each with all keys
+     */
+    public function rows(string $name, array $keys): array
+    {
+        $rows = [];
+        foreach (is_array($this->fields[$name] ?? null) ? $this->fields[$name] : [] as $row) {
+            $cells = [];
+            foreach ($keys as $key) {
+                $cells[$key] = self::line(is_array($row) ? $row[$key] ?? '' : '');
+            }
+            $rows[] = $cells;
+        }
+
+        return $rows;
+    }
+
+    /**
+     * Path of an uploaded file, null if none was chosen. It goes with the request.
+     *
+     * @throws Refused if it is too large or did not come through
+     */
+    public function upload(string $name): ?string
+    {
+        $file = $this->files[$name] ?? null;
+        if ($file === null) {
+            return null;
+        }
+        if (!$file instanceof UploadedFile) {
+            throw new Refused('refused.broken_file', 400);
+        }
+        if (in_array($file->getError(), [UPLOAD_ERR_INI_SIZE, UPLOAD_ERR_FORM_SIZE], true)) {
+            throw new Refused('refused.large_file', 413);
+        }
+        if (!$file->isValid()) {
+            throw new Refused('refused.broken_file', 400);
+        }
+        if ($file->getSize() > self::MAX_UPLOAD) {
+            throw new Refused('refused.large_file', 413);
+        }
+
+        return $file->getPathname();
+    }
+
+    /** @param mixed $value */
+    private static function line($value): string
+    {
+        return is_string($value) ? trim((string) preg_replace('/[\x00-\x1F\x7F]+/', ' ', mb_scrub($value, 'UTF-8'))) : '';
+    }
+}
