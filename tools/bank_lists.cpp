@@ -6,6 +6,7 @@
 #include <map>
 
 #include "sepa/account/method_codes.h"
+#include "sepa/directory/directory_tables.h"
 #include "sepa/iban/rules/rule_versions.h"
 #include "sepa/text/ascii.h"
 
@@ -16,11 +17,6 @@ const char* const national_header = "bank_id,bic,name,postal_code,city,country";
 const char* const bic_header = "bic,sct,sdd,cor1,b2b,name";
 
 namespace {
-
-// Room for one text in a bank record, and what a BIC entry's record holds in
-// it besides the name: BIC and country, each with a NUL, and the name's own.
-constexpr size_t TEXT_SIZE = 168;
-constexpr size_t BIC_TEXT_REST = 12 + 1 + 3;
 
 // --------------------------------------------------------------- fields ----
 
@@ -64,7 +60,7 @@ void check_optional_bic(const row_t& row, const std::string& text) {
 std::string join(const row_t& row, size_t first) {
     std::string text = row.fields[first];
     for (size_t i = first + 1; i < row.fields.size(); i++) text += "|" + row.fields[i];
-    if (text.size() + 1 > TEXT_SIZE) {
+    if (text.size() + 1 > BANK_TEXT_SIZE) {
         stop(row, "text of " + std::to_string(text.size()) + " bytes does not fit a record");
     }
     return text;
@@ -191,7 +187,7 @@ std::map<std::string, std::string> bic_bodies(const list_t& list) {
         if (!is_bic(bic)) stop(row, "BIC is not 11 capital letters and digits");
         unsigned flags = read_bit(row, BIC_SCT, "sct") | read_bit(row, BIC_SDD, "sdd") << 1 |
                          read_bit(row, BIC_COR1, "cor1") << 2 | read_bit(row, BIC_B2B, "b2b") << 3;
-        if (name.size() + BIC_TEXT_REST > TEXT_SIZE) {
+        if (name.size() + 1 > DIRECTORY_NAME_SIZE) {
             stop(row, "name of " + std::to_string(name.size()) + " bytes does not fit a record");
         }
         std::string body = static_cast<char>(flags) + name + '\0';

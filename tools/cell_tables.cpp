@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "sepa/directory/bank_codes.h"
 #include "files.h"
+#include "sepa/directory/bank_codes.h"
 
 using namespace sepa_internal;
 
@@ -101,8 +101,8 @@ void write_bank_codes(FILE* out, const directory_t& directory) {
         table.push_back(key == FREE ? bank_code_t{no_bank_code, 0, 0, 0, 0, 0, 0} : rows[key]);
     write_rows(out, "bank_codes", table);
     write_rows(out, "later_bank_codes", later);
-    texts.bics.write(out, "bank_code_bics", 12);
-    texts.successors.write(out, "bank_code_successors", 9);
+    texts.bics.write(out, "bank_code_bics", sizeof bank_code_bics[0]);
+    texts.successors.write(out, "bank_code_successors", sizeof bank_code_successors[0]);
 }
 
 void write_bic_cells(FILE* out, const directory_t& directory) {

@@ -24,19 +24,12 @@
 #include "bank_lists.h"
 #include "cell_tables.h"
 #include "files.h"
+#include "sepa/directory/directory_tables.h"
 
 const char* const program_name = "gen_directory";
 
 namespace {
 
-// Raised whenever the tables change their meaning or form; the library asserts
-// the number it was written for.
-constexpr int FORMAT = 2;
-
-// Shape of the hash: positions in a key, and the characters '0' to 'z'.
-constexpr size_t POSITIONS = 15;
-constexpr size_t CHARACTERS = 75;
-constexpr char FIRST_CHARACTER = '0';
 constexpr size_t MAX_DRAWS = 100000;
 
 // ----------------------------------------------------------------- hash ----
@@ -56,7 +49,7 @@ struct hash_t {
 edge_t edge_of(const hash_t& hash, const std::string& key) {
     edge_t edge{};
     for (size_t i = 0; i < key.size(); i++) {
-        size_t at = CHARACTERS * i + static_cast<size_t>(key[i] - FIRST_CHARACTER);
+        size_t at = DIRECTORY_CHARACTERS * i + static_cast<size_t>(key[i] - DIRECTORY_FIRST_CHARACTER);
         for (size_t part = 0; part < 3; part++) edge[part] += hash.t[part][at];
     }
     for (uint32_t& cell : edge) cell %= hash.cells;
@@ -113,11 +106,11 @@ void fill_cells(hash_t& hash, const std::vector<edge_t>& edges, const std::vecto
 
 hash_t make_hash(const std::vector<entry_t>& entries) {
     hash_t hash{};
-    hash.cells = static_cast<uint32_t>((entries.size() * 123 + 99) / 100);
+    hash.cells = static_cast<uint32_t>(directory_cells_of(entries.size()));
     std::mt19937 random(1);  // its numbers are the same everywhere, unlike the library's distributions
     for (size_t draw = 0; draw < MAX_DRAWS; draw++) {
         for (auto& table : hash.t) {
-            table.resize(POSITIONS * CHARACTERS);
+            table.resize(DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
             for (uint32_t& value : table) value = static_cast<uint32_t>(random() % hash.cells);
         }
         std::vector<edge_t> edges;
@@ -161,7 +154,7 @@ void write_tables(FILE* out, const directory_t& directory, const hash_t& hash) {
     }
     offsets.push_back(size);
     fprintf(out, "// Made by tools/gen_directory.cpp from the bank lists. Do not edit.\n\n");
-    fprintf(out, "constexpr int32_t directory_format = %d;\n", FORMAT);
+    fprintf(out, "constexpr int32_t directory_format = %d;\n", DIRECTORY_FORMAT);
     fprintf(out, "constexpr int32_t directory_count = %zu;\n", directory.entries.size());
     fprintf(out, "constexpr int32_t directory_bic_count = %zu;\n", directory.bic_count);
     fprintf(out, "constexpr int32_t directory_at_count = %zu;\n", directory.at_count);

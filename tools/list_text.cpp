@@ -3,33 +3,13 @@
 #include <algorithm>
 
 #include "sepa/text/ascii.h"
+#include "sepa/text/utf8.h"
 
 using namespace sepa_internal;
 
-size_t utf8_length(const std::string& text, size_t at) {
-    auto byte = [&](size_t i) { return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0u; };
-    auto follows = [&](size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
-        return byte(i) >= low && byte(i) <= high;
-    };
-    unsigned first = byte(0);
-    if (first < 0x80) return 1;
-    if (first >= 0xC2 && first <= 0xDF) return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first <= 0xEF) {
-        unsigned low = first == 0xE0 ? 0xA0 : 0x80;
-        unsigned high = first == 0xED ? 0x9F : 0xBF;
-        return follows(1, low, high) && follows(2) ? 3 : 0;
-    }
-    if (first >= 0xF0 && first <= 0xF4) {
-        unsigned low = first == 0xF0 ? 0x90 : 0x80;
-        unsigned high = first == 0xF4 ? 0x8F : 0xBF;
-        return follows(1, low, high) && follows(2) && follows(3) ? 4 : 0;
-    }
-    return 0;
-}
-
 void check_characters(const row_t& row, const std::string& text) {
     for (size_t at = 0; at < text.size();) {
-        size_t length = utf8_length(text, at);
+        size_t length = utf8_length(text.data() + at, text.size() - at);
         if (length == 0) stop(row, "invalid UTF-8");
         auto first = static_cast<unsigned char>(text[at]);
         bool c1_control = first == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0;

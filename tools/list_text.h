@@ -32,10 +32,6 @@ struct list_t {
     stop(row.file, row.line, row.entry.empty() ? reason : row.entry + ": " + reason);
 }
 
-// Length of the UTF-8 character at `at`, or 0 if there is none: overlong
-// forms, surrogates and anything above U+10FFFF are none.
-size_t utf8_length(const std::string& text, size_t at);
-
 // Refuses what no field may hold: broken UTF-8, control characters, and the
 // bar that separates the fields of an entry.
 void check_characters(const row_t& row, const std::string& text);

@@ -6,6 +6,9 @@
 
 #include "bank_lists.h"
 #include "bank_master.h"
+#include "sepa/text/utf8.h"
+
+using namespace sepa_internal;
 
 namespace {
 
@@ -35,7 +38,8 @@ std::vector<std::string> published_lines(const list_text_t& text) {
         std::string& line = lines[i];
         if (!line.empty() && line.back() == '\r') line.pop_back();
         for (size_t at = 0; at < line.size(); at++) {
-            if (utf8_length(line, at) > 1) stop(text.file, i + 1, "UTF-8, expected ISO-8859-1");
+            if (utf8_length(line.data() + at, line.size() - at) > 1)
+                stop(text.file, i + 1, "UTF-8, expected ISO-8859-1");
         }
         check_characters({text.file, i + 1, {}}, utf8_of(line));
     }

@@ -18,9 +18,9 @@ using namespace sepa_internal;
 #pragma GCC diagnostic pop
 
 // The generator and this file have to agree on layout and meaning of the tables.
-static_assert(directory_format == 2, "tables of another generator: build them anew");
+static_assert(directory_format == DIRECTORY_FORMAT, "tables of another generator: build them anew");
 static_assert(directory_bic_count + directory_at_count + directory_ch_count + directory_de_count == directory_count);
-static_assert(directory_cells == (directory_count * 123 + 99) / 100);
+static_assert(directory_cells == directory_cells_of(directory_count));
 static_assert(sizeof directory_t1 == sizeof(uint32_t) * DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
 static_assert(sizeof directory_t2 == sizeof directory_t1 && sizeof directory_t3 == sizeof directory_t1);
 static_assert(sizeof directory_g == sizeof(int32_t) * directory_cells);
@@ -36,7 +36,7 @@ static constexpr size_t SUB_RECORD_HEAD = 4;                      // flag, metho
 static int32_t hash_of(const char* key, size_t length) {
     uint32_t s1 = 0, s2 = 0, s3 = 0;
     for (size_t i = 0; i < length; i++) {
-        size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - '0';
+        size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - DIRECTORY_FIRST_CHARACTER;
         if (character >= DIRECTORY_CHARACTERS) return -1;
         size_t at = DIRECTORY_CHARACTERS * i + character;
         s1 += directory_t1[at];

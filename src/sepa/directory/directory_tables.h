@@ -6,6 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "sepa/directory/bank_directory.h"
+
+// Raised whenever the tables change their meaning or form: tables of another
+// generator do not compile.
+constexpr int32_t DIRECTORY_FORMAT = 2;
+
 extern const int32_t directory_count;  // entries; all four kinds, in the order of the next lines
 extern const int32_t directory_bic_count;
 extern const int32_t directory_at_count;
@@ -29,9 +35,18 @@ extern const int64_t directory_switch_time;
 // searched. Texts are UTF-8 without a bar or a NUL and may be empty; those of
 // one sub-record or entry, with their bars and a NUL, fit into BANK_TEXT_SIZE.
 
+// Room for the name of a BIC's entry and its NUL: the record of one holds its BIC
+// and country as well, a NUL after each.
+constexpr size_t DIRECTORY_NAME_SIZE = BANK_TEXT_SIZE - (11 + 1) - (2 + 1);
+
 // Shape of a key: characters '0' to 'z', at most 15 of them.
 constexpr uint32_t DIRECTORY_POSITIONS = 15;
 constexpr uint32_t DIRECTORY_CHARACTERS = 75;
+constexpr char DIRECTORY_FIRST_CHARACTER = '0';
+
+// Cells of the hash for so many keys, a little more than the 1.222 for each below
+// which a random choice hardly ever works.
+constexpr size_t directory_cells_of(size_t keys) { return (keys * 123 + 99) / 100; }
 
 // The hash: a row of DIRECTORY_CHARACTERS random numbers for each position of
 // a key, three times, and what is added up where they lead.
