@@ -17,8 +17,11 @@ final class Oddities
     /** @var array<string, int> first row by payee and amount */
     private array $payments = [];
 
-    /** @var array<string, true> dates that were looked at */
+    /** @var array<string, list<array{string, array<string, string>}>> codes and values by date */
     private array $dates = [];
+
+    /** Whether the date of payments without their own was told. */
+    private bool $commonTold = false;
 
     public function __construct(Findings $found, string $today)
     {
@@ -45,11 +48,12 @@ final class Oddities
         } else {
             $this->payments[$payment] = $row;
         }
-        // Each date once, at the first payment that has it.
-        $date = $own ?? $common;
-        if (!isset($this->dates[$date]) && Calendar::exists($date)) {
-            $this->dates[$date] = true;
-            $this->date($date, $own === null ? null : $row, $own === null ? null : $label);
+        if ($own === null && $this->commonTold) {
+            return;
+        }
+        $this->commonTold = $this->commonTold || $own === null;
+        foreach ($this->oddInDate($own ?? $common) as [$code, $facts]) {
+            $this->found->add($own === null ? null : $row, $own === null ? null : $label, 'date', $code, $facts);
         }
     }
 
@@ -76,17 +80,19 @@ final class Oddities
         $this->found->add($row, $label, $key, 'characters', ['characters' => $characters]);
     }
 
-    private function date(string $date, ?int $row, ?string $label): void
+    /** @return list<array{string, array<string, string>}> codes and their values */
+    private function oddInDate(string $date): array
     {
-        if ($date < $this->today) {
-            $this->found->add($row, $label, 'date', 'date_past', ['date' => $date]);
+        if (isset($this->dates[$date]) || !Calendar::exists($date)) {
+            return $this->dates[$date] ?? [];
         }
         $closed = Calendar::closed($date);
-        if ($closed !== null) {
-            $this->found->add($row, $label, 'date', 'no_bank_day', ['date' => $date, 'day' => $closed]);
-        }
-        if ($date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d')) {
-            $this->found->add($row, $label, 'date', 'date_far', ['date' => $date]);
-        }
+        $isFar = $date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d');
+
+        return $this->dates[$date] = array_merge(
+            $date < $this->today ? [['date_past', ['date' => $date]]] : [],
+            $closed === null ? [] : [['no_bank_day', ['date' => $date, 'day' => $closed]]],
+            $isFar ? [['date_far', ['date' => $date]]] : []
+        );
     }
 }

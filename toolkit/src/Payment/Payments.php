@@ -258,7 +258,7 @@ abstract class Payments implements \Countable
     protected function set(string $key, string $value, string $setter): void
     {
         $this->rulebook->select();
-        $fault = Rules::garbled($key, $value);
+        $fault = trim($value) === '' ? ['missing', []] : Rules::garbled($key, $value);
         if ($fault === null) {
             try {
                 $this->message->$setter($value);

@@ -108,7 +108,7 @@ final class PaymentsTest extends TestCase
         $bank = '2026-12-01';
         yield ['transfer DE-3.7', $bank, [[], ['id' => 'A'], ['id' => 'B'], ['id' => 'a'], ['id' => 'A']], ['5 duplicate_id']];
         yield ['transfer DE-3.7', $bank, [['amount' => '5.00'], ['amount' => '5.0'], ['amount' => '5.01']], ['2 duplicate_payment']];
-        yield ['transfer DE-3.7', $bank, [['date' => '2026-11-22'], ['date' => '2026-11-22']], ['1 date_past', '1 no_bank_day']];
+        yield ['transfer DE-3.7', $bank, [['date' => '2026-11-22'], ['date' => '2026-11-22']], ['1 date_past', '1 no_bank_day', '2 date_past', '2 no_bank_day']];
         yield ['transfer DE-3.7', '2026-12-05', [[], []], [' no_bank_day']];
         yield ['transfer DE-3.7', $bank, [['date' => '2027-03-26'], ['date' => '2027-12-24']], ['1 no_bank_day', '2 date_far']];
         yield ['transfer DE-3.7', $bank, [['addrTown' => 'Łódź', 'addrCC' => 'PL']], ['1 characters']];
@@ -133,7 +133,7 @@ final class PaymentsTest extends TestCase
         $counts = $payments->findings()['fault']->counts();
         self::assertSame([['amount' => 1500], 1001, 500], [$counts['amount'], count($counts['unknown_key']), $counts['unknown_key']['']]);
         self::assertSame(['id' => 1499], $payments->findings()['warning']->counts()['duplicate_id']);
-        self::assertSame('fault length', $told[0]);
+        self::assertSame('fault missing', $told[0]);
         self::assertSame(['fault amount' => 1500, 'warning duplicate_id' => 1499], array_intersect_key(
             array_count_values($told),
             ['fault amount' => 0, 'warning duplicate_id' => 0]
