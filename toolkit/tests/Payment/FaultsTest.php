@@ -111,7 +111,7 @@ final class FaultsTest extends TestCase
 
     public function parties(): iterable
     {
-        yield ['DE-3.7', ['name' => '', 'iban' => 'DE1', 'bic' => '', 'creditorId' => ''], ['name' => 'length', 'iban' => 'iban_length', 'bic' => 'bic', 'creditorId' => 'creditor_id']];
+        yield ['DE-3.7', ['name' => '', 'iban' => 'DE1', 'bic' => '', 'creditorId' => ''], ['name' => 'missing', 'iban' => 'iban_length', 'bic' => 'missing', 'creditorId' => 'missing']];
         yield ['DE-2.6', ['name' => 'Müller'], ['name' => 'characters']];
         yield ['DE-3.7', ['name' => "a\0", 'date' => '2026-02-30'], ['name' => 'control_characters', 'date' => 'date']];
         yield ['DE-3.7', ['name' => "\xE4", 'date' => 'soon'], ['name' => 'utf8', 'date' => 'date']];
