@@ -5,6 +5,10 @@ declare(strict_types=1);
 /* What is wrong or odd in payments, by code: the reason and what to do about it. */
 
 return [
+    'account_differs' => [
+        'reason' => 'Aus Kontonummer {account} und Bankleitzahl {bank_code} macht die Bank {to}',
+        'hint' => 'Es gilt die IBAN der Zeile. Gehören beide zum selben Konto?',
+    ],
     'address' => [
         'reason' => '{label} fehlt',
         'hint' => 'Zu einer Adresse gehören wenigstens Ort und Land, zum Beispiel Zürich und CH.',
@@ -15,7 +19,8 @@ return [
     ],
     'amount' => [
         'reason' => 'Kein gültiger Betrag',
-        'hint' => 'Schreiben Sie zum Beispiel 1.190,00 oder 1190.',
+        'hint' => '{german, select, yes {Schreiben Sie zum Beispiel 1.190,00 oder 1190.}'
+            . ' other {Schreiben Sie zum Beispiel 1190.00, mit Punkt und ohne Tausenderzeichen.}}',
     ],
     'amount_limit' => [
         'reason' => 'Der Betrag liegt über {limit}',
@@ -29,13 +34,14 @@ return [
         'reason' => 'Kein gültiger BIC: {value}',
         'hint' => 'Ein BIC hat 8 oder 11 Buchstaben und Ziffern, zum Beispiel COBADEFFXXX. Er steht auf der Rechnung oder dem Kontoauszug.',
     ],
+    'blank' => '(Leerzeichen)',
     'cells' => [
         'reason' => '{cells} Felder unter {headings} Überschriften',
         'hint' => 'Die Zeile hat mehr oder weniger Felder als die Überschriften. Fehlt ein Anführungszeichen, oder ist die Datei abgeschnitten?',
     ],
     'characters' => [
         'reason' => '{characters, select, none {Nicht erlaubte Zeichen} other {Nicht erlaubt: {characters}}}',
-        'hint' => 'Ersetzen Sie das Zeichen, oder lassen Sie es ersetzen.',
+        'hint' => '{form, select, text {Ersetzen Sie das Zeichen, oder lassen Sie es ersetzen.} other {Ersetzen Sie das Zeichen.}}',
     ],
     'control_characters' => [
         'reason' => 'Unsichtbare Zeichen in „{label}“',
@@ -44,6 +50,19 @@ return [
     'control_sum' => [
         'reason' => 'Die Summe der Beträge ist zu groß',
         'hint' => 'Teilen Sie die Zahlungen auf mehrere Dateien auf.',
+    ],
+    'conversion' => [
+        'reason' => 'Keine IBAN zu Kontonummer {account} und Bankleitzahl {bank_code}: '
+            . '{conversion, select, account {eine Kontonummer hat 1 bis 10 Ziffern} bank_code {eine Bankleitzahl hat 8 Ziffern}'
+            . ' 10 {die Bankleitzahl ist unbekannt} 11 {die Kontonummer ist falsch}'
+            . ' 12 {die Bank lässt für dieses Konto keine Umrechnung zu} other {die Bank lehnt das Konto ab}}',
+        'hint' => 'Fragen Sie den Kontoinhaber nach der IBAN.',
+    ],
+    'converted' => [
+        'reason' => 'Aus Kontonummer {account} und Bankleitzahl {bank_code} wird {to}'
+            . '{conversion, select, 1 {, nach der Regel der Bank mit anderer Kontonummer}'
+            . ' 13 {, mit der Bankleitzahl des Nachfolgers} 15 {, nach der Regel der Bank mit anderer Bankleitzahl} other {}}',
+        'hint' => '',
     ],
     'cor1_national' => [
         'reason' => 'COR1 im Format {rulebook}',
@@ -57,9 +76,13 @@ return [
         'reason' => 'Keine gültige Gläubiger-ID',
         'hint' => 'Die Gläubiger-ID steht im Schreiben der Bundesbank, zum Beispiel DE98ZZZ09999999999.',
     ],
+    'currency' => [
+        'reason' => 'Nicht in Euro: {value}',
+        'hint' => 'SEPA-Zahlungen lauten auf Euro. Andere Währungen gehen über das Online-Banking der Bank.',
+    ],
     'date' => [
         'reason' => 'Dieses Datum gibt es nicht: {value}',
-        'hint' => 'Schreiben Sie zum Beispiel 31.12.2026.',
+        'hint' => 'Schreiben Sie zum Beispiel {german, select, yes {31.12.2026} other {2026-12-31}}.',
     ],
     'date_far' => [
         'reason' => 'Bis zum {date} ist es mehr als ein Jahr',
@@ -135,8 +158,10 @@ return [
         'hint' => 'Schrägstriche dürfen nur einzeln und nicht am Rand stehen.',
     ],
     'length' => [
-        'reason' => '{length, plural, =0 {„{label}“ fehlt} other {„{label}“ ist zu lang: # Zeichen, höchstens {limit}}}',
-        'hint' => '{length, plural, =0 {Bitte ausfüllen.} other {Kürzen Sie den Text. Umlaute zählen doppelt.}}',
+        'reason' => '{length, plural, =0 {„{label}“ fehlt}'
+            . ' other {„{label}“ ist um {over, plural, one {ein Byte} other {# Byte}} zu lang, möglich sind {limit}}}',
+        'hint' => '{length, plural, =0 {Bitte ausfüllen.}'
+            . ' other {Umlaute zählen doppelt.{cut, select, none {} other { So würde es passen: „{cut}“}}}}',
     ],
     'local_instrument' => [
         'reason' => '{value} gibt es im Format {rulebook} nicht',
@@ -152,7 +177,13 @@ return [
     ],
     'missing' => [
         'reason' => '{label} fehlt',
-        'hint' => 'Bitte ausfüllen.',
+        'hint' => '{key, select, seq {FRST für den ersten Einzug eines Mandats, RCUR für weitere, FNAL für den letzten,'
+            . ' OOFF für einen einmaligen.} other {Bitte ausfüllen.}}',
+    ],
+    'missing_column' => [
+        'reason' => 'Keine Spalte für {label}',
+        'hint' => 'Jede Zeile braucht sie. Ist sie anders überschrieben?{key, select, seq { Möglich sind FRST für den ersten Einzug'
+            . ' eines Mandats, RCUR für weitere, FNAL für den letzten, OOFF für einen einmaligen.} other {}}',
     ],
     'no_bank_day' => [
         'reason' => 'Der {date} ist {day, select, saturday {ein Samstag} sunday {ein Sonntag} other {ein Bankfeiertag ({day, select,'
@@ -189,6 +220,10 @@ return [
         'reason' => 'Unbekannte Sequenz: {value}',
         'hint' => 'FRST für den ersten Einzug eines Mandats, RCUR für weitere, FNAL für den letzten, OOFF für einen einmaligen.',
     ],
+    'shortened' => [
+        'reason' => 'Aus „{from}“ wird „{to}“',
+        'hint' => '',
+    ],
     'smnda' => [
         'reason' => 'Kein gültiger Wert für SMNDA: {value}',
         'hint' => '1, oder leer lassen.',
@@ -200,6 +235,14 @@ return [
     'smnda_sequence' => [
         'reason' => 'SMNDA mit {sequence} im Format {rulebook}',
         'hint' => 'Vor DE-3.0 ist der erste Einzug nach einem Bankwechsel FRST.',
+    ],
+    'spreadsheet_error' => [
+        'reason' => 'Ein Fehler der Tabelle oder eine Formel: {value}',
+        'hint' => 'Berichtigen Sie die Zelle dort und speichern Sie neu, mit Werten statt Formeln; ### ist eine zu schmale Spalte.',
+    ],
+    'title_lines' => [
+        'reason' => '{lines, plural, one {Eine Zeile} other {# Zeilen}} vor den Überschriften übergangen, ab „{text}“',
+        'hint' => '',
     ],
     'too_many_blocks' => [
         'reason' => 'Die Nachrichten-Id ist zu lang für so viele Ausführungstage',

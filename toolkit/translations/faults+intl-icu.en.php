@@ -9,6 +9,10 @@ declare(strict_types=1);
  */
 
 return [
+    'account_differs' => [
+        'reason' => 'The bank makes {to} of account number {account} and bank code {bank_code}',
+        'hint' => 'The IBAN of the row counts. Are both of the same account?',
+    ],
     'address' => [
         'reason' => '{label} missing',
         'hint' => 'An address needs at least town and country: addrTown and addrCC, such as Zürich and CH.',
@@ -19,7 +23,8 @@ return [
     ],
     'amount' => [
         'reason' => 'Invalid amount',
-        'hint' => 'Write 1190.00: digits, a decimal point, two decimals, no thousands mark, no currency.',
+        'hint' => '{german, select, yes {Write 1.190,00 or 1190,00.}'
+            . ' other {Write 1190.00: digits, a decimal point, two decimals, no thousands mark, no currency.}}',
     ],
     'amount_limit' => [
         'reason' => 'Amount above {limit}',
@@ -33,6 +38,7 @@ return [
         'reason' => 'Invalid BIC: {value}',
         'hint' => 'A BIC has 8 or 11 letters and digits, such as COBADEFFXXX. It is on the invoice or the bank statement.',
     ],
+    'blank' => '(blank)',
     'cells' => [
         'reason' => '{cells} cells under {headings} headings',
         'hint' => 'The row has more or fewer cells than the headings. Is a quote missing, or was the file cut?',
@@ -40,7 +46,7 @@ return [
     'characters' => [
         'reason' => 'Not allowed in ‘{label}’: {characters}',
         'hint' => '{characters, select, none {} other {Not allowed here: {characters}. }}'
-            . 'Replace the character, or have it transliterated.',
+            . '{form, select, text {Replace the character, or have it transliterated.} other {Replace the character.}}',
     ],
     'control_characters' => [
         'reason' => "Control character in ''{key}''",
@@ -49,6 +55,19 @@ return [
     'control_sum' => [
         'reason' => 'Sum of the amounts out of range',
         'hint' => 'The sum is too large for one message: divide it into several.',
+    ],
+    'conversion' => [
+        'reason' => 'No IBAN for account number {account} and bank code {bank_code}: '
+            . '{conversion, select, account {an account number has 1 to 10 digits} bank_code {a bank code has 8 digits}'
+            . ' 10 {the bank code is unknown} 11 {the account number fails its check}'
+            . ' 12 {the bank, or this kind of account, takes no conversion} other {the bank refuses the account}}',
+        'hint' => 'Ask the account holder for the IBAN.',
+    ],
+    'converted' => [
+        'reason' => 'Account number {account} and bank code {bank_code} become {to}'
+            . '{conversion, select, 1 {, with another account number by the rule of the bank}'
+            . ' 13 {, with the bank code of the successor} 15 {, with another bank code by the rule of the bank} other {}}',
+        'hint' => '',
     ],
     'cor1_national' => [
         'reason' => 'COR1 under {rulebook}',
@@ -62,9 +81,13 @@ return [
         'reason' => 'Invalid form or length of Creditor Identifier',
         'hint' => "The identifier stands in the central bank''s letter, such as DE98ZZZ09999999999.",
     ],
+    'currency' => [
+        'reason' => 'Not in euro: {value}',
+        'hint' => 'SEPA payments are in euro. Other currencies go by the online banking of the bank.',
+    ],
     'date' => [
         'reason' => 'No such date: {value}',
-        'hint' => 'Write 2026-12-31, a day that exists.',
+        'hint' => 'Write {german, select, yes {31.12.2026} other {2026-12-31}}, a day that exists.',
     ],
     'date_far' => [
         'reason' => '{date} is more than a year away',
@@ -141,8 +164,8 @@ return [
     ],
     'length' => [
         'reason' => '{length, plural, =0 {{label} is empty} other {{label} is too long: # bytes, at most {limit}}}',
-        'hint' => '{length, plural, =0 {Fill it in, or leave the key out.} '
-            . 'other {Shorten it. An umlaut counts as two characters.}}',
+        'hint' => '{length, plural, =0 {Fill it in, or leave the key out.} other {{over, plural, one {One byte} other {# bytes}}'
+            . ' too many; an umlaut counts as two.{cut, select, none {} other { This would fit: “{cut}”}}}}',
     ],
     'local_instrument' => [
         'reason' => '{value} is not possible under {rulebook}',
@@ -158,7 +181,13 @@ return [
     ],
     'missing' => [
         'reason' => '{label} missing',
-        'hint' => 'This is needed: fill it in.',
+        'hint' => '{key, select, seq {FRST for the first collection of a mandate, RCUR for further ones, FNAL for the last,'
+            . ' OOFF for a single one.} other {This is needed: fill it in.}}',
+    ],
+    'missing_column' => [
+        'reason' => 'No column is headed {label}',
+        'hint' => 'Every row needs it. Is the heading spelled in another way?{key, select, seq { The values are FRST for the first'
+            . ' collection of a mandate, RCUR for further ones, FNAL for the last, OOFF for a single one.} other {}}',
     ],
     'no_bank_day' => [
         'reason' => '{date} is {day, select, saturday {a Saturday} sunday {a Sunday} other {a TARGET holiday ({day, select,'
@@ -194,6 +223,10 @@ return [
         'reason' => 'Unknown sequence type: {value}',
         'hint' => 'FRST for the first collection of a mandate, RCUR for further ones, FNAL for the last, OOFF for a single one.',
     ],
+    'shortened' => [
+        'reason' => '“{from}” becomes “{to}”',
+        'hint' => '',
+    ],
     'smnda' => [
         'reason' => 'Invalid value for SMNDA: {value}',
         'hint' => '1, or leave it empty.',
@@ -205,6 +238,14 @@ return [
     'smnda_sequence' => [
         'reason' => 'SMNDA with {sequence} under {rulebook}',
         'hint' => 'Before DE-3.0 the first collection after a change of bank is FRST.',
+    ],
+    'spreadsheet_error' => [
+        'reason' => 'An error of the spreadsheet, or a formula: {value}',
+        'hint' => 'Mend the cell there and save the sheet anew, with values instead of formulas; ### is a column that is too narrow.',
+    ],
+    'title_lines' => [
+        'reason' => '{lines, plural, one {One line} other {# lines}} before the headings skipped, from “{text}” on',
+        'hint' => '',
     ],
     'too_many_blocks' => [
         'reason' => 'Message id too long for so many payment blocks',

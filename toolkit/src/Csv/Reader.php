@@ -29,7 +29,11 @@ final class Reader implements \IteratorAggregate
 
     private string $name;
 
-    private ?string $delimiter = null;
+    private string $delimiter = ';';
+
+    private bool $isSettled = false;
+
+    private bool $hasTitle = false;
 
     private string $pattern = '';
 
@@ -72,7 +76,7 @@ final class Reader implements \IteratorAggregate
             } else {
                 $row = $line;
             }
-            if ($this->delimiter === null && $line !== '' && !$this->settleDelimiter($line)) {
+            if (!$this->isSettled && !$open && $line !== '' && !$this->settleDelimiter($line)) {
                 continue;
             }
             $open = strpos($line, '"') === false ? $open : $this->leavesQuoteOpen($open ? "\"$line" : $line);
@@ -89,6 +93,19 @@ final class Reader implements \IteratorAggregate
             ++$number;
             throw new Unreadable("$this->name, row $number: a quote is not closed, or the file was cut");
         }
+    }
+
+    /** Lines of title may come first: each has the delimiter that it shows itself, until endTitle(). */
+    public function expectTitle(): void
+    {
+        $this->hasTitle = true;
+    }
+
+    /** The delimiter of the row that was read last is that of the rest. */
+    public function endTitle(): void
+    {
+        $this->hasTitle = false;
+        $this->isSettled = true;
     }
 
     public function bytesRead(): int
@@ -172,6 +189,7 @@ final class Reader implements \IteratorAggregate
             }
         }
         $this->delimiter = $best;
+        $this->isSettled = $named || !$this->hasTitle;
         $cell = "(?:\"(?:[^\"]++|\"\")*+\"[^$best]*+|(?!\")[^$best]*+)";
         $this->pattern = "/^$cell(?:$best$cell)*+$/sD";
 
@@ -186,11 +204,10 @@ final class Reader implements \IteratorAggregate
     /** @return list<string> */
     private function cells(string $row): array
     {
-        $delimiter = $this->delimiter ?? ';';
         if (!preg_match('//u', $row)) {
             $row = mb_convert_encoding($row, 'UTF-8', 'Windows-1252');
         }
-        $cells = strpos($row, '"') === false ? explode($delimiter, $row) : str_getcsv($row, $delimiter, '"', '');
+        $cells = strpos($row, '"') === false ? explode($this->delimiter, $row) : str_getcsv($row, $this->delimiter, '"', '');
         foreach ($cells as &$cell) {
             // No-break spaces come with numbers copied from elsewhere.
             $cell = trim((string) $cell, " \t\n\r");

@@ -64,10 +64,14 @@ final class Fault implements \JsonSerializable
         return mb_scrub((string) preg_replace("/'[\x80-\xFF]'/", $quoted, $said), 'UTF-8');
     }
 
-    /** What to do about it. */
-    public function hint(string $locale = 'en'): string
+    /**
+     * What to do about it.
+     *
+     * @param bool|null $german whether 1.190,00 and 31.12.2026 are understood where it is said; as the language has it if null
+     */
+    public function hint(string $locale = 'en', ?bool $german = null): string
     {
-        return $this->translated('hint', $locale);
+        return $this->translated('hint', $locale, $german);
     }
 
     public function __toString(): string
@@ -90,11 +94,21 @@ final class Fault implements \JsonSerializable
         ];
     }
 
-    private function translated(string $part, string $locale): string
+    private function translated(string $part, string $locale, ?bool $german = null): string
     {
         $key = (string) $this->key;
-        $values = $this->values + ['key' => $key, 'label' => Keys::label($key, $locale, $this->row === null)];
+        $more = [
+            'key' => $key,
+            'label' => Keys::label($key, $locale, $this->row === null),
+            'form' => Keys::form($key),
+            'german' => $german ?? strncmp($locale, 'de', 2) === 0 ? 'yes' : 'no',
+        ];
+        if (is_array($this->values['characters'] ?? null)) {
+            // A blank that is refused would not be seen.
+            $blank = Texts::of('faults', 'blank', [], $locale);
+            $more['characters'] = preg_replace('/^[\s\p{Z}]$/u', $blank, $this->values['characters']);
+        }
 
-        return Texts::of('faults', "$this->code.$part", $values, $locale);
+        return Texts::of('faults', "$this->code.$part", $more + $this->values, $locale);
     }
 }

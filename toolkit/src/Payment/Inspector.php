@@ -71,6 +71,12 @@ final class Inspector
         return array_values(array_diff(Keys::ofKind($this->kind), $others));
     }
 
+    /** @return list<string> what every payment has */
+    public function required(): array
+    {
+        return array_keys($this->required);
+    }
+
     /**
      * The values as texts under their keys in canonical form, and the faults of
      * those that are none.

@@ -50,27 +50,35 @@ final class Keys
      */
     private const ROWS = [
         'name' => ['Name', 'Name', self::BOTH, self::PAYMENT, self::TEXT, 70,
-            'empfaenger empfaengername zahlungsempfaenger beguenstigter kontoinhaber zahlungspflichtiger zahler schuldner kunde '
-            . 'lieferant recipient payee beneficiary accountholder debtor payer creditor customer supplier'],
+            'beguenstigterzahlungspflichtiger accountholder firma firmenname company companyname'],
         'iban' => ['IBAN', 'IBAN', self::BOTH, self::PAYMENT, self::IBAN, 34,
-            'kontoiban ibanempfaenger empfaengeriban ibandesempfaengers accountiban ibannumber'],
+            'kontoiban accountiban ibannumber ibankontonummer kontonummeriban ibankonto ibannummer ibannr ibanoderkontonummer'],
         'amount' => ['Amount', 'Betrag', self::BOTH, self::PAYMENT, self::AMOUNT, 12,
-            'betrageur betragineur betrageuro betragineuro summe zahlbetrag amounteur sum total'],
+            'betrageur betragineur betrageuro betragineuro summe zahlbetrag amounteur sum total '
+            . 'rechnungsbetrag bruttobetrag gesamtbetrag endbetrag ueberweisungsbetrag einzugsbetrag '
+            . 'lastschriftbetrag zuzahlen beitrag mitgliedsbeitrag jahresbeitrag invoiceamount grossamount'],
         'ref' => ['Reference', 'Verwendungszweck', self::BOTH, self::PAYMENT, self::TEXT, 140,
-            'zweck buchungstext remittance remittanceinformation paymentreference details'],
+            'zweck buchungstext remittance remittanceinformation paymentreference details '
+            . 'verwendungszweckzeile verwendung betreff zahlungsgrund remittanceinfo paymentdetails description'],
         'date' => ['Date', 'Datum', self::BOTH, self::PAYMENT, self::DATE, 10,
             'ausfuehrungsdatum ausfuehrung termin faelligkeit faelligkeitsdatum faelligam einzugsdatum duedate executiondate '
-            . 'collectiondate paymentdate'],
+            . 'collectiondate paymentdate zahlungsdatum zahlungstermin ausfuehrungstermin ueberweisungsdatum '
+            . 'faellig faelligzum einzugstermin abbuchungsdatum requestedexecutiondate'],
         'id' => ['End-to-end id', 'Ende-zu-Ende-Id', self::BOTH, self::PAYMENT, self::ID, 35,
-            'endezuendereferenz e2eid endtoendreference kundenreferenz'],
+            'endezuendereferenz e2eid endtoendreference kundenreferenz endtoendreferenz endezuenderef '
+            . 'endtoendref e2ereferenz e2ereference'],
         'bic' => ['BIC', 'BIC', self::BOTH, self::PAYMENT, self::BIC, 11,
-            'swift swiftcode biccode bicswift swiftbic bicempfaenger'],
+            'swift swiftcode biccode bicswift swiftbic bicswiftcode swiftbiccode swiftcodebic bicnummer'],
         'purp' => ['Purpose code', 'Zweckcode', self::TRANSFER, self::PAYMENT, self::PURPOSE, 4, 'purpose'],
-        'seq' => ['Sequence type', 'Sequenz', self::DEBIT, self::PAYMENT, self::CODE, 4, 'sequence sequenztyp'],
+        'seq' => ['Sequence type', 'Sequenz', self::DEBIT, self::PAYMENT, self::CODE, 4,
+            'sequence sequenztyp sequenzart'],
         'mref' => ['Mandate reference', 'Mandatsreferenz', self::DEBIT, self::PAYMENT, self::ID, 35,
-            'mandat mandatsref mandatsnummer mandate mandateid umr'],
+            'mandat mandatsref mandatsnummer mandate mandateid umr mandatsid mandatid mandatreferenz '
+            . 'mandatsreferenznummer mandatsreferenznr mandatsnr mandatnummer'],
         'mdate' => ['Mandate signature date', 'Mandatsdatum', self::DEBIT, self::PAYMENT, self::DATE, 10,
-            'mandatvom unterschriftsdatum unterschriebenam signed signedon signaturedate mandatedate dateofsignature'],
+            'mandatvom unterschriftsdatum unterschriebenam signed signedon signaturedate mandatedate '
+            . 'dateofsignature datumderunterschrift unterschriftam unterschrieben datumdesmandats mandatdatum '
+            . 'mandatsunterschrift mandatesigned dateofmandate mandatesignaturedate'],
         'old_mref' => ['Old mandate reference', 'Alte Mandatsreferenz', self::DEBIT, self::PAYMENT, self::ID, 35,
             'altesmandat oldmandate oldmandatereference'],
         'old_iban' => ['Old IBAN', 'Alte IBAN', self::DEBIT, self::PAYMENT, self::IBAN, 34, ''],
@@ -147,6 +155,17 @@ final class Keys
     public static function limit(string $key): int
     {
         return self::ROWS[$key][5] ?? self::OWN[$key][3];
+    }
+
+    /** As much of a text as its key takes, in whole characters as people see them. */
+    public static function fitting(string $key, string $text): string
+    {
+        $limit = self::limit($key);
+        if (strlen($text) <= $limit || !preg_match('//u', $text)) {
+            return $text;
+        }
+
+        return rtrim((string) grapheme_extract($text, $limit, GRAPHEME_EXTR_MAXBYTES));
     }
 
     /** @param bool $isOwn whether it is the submitting party's, not a payment's */

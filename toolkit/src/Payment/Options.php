@@ -30,6 +30,9 @@ final class Options
     /** @var bool whether texts are changed where the character set refuses them */
     public bool $transliterates = false;
 
+    /** @var bool whether names and texts that are too long are cut */
+    public bool $shortens = false;
+
     /** @var string of direct debits: a key of TYPES */
     public string $type = 'CORE';
 
@@ -74,6 +77,12 @@ final class Options
     public function transliterating(bool $transliterates = true): self
     {
         return $this->with('transliterates', $transliterates);
+    }
+
+    /** Names and texts that are too long are cut, and told as changes; ids are not. */
+    public function shortening(bool $shortens = true): self
+    {
+        return $this->with('shortens', $shortens);
     }
 
     /** Kind of direct debit: CORE, COR1 or B2B. */

@@ -33,6 +33,8 @@ abstract class Payments implements \Countable
 
     private ?Transliterator $transliterator;
 
+    private bool $shortens;
+
     private string $messageId;
 
     private string $date;
@@ -58,6 +60,7 @@ abstract class Payments implements \Countable
         $this->reasons = new Reasons($this->extension, $this->rulebook);
         $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, static::KIND);
         $this->message = $this->extension->message();
+        $this->shortens = $options->shortens;
         $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
         $now = $options->today ?? date('Y-m-d');
         $this->faults = new Findings();
@@ -68,7 +71,8 @@ abstract class Payments implements \Countable
         $this->messageId = $options->messageId ?? self::newMessageId();
 
         $this->message->setBatchBooking($options->batchBooking);
-        $this->set('name', $this->transliterated('name', $party->name, null, null), 'setName');
+        $own = ['name' => $this->transliterated('name', $party->name, null, null)];
+        $this->set('name', ($this->shortens ? $this->shortened($own, null, null) : $own)['name'], 'setName');
         $this->set('iban', $party->iban, 'setIBAN');
         $this->set('bic', $party->bic, 'setBIC');
         $this->set('date', $this->date, 'setDate');
@@ -91,6 +95,12 @@ abstract class Payments implements \Countable
     public function keys(): array
     {
         return $this->inspector->keys();
+    }
+
+    /** @return list<string> keys that every payment must have under the rulebook */
+    public function requiredKeys(): array
+    {
+        return $this->inspector->required();
     }
 
     public function rulebook(): string
@@ -121,9 +131,11 @@ abstract class Payments implements \Countable
      * @param array<string, string|int|float|bool> $payment by the keys of docs/messages.md
      * @param string|null $label the caller's own name for it, which its faults will carry
      * @param int|null $row its number there, if it is not simply the number of the call
+     * @param array<string, array{string, array<string, int|string|list<string>>}|null> $known faults that were found
+     *     outside, as code and values by key; null for a key whose lack has been told for all payments
      * @return bool whether it is without fault
      */
-    public function add(array $payment, ?string $label = null, ?int $row = null): bool
+    public function add(array $payment, ?string $label = null, ?int $row = null, array $known = []): bool
     {
         $this->rulebook->select();
         $row = $row ?? $this->count + 1;
@@ -132,7 +144,10 @@ abstract class Payments implements \Countable
         foreach ($this->transliterator === null ? [] : $values as $key => $text) {
             $values[$key] = $this->transliterated($key, $text, $row, $label);
         }
-        $faults = $this->inspector->faults($values, $faults);
+        if ($this->shortens) {
+            $values = $this->shortened($values, $row, $label);
+        }
+        $faults = $this->inspector->faults($values, $known + $faults);
         $text = $faults ? '' : $this->refusal($values);
         if ($text === null) {
             $this->remember($values, $row, $label);
@@ -141,7 +156,7 @@ abstract class Payments implements \Countable
         }
         $faults = $this->inspector->inWordsOfExtension($values, $faults, $text);
         // In the order of the caller's keys, what is missing at the end.
-        foreach (array_replace(array_intersect_key($values, $faults), $faults) as $key => [$code, $found]) {
+        foreach (array_filter(array_replace(array_intersect_key($values, $faults), $faults)) as $key => [$code, $found]) {
             $this->refuse($row, $label, (string) $key, $code, $found);
         }
 
@@ -174,6 +189,16 @@ abstract class Payments implements \Countable
     public function warn(?int $row, ?string $key, string $code, array $values = []): void
     {
         $this->warnings->add($row, null, $key, $code, $values);
+    }
+
+    /**
+     * Notes a change of a value that was made outside.
+     *
+     * @param array<string, int|string|list<string>> $values
+     */
+    public function change(int $row, string $key, string $code, array $values): void
+    {
+        $this->changes->add($row, null, $key, $code, $values);
     }
 
     /** @return list<Fault> faults so far, the first Findings::KEPT of each code; empty if the document can be had */
@@ -303,6 +328,25 @@ abstract class Payments implements \Countable
         }
 
         return $changed;
+    }
+
+    /**
+     * Texts that are too long, cut before a whole character. Ids name something: half of one names nothing.
+     *
+     * @param array<string, string> $values
+     * @return array<string, string>
+     */
+    private function shortened(array $values, ?int $row, ?string $label): array
+    {
+        foreach ($values as $key => $text) {
+            $cut = Keys::form($key) === Keys::TEXT ? Keys::fitting($key, $text) : $text;
+            if ($cut !== $text) {
+                $this->changes->add($row, $label, $key, 'shortened', ['from' => $text, 'to' => $cut]);
+                $values[$key] = $cut;
+            }
+        }
+
+        return $values;
     }
 
     /**

@@ -83,7 +83,7 @@ final class Reasons
             case 'characters':
                 return ['characters' => $this->extension->refusedCharacters($key, $value) ?: ['none']];
             case 'length':
-                return ['length' => strlen($value), 'limit' => Keys::limit($key)];
+                return self::length($key, $value);
             case 'message_id':
                 return ['limit' => Keys::limit($key)];
             case 'rulebook':
@@ -91,6 +91,20 @@ final class Reasons
             default:
                 return ['value' => Fault::shown($value), 'rulebook' => $this->rulebook->name];
         }
+    }
+
+    /** @return array<string, int|string> how much is too much, and for texts what would fit */
+    private static function length(string $key, string $value): array
+    {
+        $limit = Keys::limit($key);
+        $isText = Keys::form($key) === Keys::TEXT;
+
+        return [
+            'length' => strlen($value),
+            'limit' => $limit,
+            'over' => max(0, strlen($value) - $limit),
+            'cut' => $isText ? Keys::fitting($key, $value) : 'none',
+        ];
     }
 
     private static function code(string $said): string

@@ -4,16 +4,21 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Payment;
 
-use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Unreadable;
 
 /**
  * Payments from a table whose headings are transaction keys or usual German and
- * English words for them. An empty cell leaves its key out.
+ * English words for them. An empty cell leaves its key out. Lines of title may
+ * stand before the headings.
  */
 final class Sheet
 {
+    private const TITLE_LINES = 10;
+
+    /** A row with so many known headings is one of headings. */
+    private const CERTAIN = 2;
+
     private Reader $reader;
 
     private bool $german;
@@ -21,18 +26,30 @@ final class Sheet
     /** @var list<string> */
     private array $ignored;
 
-    /** @var array<string, string> heading by key */
-    private array $headings = [];
+    /** @var array<string, string> */
+    private array $map;
+
+    /** @var array<string, string> */
+    private array $common;
+
+    private ?Columns $columns = null;
+
+    /** @var array<int, list<string>> rows before the headings */
+    private array $title = [];
 
     /**
      * @param bool $german whether amounts such as 1.190,00 and dates such as 31.12.2026 are understood
      * @param list<string> $ignored headings of columns that are not for the bank
+     * @param array<string, string> $map key by heading, where a heading is no usual word for it
+     * @param array<string, string> $common value by key, for rows that have none of their own
      */
-    public function __construct(Reader $reader, bool $german = false, array $ignored = [])
+    public function __construct(Reader $reader, bool $german = false, array $ignored = [], array $map = [], array $common = [])
     {
         $this->reader = $reader;
         $this->german = $german;
         $this->ignored = $ignored;
+        $this->map = $map;
+        $this->common = $common;
     }
 
     /**
@@ -44,22 +61,19 @@ final class Sheet
      */
     public function fill(Payments $payments, ?callable $progress = null): void
     {
-        $columns = null;
-        foreach ($this->reader as $number => $cells) {
-            if (implode('', $cells) === '') {
+        $cells = new Cells($payments, $this->german, $this->common);
+        $lacking = [];
+        $isHeaded = false;
+        foreach ($this->rows($payments::transactionKeys()) as $number => $row) {
+            if (!$isHeaded) {
+                $lacking = $this->lacking($payments, $number);
+                $isHeaded = true;
                 continue;
             }
-            if ($columns === null) {
-                $columns = $this->columns($number, $cells, $payments);
-                continue;
-            }
-            $this->fillRow($payments, $number, $columns, $cells);
+            $cells->add($number, ...$this->picked($row, $lacking));
             if ($progress !== null) {
                 $progress();
             }
-        }
-        if ($columns === null) {
-            throw new Unreadable('the file is empty: a row of headings is expected, such as name, iban, amount, ref');
         }
         if (!$this->reader->endsInLine()) {
             $payments->warn($number, null, 'no_line_end');
@@ -69,72 +83,120 @@ final class Sheet
     /** The heading under which a key stands in the file. */
     public function heading(string $key): ?string
     {
-        return $this->headings[$key] ?? null;
+        return $this->columns === null ? null : $this->columns->heading($key);
     }
 
     /**
-     * @param list<string> $cells of the row of headings
-     * @return array<int, string|null> key by column; empty without a heading, null for one that is ignored
+     * The row of headings and what follows it.
+     *
+     * @param list<string> $keys of a payment
+     * @return \Generator<int, list<string>>
      */
-    private function columns(int $number, array $cells, Payments $payments): array
+    private function rows(array $keys): \Generator
     {
+        $this->reader->expectTitle();
+        $early = [];
         $columns = [];
-        foreach ($cells as $column => $heading) {
-            if (in_array($heading, $this->ignored, true)) {
-                $columns[$column] = null;
+        foreach ($this->reader as $number => $cells) {
+            if (implode('', $cells) === '') {
                 continue;
             }
-            $key = $heading === '' ? '' : Headings::key($heading, $payments::transactionKeys());
-            if ($key === null) {
-                $payments->refuse($number, null, $heading, 'unknown_heading', ['keys' => implode(', ', $payments->keys())]);
-                $columns[$column] = null;
+            if ($this->columns !== null) {
+                yield $number => $cells;
                 continue;
             }
-            if ($key !== '' && isset($this->headings[$key])) {
-                throw new Unreadable("two columns are '$key': '{$this->headings[$key]}' and '$heading'");
+            $early[$number] = $cells;
+            $columns[$number] = new Columns($cells, $keys, $this->ignored, $this->map);
+            if (count($columns[$number]) >= self::CERTAIN || count($early) > self::TITLE_LINES) {
+                yield from $this->headed($early, $columns);
             }
-            $this->headings[$key] = $heading;
-            $columns[$column] = $key;
         }
-        if (!isset($this->headings['iban']) && !isset($this->headings['amount'])) {
-            throw new Unreadable("no headings iban and amount in the first row: '" . implode("', '", array_slice($cells, 0, 8)) . "'");
+        if ($this->columns === null) {
+            yield from $this->headed($early, $columns);
         }
-
-        return $columns;
     }
 
     /**
-     * @param array<int, string|null> $columns
-     * @param list<string> $cells
+     * @param array<int, list<string>> $early first rows
+     * @param array<int, Columns> $columns what each would mean as a row of headings
+     * @return array<int, list<string>> from the row of headings on
      */
-    private function fillRow(Payments $payments, int $number, array $columns, array $cells): void
+    private function headed(array $early, array $columns): array
     {
-        $payment = [];
-        foreach ($cells as $column => $cell) {
-            $key = array_key_exists($column, $columns) ? $columns[$column] : '';
-            if ($cell !== '' && $key !== null) {
-                $payment[$key] = $this->german ? self::understood($key, $cell) : $cell;
+        if (!$early) {
+            throw new Unreadable('the file is empty: a row of headings is expected, such as name, iban, amount, ref');
+        }
+        $known = array_map('count', $columns);
+        $place = array_search(max($known), array_values($known), true);
+        if (max($known) === 0) {
+            $first = implode("', '", array_slice(reset($early), 0, 8));
+            throw new Unreadable("no headings iban and amount in the first row: '$first'");
+        }
+        $this->reader->endTitle();
+        $this->title = array_slice($early, 0, $place, true);
+        $this->columns = array_values($columns)[$place];
+        $strange = array_diff(array_keys($this->map), array_values($early)[$place]);
+        if ($strange) {
+            throw new Unreadable("no column has the heading '" . implode("', '", $strange) . "'");
+        }
+
+        return array_slice($early, $place, null, true);
+    }
+
+    /**
+     * Tells what is wrong with the headings.
+     *
+     * @return array<string, null> keys that every row lacks
+     */
+    private function lacking(Payments $payments, int $number): array
+    {
+        if ($this->title) {
+            $texts = array_map(static fn (array $cells): string => implode(' ', array_filter($cells, 'strlen')), $this->title);
+            $payments->warn($number, null, 'title_lines', ['lines' => count($texts), 'text' => (string) reset($texts)]);
+        }
+        foreach ($this->columns->unknown() as $heading) {
+            $payments->refuse($number, null, $heading, 'unknown_heading', ['keys' => implode(', ', $payments->keys())]);
+        }
+        $lacking = [];
+        foreach ($payments->requiredKeys() as $key) {
+            $isThere = isset($this->common[$key]) || $this->columns->heading($key) !== null
+                || ($key === 'iban' && $this->columns->heading(Columns::ACCOUNT) !== null);
+            if (!$isThere) {
+                $payments->refuse($number, null, $key, 'missing_column');
+                $lacking[$key] = null;
             }
         }
-        if (isset($payment['']) || count($cells) < count($columns)) {
-            unset($payment['']);
-            $counts = ['cells' => count($cells), 'headings' => count($columns)];
-            $payments->refuse($number, null, null, 'cells', $counts);
-        }
-        $payments->add($payment, null, $number);
+
+        return $lacking;
+    }
+
+    /**
+     * @param list<string> $cells
+     * @param array<string, null> $lacking
+     * @return array{array<string, string>, array<string, array{string, array<string, int>}|null>} values and faults
+     */
+    private function picked(array $cells, array $lacking): array
+    {
+        $values = $this->columns->pick($cells);
+        $isOff = isset($values[Columns::NONE]) || count($cells) < $this->columns->width();
+        unset($values[Columns::NONE]);
+        $counts = ['cells' => count($cells), 'headings' => $this->columns->width()];
+
+        return [$values, $lacking + ($isOff ? [Columns::NONE => ['cells', $counts]] : [])];
     }
 
     /** A cell as the bank wants it, if it is an amount or a day in German notation. */
     public static function understood(string $key, string $cell): string
     {
-        if (Keys::form($key) === Keys::AMOUNT && preg_match('/^(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
+        $form = Keys::form($key);
+        if ($form === Keys::AMOUNT && preg_match('/^(?:(?:€|EUR)\s*)?(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
             $cents = $part[2] ?? '';
             // Without cents, 1.190 could also be meant as 1.19.
             return $cents === '' && strpos($part[1], '.') !== false
                 ? $cell
                 : str_replace('.', '', $part[1]) . str_replace(',', '.', $cents);
         }
-        if (Keys::form($key) === Keys::DATE && preg_match('/^(\d{1,2})\.(\d{1,2})\.(\d{4})$/D', $cell, $part)) {
+        if ($form === Keys::DATE && preg_match('/^(\d{1,2})\.(\d{1,2})\.(\d{4})$/D', $cell, $part)) {
             return sprintf('%s-%02d-%02d', $part[3], $part[2], $part[1]);
         }
 

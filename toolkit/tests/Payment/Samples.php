@@ -25,6 +25,7 @@ final class Samples
         'messageId' => null,
         'batchBooking' => true,
         'transliterate' => false,
+        'shortens' => false,
     ];
 
     public const TRANSFER = [
@@ -62,7 +63,7 @@ final class Samples
     private static function options(string $rulebook, array $p): Options
     {
         return Options::under($rulebook)->on($p['date'])->withMessageId($p['messageId'])
-            ->bookedSingly(!$p['batchBooking'])->transliterating($p['transliterate'])->asOf(self::TODAY);
+            ->bookedSingly(!$p['batchBooking'])->transliterating($p['transliterate'])->shortening($p['shortens'])->asOf(self::TODAY);
     }
 
     /**

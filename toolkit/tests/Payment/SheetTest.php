@@ -5,7 +5,9 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Tests\Payment;
 
 use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
+use Sepa\Toolkit\Payment\Collections;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Sheet;
@@ -74,7 +76,12 @@ final class SheetTest extends TestCase
 
         return [
             [$good, []],
-            [str_replace('name', 'naem', $good), ['1 unknown_heading', '2 missing']],
+            [str_replace('name', 'naem', $good), ['1 unknown_heading', '1 missing_column']],
+            'errors and formulas of a spreadsheet' => ["name,iban,amount,ref\n#NAME?,NL91ABNA0417164300,#WERT!,###\nA,\"=\"\"NL91\"\"\",1,#1\n",
+                ['2 spreadsheet_error', '2 spreadsheet_error', '2 spreadsheet_error', '3 characters', '3 spreadsheet_error']],
+            'accounts that make no IBAN, and another currency' => ["name,konto,blz,amount,whg\nA,1234567,37040044,1,\nB,,37040044,1,\nC,1,,1,usd\n",
+                ['2 conversion', '3 conversion', '4 currency', '4 conversion']],
+
             'a cell without a heading' => [str_replace('1.00', '1.00,7', $good), ['2 cells']],
             'a row that was cut' => [$good . "\"B\",\"NL91ABNA0417164300\"\n", ['3 cells', '3 missing']],
             'rows are counted as the spreadsheet does' => ["\n$good\n\"B\n\"\"C\"\" D\nE\",NL91ABNA0417164300,1.00\nD,,1\n", ['5 control_characters', '6 missing']],
@@ -82,6 +89,57 @@ final class SheetTest extends TestCase
             'a NUL' => [str_replace('A,', "A\0,", $good), ['2 control_characters']],
             'headings alone' => ["name,iban,amount\n", [' no_payments']],
         ];
+    }
+
+    public function testATableOfThisWorldIsRead(): void
+    {
+        $csv = "Zahlungen, November;;;;\n\nStand: 23.11.;;;;\n"
+            . "Name des Empfängers;Kontonummer/IBAN;BLZ/BIC;Betrag in €;Verwendungszweck 2;Verwendungszweck 1;Rechnungsnr.;Währung;Nummer\n"
+            . "A;532 013 000;37040044;1.190,00;zwei;eins;RE 1;EUR;7\nB;135;10050000;€ 7,00;;;RE 2;€;\nC;NL91 ABNA 0417 1643 00;ABNANL2A;5;;;;;E2E\n";
+        $payments = $this->read($csv, 'DE-3.7', true, [], ['Nummer' => 'id']);
+        self::assertSame([], array_map('strval', $payments->faults()));
+        $xml = $payments->document();
+        self::assertMatchesRegularExpression('~>7</.*>DE89370400440532013000<.*>RE 1 eins zwei<.*>DE86100500000990021440<.*>E2E<.*ABNANL2A~s', $xml);
+        self::assertSame('1202.00', $payments->sum());
+        self::assertSame(['4 title_lines'], self::codes(array_slice($payments->warnings(), 0, 1)));
+        self::assertSame(['5 converted', '6 converted'], self::codes($payments->changes()));
+        self::assertStringContainsString('2 lines before the headings', $payments->warnings()[0]->text());
+        self::assertStringContainsString('mit anderer Kontonummer', $payments->changes()[1]->text('de'));
+    }
+
+    /** @dataProvider headings */
+    public function testHeadingsOfRealFiles(string $key, string ...$headings): void
+    {
+        $keys = array_merge(Collections::transactionKeys(), ['account', 'bank_code', 'currency']);
+        foreach ($headings as $heading) {
+            self::assertSame($key, Headings::key($heading, $keys) ?? '', $heading);
+        }
+    }
+
+    public function headings(): array
+    {
+        return [
+            ['name', 'Name des Empfängers', 'Zahlungsempfängername', 'Name Zahlungspflichtiger', 'Beneficiary name', 'Begünstigter/Zahlungspflichtiger'],
+            ['iban', 'IBAN/Kontonummer', 'IBAN Zahlungspflichtiger', 'IBAN des Begünstigten', 'Payee-IBAN'],
+            ['amount', 'Betrag in €', 'Betrag (EUR)', 'Rechnungsbetrag'],
+            ['bic', 'BIC (SWIFT-Code)', 'BIC des Empfängers'],
+            ['id', 'End-to-End-Referenz'],
+            ['mref', 'Mandats-ID', 'Mandatsreferenznummer'],
+            ['mdate', 'Datum der Unterschrift'],
+            ['account', 'Kto.-Nr.', 'Konto des Empfängers'],
+            ['', 'Kundennr.', 'Gläubiger-ID', 'Creditor identifier', 'Membership', 'Nettobetrag'],
+        ];
+    }
+
+    public function testTextsAreShortenedAtAWholeCharacterAndIdsNever(): void
+    {
+        $csv = "name,iban,amount,ref,id\n" . str_repeat('ü', 34) . "e\u{301}x,NL91ABNA0417164300,1," . str_repeat('ab ', 48) . ',' . str_repeat('7', 36) . "\n";
+        $payments = $this->read($csv, 'AT-6', false, [], [], ['shortens' => true]);
+        self::assertSame(['2 length'], self::codes($payments->faults()));
+        self::assertSame('id', $payments->faults()[0]->key);
+        self::assertStringNotContainsString('would fit', $payments->faults()[0]->hint());
+        self::assertSame([str_repeat('ü', 34), rtrim(str_repeat('ab ', 47))], array_map(static fn (Fault $change): string => $change->values['to'], $payments->changes()));
+        self::assertStringContainsString('3 bytes too many; an umlaut counts as two. This would fit: “üü', $this->read("name,iban,amount\n" . str_repeat('ü', 36) . "x,NL91ABNA0417164300,1\n", 'DE-3.7')->faults()[0]->hint());
     }
 
     /** @dataProvider unreadable */
@@ -113,14 +171,18 @@ final class SheetTest extends TestCase
         self::assertSame(['3 no_line_end'], self::codes($payments->warnings()));
     }
 
-    /** @param list<string> $ignored */
-    private function read(string $csv, string $rulebook, bool $german = false, array $ignored = []): Payments
+    /**
+     * @param list<string> $ignored
+     * @param array<string, string> $map
+     * @param array<string, mixed> $party
+     */
+    private function read(string $csv, string $rulebook, bool $german = false, array $ignored = [], array $map = [], array $party = []): Payments
     {
+        $payments = Samples::transfers($rulebook, $party);
         $stream = fopen('php://memory', 'w+b');
         fwrite($stream, $csv);
         rewind($stream);
-        $payments = Samples::transfers($rulebook);
-        (new Sheet(new Reader($stream, 'test'), $german, $ignored))->fill($payments);
+        (new Sheet(new Reader($stream, 'test'), $german, $ignored, $map))->fill($payments);
 
         return $payments;
     }
