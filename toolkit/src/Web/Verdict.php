@@ -96,7 +96,7 @@ final class Verdict
     }
 
     /**
-     * What stands beside a field.
+     * What stands beside a field; the rows of a file are not those of the form.
      *
      * @param list<Fault> $points faults or warnings
      * @param int|null $row null for the submitting party
@@ -105,6 +105,10 @@ final class Verdict
      */
     public function beside(array $points, ?int $row, ?string $key): array
     {
+        if ($this->sheet && $row !== null) {
+            return [];
+        }
+
         return array_values(array_filter($points, static fn (Fault $fault): bool => $fault->row === $row && $fault->key === $key));
     }
 
