@@ -85,13 +85,13 @@ final class Reader implements \IteratorAggregate
             }
             ++$number;
             if (strlen($row) > self::MAX_ROW) {
-                throw new Unreadable("$this->name, row $number: too long; is a quote not closed?");
+                throw Unreadable::because('row', ['file' => $this->name, 'row' => $number]);
             }
             yield $number => $this->cells($row);
         }
         if ($open) {
             ++$number;
-            throw new Unreadable("$this->name, row $number: a quote is not closed, or the file was cut");
+            throw Unreadable::because('quote', ['file' => $this->name, 'row' => $number]);
         }
     }
 
@@ -155,7 +155,7 @@ final class Reader implements \IteratorAggregate
             $rest = array_pop($lines) . substr($rest, strlen($whole));
             yield from $lines;
             if (strlen($rest) > self::MAX_ROW) {
-                throw new Unreadable("$this->name: a line of more than a megabyte");
+                throw Unreadable::because('line', ['file' => $this->name]);
             }
         }
         $this->endsInLine = $rest === '';
@@ -168,10 +168,10 @@ final class Reader implements \IteratorAggregate
     private function withoutMark(string $start): string
     {
         if (strncmp($start, "PK\x03\x04", 4) === 0 || strncmp($start, "\xD0\xCF\x11\xE0", 4) === 0) {
-            throw new Unreadable("$this->name is a workbook: save the sheet as CSV (UTF-8)");
+            throw Unreadable::because('workbook', ['file' => $this->name]);
         }
         if (strncmp($start, "\xFF\xFE", 2) === 0 || strncmp($start, "\xFE\xFF", 2) === 0) {
-            throw new Unreadable("$this->name is in UTF-16: save it as CSV (UTF-8)");
+            throw Unreadable::because('utf16', ['file' => $this->name]);
         }
 
         return strncmp($start, "\xEF\xBB\xBF", 3) === 0 ? substr($start, 3) : $start;

@@ -118,7 +118,7 @@ final class Columns implements \Countable
         [$key, $number] = $place;
         $other = $this->other($key, $number);
         if ($other !== null) {
-            throw new Unreadable("two columns are '$key': '$other' and '$heading'");
+            throw Unreadable::because('same', ['key' => $key, 'heading' => $other, 'other' => $heading]);
         }
         $this->headings[$key][$number] = $heading;
         ksort($this->headings[$key]);

@@ -124,20 +124,20 @@ final class Sheet
     private function headed(array $early, array $columns): array
     {
         if (!$early) {
-            throw new Unreadable('the file is empty: a row of headings is expected, such as name, iban, amount, ref');
+            throw Unreadable::because('empty');
         }
         $known = array_map('count', $columns);
         $place = array_search(max($known), array_values($known), true);
         if (max($known) === 0) {
             $first = implode("', '", array_slice(reset($early), 0, 8));
-            throw new Unreadable("no headings iban and amount in the first row: '$first'");
+            throw Unreadable::because('headings', ['first' => $first]);
         }
         $this->reader->endTitle();
         $this->title = array_slice($early, 0, $place, true);
         $this->columns = array_values($columns)[$place];
         $strange = array_diff(array_keys($this->map), array_values($early)[$place]);
         if ($strange) {
-            throw new Unreadable("no column has the heading '" . implode("', '", $strange) . "'");
+            throw Unreadable::because('no_heading', ['heading' => implode("', '", $strange)]);
         }
 
         return array_slice($early, $place, null, true);

@@ -61,7 +61,7 @@ final class IbanPage implements Page
     private function convert(string $account, string $bankCode): array
     {
         $conversion = Ibans::convert($account, $bankCode);
-        $reason = $conversion->codes ? self::sentence($conversion->reason($this->view->language)) . '.' : null;
+        $reason = $conversion->codes ? $this->view->sentence((string) $conversion->reason($this->view->language)) . '.' : null;
         if ($conversion->iban === null) {
             return ['kind' => 'bad', 'heading' => $this->view->text('iban.none'), 'text' => $reason];
         }
@@ -79,7 +79,7 @@ final class IbanPage implements Page
     {
         $bank = Ibans::bank($query);
         if ($bank->bic === null) {
-            return ['kind' => 'bad', 'heading' => self::sentence($bank->reason($this->view->language))];
+            return ['kind' => 'bad', 'heading' => $this->view->sentence((string) $bank->reason($this->view->language))];
         }
         $schemes = array_map(fn (string $scheme): string => $this->view->text("scheme.$scheme"), $bank->schemes ?? []);
         $known = $bank->schemes === null ? 'scheme.unknown' : 'scheme.none';
@@ -88,11 +88,6 @@ final class IbanPage implements Page
             'bic' => $bank->bic,
             'schemes' => $schemes ? implode(', ', $schemes) : $this->view->text($known),
         ]];
-    }
-
-    private static function sentence(?string $text): string
-    {
-        return mb_strtoupper(mb_substr((string) $text, 0, 1)) . mb_substr((string) $text, 1);
     }
 
     /** @return array<string, string|null> facts about a good IBAN */

@@ -86,6 +86,14 @@ final class Input
         return $file->getPathname();
     }
 
+    /** What a chosen file is called; null if none was chosen. */
+    public function fileName(string $name): ?string
+    {
+        $file = $this->files[$name] ?? null;
+
+        return $file instanceof UploadedFile ? self::line($file->getClientOriginalName()) : null;
+    }
+
     /** @param mixed $value */
     private static function line($value): string
     {

@@ -107,14 +107,14 @@ final class TransferForm
      * @return Sheet|null the file as a whole, if they do not
      * @throws Unreadable
      */
-    public function take(string $path): ?Sheet
+    public function take(string $path, string $name): ?Sheet
     {
-        if ($this->takeRows(self::reader($path))) {
+        if ($this->takeRows(self::reader($path, $name))) {
             return null;
         }
         $this->fileDigest = (string) hash_file('sha256', $path);
 
-        return new Sheet(self::reader($path), true, $this->ignoreUnknown ? self::unknownHeadings(self::reader($path)) : []);
+        return new Sheet(self::reader($path, $name), true, $this->ignoreUnknown ? self::unknownHeadings(self::reader($path, $name)) : []);
     }
 
     /** Whether nothing is typed. */
@@ -216,14 +216,14 @@ final class TransferForm
         return [];
     }
 
-    private static function reader(string $path): Reader
+    private static function reader(string $path, string $name): Reader
     {
         $stream = @fopen($path, 'rb');
         if (!$stream) {
-            throw new Unreadable('the file cannot be read');
+            throw new Unreadable("cannot read $name");
         }
 
-        return new Reader($stream, 'the file');
+        return new Reader($stream, $name);
     }
 
     private static function key(string $heading): ?string

@@ -32,9 +32,9 @@ final class TransferPage implements Page
         $typed = $form->filledRows();
         try {
             $path = $action === 'example' ? self::example($form) : $input->upload('file');
-            $sheet = $path === null ? null : $form->take($path);
+            $sheet = $path === null ? null : $form->take($path, $input->fileName('file') ?? basename(self::EXAMPLE));
         } catch (Unreadable $e) {
-            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => ucfirst($e->getMessage())]], 422);
+            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => $this->view->sentence($e->text($this->view->language))]], 422);
         }
         if ($typed > 0 && $path !== null) {
             $replaced = $this->view->text($sheet ? 'transfer.apart' : 'transfer.replaced', ['count' => $typed]);
@@ -50,7 +50,7 @@ final class TransferPage implements Page
         try {
             return $this->checked($form, $sheet, $input, $notice);
         } catch (Unreadable $e) {
-            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => ucfirst($e->getMessage())]], 422);
+            return $this->page($form, ['notice' => ['kind' => 'bad', 'heading' => $this->view->sentence($e->text($this->view->language))]], 422);
         }
     }
 

@@ -55,6 +55,12 @@ final class View
         return Texts::of($domain, $id, $values, $this->language);
     }
 
+    /** With a capital at its beginning. */
+    public function sentence(string $text): string
+    {
+        return mb_strtoupper(mb_substr($text, 0, 1)) . mb_substr($text, 1);
+    }
+
     /**
      * What a key of a payment is called, or one of the submitting party; here more
      * is known of some.
