@@ -5,6 +5,10 @@ declare(strict_types=1);
 /* What is wrong or odd in payments, by code: the reason and what to do about it. */
 
 return [
+    'account_currency' => [
+        'reason' => 'Keine gültige Währung: {value}',
+        'hint' => 'Drei Großbuchstaben, zum Beispiel EUR.',
+    ],
     'account_differs' => [
         'reason' => 'Aus Kontonummer {account} und Bankleitzahl {bank_code} macht die Bank {to}',
         'hint' => 'Es gilt die IBAN der Zeile. Gehören beide zum selben Konto?',
@@ -13,9 +17,21 @@ return [
         'reason' => '{label} fehlt',
         'hint' => 'Zu einer Adresse gehören wenigstens Ort und Land, zum Beispiel Zürich und CH.',
     ],
+    'address_country_alone' => [
+        'reason' => 'Ein Land ohne Adresszeile',
+        'hint' => 'Österreichische Schemata lehnen das ab: Geben Sie eine Adresszeile an, oder lassen Sie das Land weg.',
+    ],
+    'address_hybrid' => [
+        'reason' => '{label} neben Adresszeilen',
+        'hint' => 'Neben Zeilen stehen nur Ort, Land und Postleitzahl: Schreiben Sie Straße und Hausnummer in die Zeilen, oder alles in Felder.',
+    ],
     'address_line' => [
         'reason' => 'Bei Banken außerhalb des EWR wird die Adresse gebraucht',
         'hint' => 'Geben Sie in Adresszeile 1 die Adresse an.',
+    ],
+    'address_lines' => [
+        'reason' => 'Eine Adresse nur aus Zeilen',
+        'hint' => 'Seit dem {date} lehnen Banken solche Adressen ab: Geben Sie unter DE-3.7 Straße, Ort und Land an, oder lassen Sie die Adresse weg.',
     ],
     'amount' => [
         'reason' => 'Kein gültiger Betrag',
@@ -33,6 +49,18 @@ return [
     'bic' => [
         'reason' => 'Kein gültiger BIC: {value}',
         'hint' => 'Ein BIC hat 8 oder 11 Buchstaben und Ziffern, zum Beispiel COBADEFFXXX. Er steht auf der Rechnung oder dem Kontoauszug.',
+    ],
+    'bic_dropped' => [
+        'reason' => '„{value}“ ist kein BIC und wurde weggelassen',
+        'hint' => 'Es sagt, dass es keinen gibt.',
+    ],
+    'bic_other_bank' => [
+        'reason' => 'Der BIC {value} ist nicht der der Bank der IBAN, {known}',
+        'hint' => 'Lassen Sie den BIC weg: Die Bank findet sich über die IBAN.',
+    ],
+    'bic_other_country' => [
+        'reason' => 'Ein BIC aus {bank} zu einer IBAN aus {country}',
+        'hint' => 'Lassen Sie den BIC weg: Die Bank findet sich über die IBAN.',
     ],
     'blank' => '(Leerzeichen)',
     'cells' => [
@@ -112,6 +140,10 @@ return [
         'reason' => '{blanks, select, yes {„{label}“ enthält nur Leerzeichen} other {„{label}“ ist leer}}',
         'hint' => 'Lassen Sie das Feld leer, wenn nichts anzugeben ist.',
     ],
+    'form_ends' => [
+        'reason' => 'Dateien nach {rulebook} laufen aus',
+        'hint' => 'Manche Banken lehnen sie nach dem {date} ab: Nehmen Sie DE-3.7, oder fragen Sie die Bank.',
+    ],
     'iban' => [
         'reason' => 'Keine gültige IBAN',
         'hint' => 'Vergleichen Sie sie mit der Rechnung.',
@@ -157,11 +189,23 @@ return [
         'reason' => '„{label}“ beginnt oder endet mit einem Schrägstrich oder enthält zwei hintereinander',
         'hint' => 'Schrägstriche dürfen nur einzeln und nicht am Rand stehen.',
     ],
+    'instant_outside_eea' => [
+        'reason' => 'Eine Echtzeitüberweisung an eine Bank außerhalb des EWR',
+        'hint' => 'Solche Banken müssen Echtzeitüberweisungen nicht annehmen, und viele tun es nicht: Die Bank kann sie ablehnen.',
+    ],
+    'instant_priority' => [
+        'reason' => 'Eine Priorität bei Echtzeitüberweisungen',
+        'hint' => 'Echtzeitüberweisungen haben keine: Lassen Sie sie weg.',
+    ],
     'length' => [
         'reason' => '{length, plural, =0 {„{label}“ fehlt}'
             . ' other {„{label}“ ist um {over, plural, one {ein Byte} other {# Byte}} zu lang, möglich sind {limit}}}',
         'hint' => '{length, plural, =0 {Bitte ausfüllen.}'
             . ' other {Umlaute zählen doppelt.{cut, select, none {} other { So würde es passen: „{cut}“}}}}',
+    ],
+    'length_characters' => [
+        'reason' => '{label} ist zu lang: {length, plural, other {#}} Zeichen, möglich sind {limit}',
+        'hint' => 'Kürzen Sie den Text.',
     ],
     'local_instrument' => [
         'reason' => '{value} gibt es im Format {rulebook} nicht',
@@ -199,6 +243,18 @@ return [
         'reason' => 'Es sind keine Zahlungen angegeben',
         'hint' => 'Geben Sie mindestens eine Zahlung ein.',
     ],
+    'not_in_debits' => [
+        'reason' => '{label}: nicht bei Lastschriften',
+        'hint' => 'Das gibt es nur bei Überweisungen.',
+    ],
+    'not_in_rulebook' => [
+        'reason' => '{label}: nicht unter {rulebook}',
+        'hint' => 'In einer Datei nach diesem Regelwerk lässt es sich nicht sagen: Nehmen Sie DE-3.7, oder lassen Sie es weg.',
+    ],
+    'notice' => [
+        'reason' => 'Der {date} ist für eine Lastschrift zu früh',
+        'hint' => 'Die Bank braucht einen Bankarbeitstag: Der früheste Tag ist der {earliest}.',
+    ],
     'other' => [
         'reason' => 'Abgewiesen',
         'hint' => 'Näheres steht in der Beschreibung der Felder.',
@@ -207,9 +263,29 @@ return [
         'reason' => 'Ihr Konto liegt außerhalb des EWR',
         'hint' => 'Banken verlangen dann die Adresse jedes Zahlungspflichtigen.',
     ],
+    'priority' => [
+        'reason' => 'Keine gültige Priorität: {value}',
+        'hint' => 'HIGH oder NORM.',
+    ],
     'purpose' => [
         'reason' => 'Kein gültiger Zweckcode',
         'hint' => 'Vier Großbuchstaben der ISO-Liste, zum Beispiel SALA für Gehälter.',
+    ],
+    'purpose_national' => [
+        'reason' => 'Der Zweck {value} ist unter {rulebook} nicht möglich',
+        'hint' => 'Die ältere Liste der österreichischen Schemata hat ihn nicht.',
+    ],
+    'purpose_unknown' => [
+        'reason' => 'Unbekannter Zweck: {value}',
+        'hint' => 'Die Liste von ISO 20022 aus dem Jahr 2023 hat ihn nicht: Ist er richtig geschrieben?',
+    ],
+    'reference' => [
+        'reason' => 'Keine gültige strukturierte Referenz: {value}',
+        'hint' => 'Sie beginnt mit RF und zwei Prüfziffern, zum Beispiel RF18539007547034. Vergleichen Sie sie mit der Rechnung.',
+    ],
+    'reference_twice' => [
+        'reason' => 'Verwendungszweck und strukturierte Referenz zugleich',
+        'hint' => 'Eine Zahlung hat das eine oder das andere.',
     ],
     'rulebook' => [
         'reason' => 'Im Format {rulebook} wird die Adresse in {structured, select, yes {einzelnen Feldern} other {Zeilen}} angegeben',
@@ -239,6 +315,18 @@ return [
     'spreadsheet_error' => [
         'reason' => 'Ein Fehler der Tabelle oder eine Formel: {value}',
         'hint' => 'Berichtigen Sie die Zelle dort und speichern Sie neu, mit Werten statt Formeln; ### ist eine zu schmale Spalte.',
+    ],
+    'time' => [
+        'reason' => 'Kein gültiger Zeitpunkt: {value}',
+        'hint' => 'Schreiben Sie 2026-12-01T10:00:00+01:00, mit der Abweichung von UTC.',
+    ],
+    'time_not_instant' => [
+        'reason' => 'Ein Ausführungszeitpunkt ohne Echtzeitüberweisung',
+        'hint' => 'Nur Echtzeitüberweisungen werden zu einem Zeitpunkt ausgeführt: Verlangen Sie auch diese, oder geben Sie einen Tag an.',
+    ],
+    'time_other_day' => [
+        'reason' => 'Ein anderer Tag als der von {time}',
+        'hint' => 'Der Ausführungszeitpunkt gilt für alle Zahlungen: Lassen Sie den Tag weg.',
     ],
     'title_lines' => [
         'reason' => '{lines, plural, one {Eine Zeile} other {# Zeilen}} vor den Überschriften übergangen, ab „{text}“',

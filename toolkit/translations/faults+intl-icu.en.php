@@ -17,9 +17,21 @@ return [
         'reason' => '{label} missing',
         'hint' => 'An address needs at least town and country: addrTown and addrCC, such as Zürich and CH.',
     ],
+    'address_country_alone' => [
+        'reason' => 'A country without an address line',
+        'hint' => 'Austrian schemas refuse it: give an address line, addrLine1, or leave the country out.',
+    ],
+    'address_hybrid' => [
+        'reason' => '{label} beside address lines',
+        'hint' => 'Beside lines there are only town, country and postcode: write street and number into the lines, or all of it into fields.',
+    ],
     'address_line' => [
         'reason' => 'Address required for banks outside the EEA',
         'hint' => 'The bank is outside the EEA: give an address line, addrLine1.',
+    ],
+    'address_lines' => [
+        'reason' => 'An address of lines alone',
+        'hint' => 'Since {date} banks refuse such addresses: under DE-3.7 give street, town and country, or leave the address out.',
     ],
     'amount' => [
         'reason' => 'Invalid amount',
@@ -39,6 +51,18 @@ return [
         'hint' => 'A BIC has 8 or 11 letters and digits, such as COBADEFFXXX. It is on the invoice or the bank statement.',
     ],
     'blank' => '(blank)',
+    'bic_dropped' => [
+        'reason' => '“{value}” is no BIC and was left out',
+        'hint' => 'It says that there is none.',
+    ],
+    'bic_other_bank' => [
+        'reason' => "The BIC {value} is not that of the IBAN''s bank, {known}",
+        'hint' => 'Leave the BIC out: the bank is found by the IBAN.',
+    ],
+    'bic_other_country' => [
+        'reason' => 'A BIC of {bank} with an IBAN of {country}',
+        'hint' => 'Leave the BIC out: the bank is found by the IBAN.',
+    ],
     'cells' => [
         'reason' => '{cells} cells under {headings} headings',
         'hint' => 'The row has more or fewer cells than the headings. Is a quote missing, or was the file cut?',
@@ -85,6 +109,10 @@ return [
         'reason' => 'Not in euro: {value}',
         'hint' => 'SEPA payments are in euro. Other currencies go by the online banking of the bank.',
     ],
+    'account_currency' => [
+        'reason' => 'Invalid currency: {value}',
+        'hint' => 'Three capital letters, such as EUR.',
+    ],
     'date' => [
         'reason' => 'No such date: {value}',
         'hint' => 'Write {german, select, yes {31.12.2026} other {2026-12-31}}, a day that exists.',
@@ -116,6 +144,10 @@ return [
     'empty' => [
         'reason' => "{blanks, select, yes {Only blanks in ''{key}''} other {Empty value for ''{key}''}}",
         'hint' => 'Leave the key out if there is nothing to say.',
+    ],
+    'form_ends' => [
+        'reason' => 'Documents of {rulebook} end',
+        'hint' => 'Some banks refuse them after {date}: take DE-3.7, or ask the bank.',
     ],
     'iban' => [
         'reason' => 'Invalid IBAN',
@@ -162,10 +194,22 @@ return [
         'reason' => "Slash at an end of ''{key}'', or two slashes in it",
         'hint' => 'No slash at either end, and no two slashes side by side.',
     ],
+    'instant_outside_eea' => [
+        'reason' => 'An instant payment to a bank outside the EEA',
+        'hint' => 'Such banks need not take instant payments, and many do not: the bank may refuse it.',
+    ],
+    'instant_priority' => [
+        'reason' => 'A priority of instant payments',
+        'hint' => 'Instant payments have none: leave it out.',
+    ],
     'length' => [
         'reason' => '{length, plural, =0 {{label} is empty} other {{label} is too long: # bytes, at most {limit}}}',
         'hint' => '{length, plural, =0 {Fill it in, or leave the key out.} other {{over, plural, one {One byte} other {# bytes}}'
             . ' too many; an umlaut counts as two.{cut, select, none {} other { This would fit: “{cut}”}}}}',
+    ],
+    'length_characters' => [
+        'reason' => '{label} is too long: {length, plural, other {#}} characters, at most {limit}',
+        'hint' => 'Shorten it.',
     ],
     'local_instrument' => [
         'reason' => '{value} is not possible under {rulebook}',
@@ -203,6 +247,18 @@ return [
         'reason' => 'No transactions available',
         'hint' => 'A message needs at least one payment.',
     ],
+    'not_in_debits' => [
+        'reason' => '{label}: not in direct debits',
+        'hint' => 'Only transfers have it.',
+    ],
+    'not_in_rulebook' => [
+        'reason' => '{label}: not under {rulebook}',
+        'hint' => 'The document of this rulebook cannot say it: take DE-3.7, or leave it out.',
+    ],
+    'notice' => [
+        'reason' => '{date} is too soon for a direct debit',
+        'hint' => 'The bank needs one bank day: the earliest day is {earliest}.',
+    ],
     'other' => [
         'reason' => 'Refused',
         'hint' => 'See the documentation of the key.',
@@ -211,9 +267,29 @@ return [
         'reason' => 'Your account is outside the EEA',
         'hint' => 'Banks ask for the address of every payer then.',
     ],
+    'priority' => [
+        'reason' => 'Invalid priority: {value}',
+        'hint' => 'HIGH or NORM.',
+    ],
     'purpose' => [
         'reason' => 'Invalid purpose (must be 4 capital letters or digits)',
         'hint' => 'Four capital letters of the ISO list, such as SALA for salaries.',
+    ],
+    'purpose_national' => [
+        'reason' => 'Purpose {value} is not possible under {rulebook}',
+        'hint' => 'The older list of the Austrian schemas does not have it.',
+    ],
+    'purpose_unknown' => [
+        'reason' => 'Unknown purpose: {value}',
+        'hint' => 'The list of ISO 20022 of 2023 does not have it: is it spelled right?',
+    ],
+    'reference' => [
+        'reason' => 'Invalid creditor reference: {value}',
+        'hint' => 'A creditor reference begins with RF and two check digits, such as RF18539007547034. Compare it with the invoice.',
+    ],
+    'reference_twice' => [
+        'reason' => 'Both a reference and a creditor reference',
+        'hint' => 'A payment has one or the other.',
     ],
     'rulebook' => [
         'reason' => 'Under {rulebook} an address is given by {structured, select, yes {fields} other {lines}}',
@@ -246,6 +322,18 @@ return [
     'title_lines' => [
         'reason' => '{lines, plural, one {One line} other {# lines}} before the headings skipped, from “{text}” on',
         'hint' => '',
+    ],
+    'time' => [
+        'reason' => 'Invalid time: {value}',
+        'hint' => 'Write 2026-12-01T10:00:00+01:00, with the offset from UTC.',
+    ],
+    'time_not_instant' => [
+        'reason' => 'A time of execution, and no instant payments',
+        'hint' => 'Only instant payments are executed at a time: ask for them, too, or give a date.',
+    ],
+    'time_other_day' => [
+        'reason' => 'A day other than that of {time}',
+        'hint' => 'The time of execution holds for all payments: leave the day out.',
     ],
     'too_many_blocks' => [
         'reason' => 'Message id too long for so many payment blocks',

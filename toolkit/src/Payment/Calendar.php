@@ -36,6 +36,17 @@ final class Calendar
         return $holiday;
     }
 
+    /** The first day after an existing one on which banks settle. */
+    public static function nextBankDay(string $date): string
+    {
+        $day = new \DateTimeImmutable($date);
+        do {
+            $day = $day->modify('+1 day');
+        } while (self::closed($day->format('Y-m-d')) !== null);
+
+        return $day->format('Y-m-d');
+    }
+
     /** Gauss's Easter, for the Gregorian calendar. */
     private static function easter(int $year): \DateTimeImmutable
     {

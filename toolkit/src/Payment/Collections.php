@@ -31,15 +31,4 @@ final class Collections extends Payments
             $this->warn(null, 'iban', 'own_outside_eea');
         }
     }
-
-    protected function block(array $values): string
-    {
-        return parent::block($values) . strtoupper($values['seq']);
-    }
-
-    protected function findOddities(Oddities $oddities, array $values, int $row, ?string $label): void
-    {
-        parent::findOddities($oddities, $values, $row, $label);
-        $oddities->mandate($values, parent::block($values), $this->rulebook, $row, $label);
-    }
 }

@@ -4,53 +4,159 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Payment;
 
-/** A document as the extension wrote it, line by line as it writes them. */
+/**
+ * Makes the bank's document out of the extension's: cut at the lines with which
+ * blocks and payments begin and end, every block proved to be the one that is
+ * meant, and every payment to which something is added.
+ */
 final class Document
 {
+    private const PAYMENTS = [SEPA_MSGTYPE_CTI => 'CdtTrfTxInf', SEPA_MSGTYPE_DDI => 'DrctDbtTxInf'];
+
+    private const DAYS = [SEPA_MSGTYPE_CTI => 'ReqdExctnDt', SEPA_MSGTYPE_DDI => 'ReqdColltnDt'];
+
+    /** What the extension writes into a transfer without remittance information. */
+    private const NO_REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t</RmtInf>\n";
+
+    private const BLOCK = "\t\t<PmtInf>\n";
+
+    private const BLOCK_END = "\t\t</PmtInf>\n";
+
+    /** Bytes that are copied at once: a document of many megabytes is not in memory three times. */
+    private const PIECE = 1000000;
+
     private string $xml;
 
-    public function __construct(string $xml)
+    private int $kind;
+
+    /** @var string the line with which a payment begins */
+    private string $start;
+
+    /** @var string the line with which a payment ends */
+    private string $end;
+
+    /** @var int where the next block begins */
+    private int $place;
+
+    /** @var int cents of the blocks so far */
+    private int $cents = 0;
+
+    /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
+    public function __construct(string $xml, int $kind)
     {
         $this->xml = $xml;
+        $this->kind = $kind;
+        $this->start = "\t\t\t<" . self::PAYMENTS[$kind] . ">\n";
+        $this->end = "\t\t\t</" . self::PAYMENTS[$kind] . ">\n";
+        $this->place = (int) strpos($xml, self::BLOCK);
     }
 
-    /** Whether its sums agree with each other and with what was asked for. */
-    public function isSumOf(int $count, string $sum): bool
+    /**
+     * @param int $count of all payments
+     * @param int $cents of all payments
+     * @throws Misplaced if something cannot be added where it belongs
+     * @throws \RangeException if the sums are not those of the payments
+     */
+    public function complete(Blocks $blocks, Head $head, int $count, int $cents): string
     {
-        preg_match_all('~^\t*<(NbOfTxs|CtrlSum)>(\d+)(?:\.(\d\d))?</~m', $this->xml, $sums, PREG_SET_ORDER);
-        $totals = ['NbOfTxs' => [], 'CtrlSum' => []];
-        foreach ($sums as $found) {
-            $totals[$found[1]][] = (int) ($found[2] . ($found[3] ?? ''));
-        }
-        $asked = ['NbOfTxs' => $count, 'CtrlSum' => (int) str_replace('.', '', $sum)];
-        foreach ($totals as $element => $numbers) {
-            // The first is the message's, the others are its blocks'.
-            $message = array_shift($numbers);
-            if ($message !== $asked[$element] || array_sum($numbers) !== $message) {
-                return false;
+        $xml = substr($this->xml, 0, $this->place);
+        self::demand($xml, $count, $cents);
+        $number = 0;
+        foreach ($blocks->inOrder() as [$date, $sequence, $payments, $additions]) {
+            $xml .= $head->complete($this->head(++$number, $date, $sequence, $payments), $date);
+            $this->payments($xml, $payments, $additions);
+            if (substr_compare($this->xml, self::BLOCK_END, $this->place, strlen(self::BLOCK_END)) !== 0) {
+                throw new Misplaced('a payment block of the document has another number of payments');
             }
+            $xml .= self::BLOCK_END;
+            $this->place += strlen(self::BLOCK_END);
+        }
+        if ($this->cents !== $cents || strpos($this->xml, self::BLOCK, $this->place) !== false) {
+            throw new \RangeException('the sums of the blocks are not that of the message');
         }
 
-        return true;
+        return $xml . substr($this->xml, $this->place);
     }
 
-    /** With what the schema of the rulebook wants besides. */
-    public function forBank(Rulebook $rulebook): string
+    /** The lines of a block up to its first payment. */
+    private function head(int $number, string $date, string $sequence, int $payments): string
     {
-        // A transfer without remittance information has none, not an empty one.
-        $xml = preg_replace('~^\t*<RmtInf>\n\t*</RmtInf>\n~m', '', $this->xml);
-        if ($rulebook->hasDt) {
-            // pain.001.001.09 has a choice of date and time here.
-            $xml = preg_replace(
-                '~^(\t*)<ReqdExctnDt>([^<\n]*)</ReqdExctnDt>$~m',
-                "\$1<ReqdExctnDt>\n\$1\t<Dt>\$2</Dt>\n\$1</ReqdExctnDt>",
-                (string) $xml
-            );
+        $end = strpos($this->xml, $this->start, $this->place);
+        $head = substr($this->xml, $this->place, (int) $end - $this->place);
+        $day = self::DAYS[$this->kind];
+        $isMeant = strncmp($head, self::BLOCK, strlen(self::BLOCK)) === 0
+            && strpos($head, "-P$number</PmtInfId>\n") !== false
+            && strpos($head, "<$day>$date</$day>\n") !== false
+            && ($sequence === '' || strpos($head, "<SeqTp>$sequence</SeqTp>\n") !== false);
+        if ($end === false || !$isMeant) {
+            throw new Misplaced('a payment block of the document is not the one that is meant');
         }
-        if ($xml === null) {
-            throw new \RuntimeException('cannot finish the document: ' . preg_last_error());
-        }
+        $this->place = $end;
+        $cents = self::sum($head);
+        self::demand($head, $payments, $cents);
+        $this->cents += $cents;
 
-        return $xml;
+        return $head;
+    }
+
+    /**
+     * Appends the payments of a block.
+     *
+     * @param array<int, string> $additions by place
+     */
+    private function payments(string &$xml, int $payments, array $additions): void
+    {
+        $from = $this->place;
+        if (!$additions) {
+            $this->place = (int) strpos($this->xml, "\n" . self::BLOCK_END, $from) + 1;
+            $this->copy($xml, $from, $this->place);
+
+            return;
+        }
+        for ($number = 0; $number < $payments; ++$number) {
+            $end = strpos($this->xml, $this->end, $this->place);
+            if ($end === false) {
+                throw new Misplaced('a payment block of the document has another number of payments');
+            }
+            $end += strlen($this->end);
+            if (isset($additions[$number])) {
+                $this->copy($xml, $from, $this->place);
+                $payment = substr($this->xml, $this->place, $end - $this->place);
+                $payment = $this->kind === SEPA_MSGTYPE_CTI
+                    ? Additions::toTransfer($payment, $additions[$number])
+                    : Additions::toDebit($payment, $additions[$number]);
+                $xml .= strpos($payment, self::NO_REFERENCE) === false ? $payment : str_replace(self::NO_REFERENCE, '', $payment);
+                $from = $end;
+            }
+            $this->place = $end;
+        }
+        $this->copy($xml, $from, $this->place);
+    }
+
+    /** Appends whole payments. A transfer without remittance information has none, not an empty one. */
+    private function copy(string &$xml, int $from, int $to): void
+    {
+        while ($from < $to) {
+            $end = $to - $from <= self::PIECE ? $to : strpos($this->xml, $this->end, $from + self::PIECE) + strlen($this->end);
+            $xml .= str_replace(self::NO_REFERENCE, '', substr($this->xml, $from, $end - $from));
+            $from = $end;
+        }
+    }
+
+    /** @throws \RangeException */
+    private static function demand(string $head, int $count, int $cents): void
+    {
+        if (strpos($head, "\t\t\t<NbOfTxs>$count</NbOfTxs>\n") === false || self::sum($head) !== $cents) {
+            throw new \RangeException('the sums of the document are not those of the payments');
+        }
+    }
+
+    /** @return int the control sum in cents */
+    private static function sum(string $head): int
+    {
+        $from = (int) strpos($head, '<CtrlSum>') + strlen('<CtrlSum>');
+        $sum = substr($head, $from, (int) strpos($head, '<', $from) - $from);
+
+        return (int) str_replace('.', '', $sum);
     }
 }

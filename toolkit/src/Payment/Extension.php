@@ -67,6 +67,18 @@ final class Extension
         return $this->refusal($row);
     }
 
+    /** Whether form and check digits of a creditor identifier are right. */
+    public function isCreditorId(string $value): bool
+    {
+        try {
+            $this->message()->setCreditorIdentifier($value);
+        } catch (\SEPAException $e) {
+            return false;
+        }
+
+        return true;
+    }
+
     /**
      * The characters of a UTF-8 text that a key does not take.
      *

@@ -12,13 +12,11 @@ use Sepa\Toolkit\Iban\Ibans;
  */
 final class Inspector
 {
-    /** What an address by fields cannot do without. */
-    private const ADDRESS = ['addrTown', 'addrCC'];
-
     /** As the extension has them, for BICs. */
     private const OUTSIDE_EEA = ['AD', 'BL', 'CH', 'GB', 'GG', 'GI', 'IM', 'JE', 'MC', 'NC', 'PF', 'PM', 'SM', 'TF', 'VA', 'WF'];
 
-    private const IBANS = ['iban' => 0, 'old_iban' => 0];
+    /** What people write in groups. */
+    private const COMPACT = ['iban' => 0, 'old_iban' => 0, 'rf' => 0, 'old_creditor_id' => 0];
 
     private Extension $extension;
 
@@ -34,14 +32,22 @@ final class Inspector
     /** @var array<string, string> key by itself and by its small letters */
     private array $keys = [];
 
-    /** @var array<string, string> form by key, of those that have rules of their own */
+    /** @var array<string, true> keys whose values have more to be tested than texts of the extension's */
     private array $ruled = [];
+
+    /** @var array<string, int> keys that the extension does not take, as keys */
+    private array $added;
+
+    private Rules $rules;
 
     /** @var string the keys under the rulebook, for people */
     private string $list;
 
-    /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
-    public function __construct(Extension $extension, Reasons $reasons, Rulebook $rulebook, int $kind)
+    /**
+     * @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI
+     * @param bool $hasLines whether addresses by fields may have lines besides
+     */
+    public function __construct(Extension $extension, Reasons $reasons, Rulebook $rulebook, int $kind, bool $hasLines)
     {
         $this->extension = $extension;
         $this->reasons = $reasons;
@@ -53,11 +59,13 @@ final class Inspector
             $kind === SEPA_MSGTYPE_DDI ? ['seq', 'mref', 'mdate'] : []
         );
         $this->required = array_flip($required);
+        $this->added = Keys::added($kind) + ($hasLines ? array_flip(Keys::ofGroup(Keys::LINES)) : []);
+        $this->rules = new Rules($extension, $rulebook, $this->added);
         foreach (Keys::ofKind($kind) as $key) {
             $this->keys[$key] = $key;
             $this->keys[strtolower($key)] = $key;
-            if (Rules::has(Keys::form($key))) {
-                $this->ruled[$key] = Keys::form($key);
+            if (isset($this->added[$key]) || Rules::has(Keys::form($key))) {
+                $this->ruled[$key] = true;
             }
         }
         $this->list = implode(', ', $this->keys());
@@ -68,7 +76,13 @@ final class Inspector
     {
         $others = Keys::ofGroup($this->rulebook->structured ? Keys::LINES : Keys::FIELDS);
 
-        return array_values(array_diff(Keys::ofKind($this->kind), $others));
+        return array_values(array_diff(Keys::ofKind($this->kind), array_diff($others, array_keys($this->added))));
+    }
+
+    /** @return array<string, int> keys that the extension does not take, as keys */
+    public function added(): array
+    {
+        return $this->added;
     }
 
     /** @return list<string> what every payment has */
@@ -104,8 +118,8 @@ final class Inspector
                 $values[$key] = $text;
             }
         }
-        foreach (array_intersect_key($values, self::IBANS) as $key => $text) {
-            $values[$key] = Ibans::normalise($text);
+        foreach (array_intersect_key($values, self::COMPACT) as $key => $text) {
+            $values[$key] = $key === 'old_creditor_id' ? (string) preg_replace('/\s+/', '', $text) : Ibans::normalise($text);
         }
 
         return [$values, $faults];
@@ -127,14 +141,13 @@ final class Inspector
         foreach (array_diff_key($this->required, $given) as $key => $number) {
             $faults[$key] = ['missing', []];
         }
-        $address = array_intersect_key($given, Keys::address());
-        if ($this->rulebook->structured && $address) {
-            foreach (array_diff(self::ADDRESS, array_keys($address)) as $key) {
-                $faults[$key] = ['address', []];
-            }
+        if (isset($given['rf'], $given['ref'])) {
+            $faults['rf'] = $faults['rf'] ?? ['reference_twice', []];
         }
+        $faults += $this->addressOutsideEea($values, $given);
+        $address = array_intersect_key($given, Keys::address());
 
-        return $faults + $this->addressOutsideEea($values, $given);
+        return $address ? $faults + Address::faults($address, $this->rulebook) : $faults;
     }
 
     /**
@@ -156,6 +169,25 @@ final class Inspector
     }
 
     /**
+     * @param array<string, mixed> $address of the submitting party
+     * @return array{array<string, string>, array<string, array{string, array<string, int|string|list<string>>}>} texts, faults
+     */
+    public function ownAddress(array $address): array
+    {
+        [$values, $faults] = $this->texts($address);
+        foreach (array_diff_key($values, Keys::address()) as $key => $text) {
+            $faults[$key] = ['unknown_key', ['keys' => implode(', ', array_keys(Keys::address()))]];
+        }
+        $faults += $this->faultsOfValues($values) + Address::faults(array_intersect_key($values + $faults, Keys::address()), $this->rulebook);
+        foreach (array_diff_key($values, $this->added, $faults) as $key => $text) {
+            $reason = $this->extension->refusalOf($key, $text);
+            $faults += $reason === null ? [] : [$key => $this->reasons->of($reason, $key, $text)];
+        }
+
+        return [$values, $faults];
+    }
+
+    /**
      * @param array<string, string> $values
      * @return array<string, array{string, array<string, int|string|list<string>>}>
      */
@@ -168,7 +200,7 @@ final class Inspector
             if ($isPlain && $value !== '' && $value[0] !== ' ' && !isset($this->ruled[$key])) {
                 continue;
             }
-            $fault = Rules::garbled($key, $value) ?? Rules::broken($key, $value, $this->rulebook);
+            $fault = Rules::garbled($value) ?? $this->rules->broken($key, $value);
             if ($fault !== null) {
                 $faults[$key] = $fault;
             }
@@ -188,8 +220,9 @@ final class Inspector
      */
     public function inWordsOfExtension(array $values, array $faults, string $text): array
     {
+        $values = array_diff_key($values, $this->added);
         foreach ($values as $key => $value) {
-            $reason = Rules::garbled($key, $value) ? null : $this->extension->refusalOf($key, $value);
+            $reason = Rules::garbled($value) ? null : $this->extension->refusalOf($key, $value);
             if ($reason !== null && ($faults[$key][0] ?? '') !== 'duplicate_key') {
                 $faults[$key] = $this->reasons->of($reason, $key, $value);
             }

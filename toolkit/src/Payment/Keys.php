@@ -23,6 +23,9 @@ final class Keys
 
     public const FIELDS = 'fields';
 
+    /** Keys that the extension does not have: the toolkit writes them into the document. */
+    public const ADDED = 'added';
+
     /** Forms of values. */
     public const TEXT = 'text';
 
@@ -42,11 +45,13 @@ final class Keys
 
     public const CREDITOR = 'creditor';
 
+    public const RF = 'rf';
+
     /**
      * Labels in English and German, kinds, group, form, limit in bytes (of
-     * UTF-8, as the extension counts), and usual headings of spreadsheets in the
-     * form of Csv\Headings::plain; label and key are headings, too. In the order
-     * in which people expect columns.
+     * UTF-8, as the extension counts; of added keys in characters), and usual
+     * headings of spreadsheets in the form of Csv\Headings::plain; label and key
+     * are headings, too. In the order in which people expect columns.
      */
     private const ROWS = [
         'name' => ['Name', 'Name', self::BOTH, self::PAYMENT, self::TEXT, 70,
@@ -69,7 +74,18 @@ final class Keys
             . 'endtoendref e2ereferenz e2ereference'],
         'bic' => ['BIC', 'BIC', self::BOTH, self::PAYMENT, self::BIC, 11,
             'swift swiftcode biccode bicswift swiftbic bicswiftcode swiftbiccode swiftcodebic bicnummer'],
-        'purp' => ['Purpose code', 'Zweckcode', self::TRANSFER, self::PAYMENT, self::PURPOSE, 4, 'purpose'],
+        'purp' => ['Purpose code', 'Zweckcode', self::BOTH, self::PAYMENT, self::PURPOSE, 4, 'purpose'],
+        'rf' => ['Creditor reference', 'Strukturierte Referenz', self::BOTH, self::ADDED, self::RF, 25,
+            'rfreferenz rfreference creditorreference structuredreference glaeubigerreferenz referenznummer'],
+        'instr_id' => ['Instruction id', 'Auftrags-Id', self::BOTH, self::ADDED, self::ID, 35, 'instrid auftragsreferenz'],
+        'ultm_dbtr' => ['Ultimate debtor', 'Abweichender Zahler', self::BOTH, self::ADDED, self::TEXT, 70,
+            'abweichenderzahlungspflichtiger abweichenderschuldner ultimatepayer'],
+        'ultm_dbtr_id' => ['Id of the ultimate debtor', 'Id des abweichenden Zahlers', self::BOTH, self::ADDED, self::ID, 35,
+            'ultimatedebtorid'],
+        'ultm_cdtr' => ['Ultimate creditor', 'Abweichender Empfänger', self::BOTH, self::ADDED, self::TEXT, 70,
+            'abweichenderzahlungsempfaenger abweichenderglaeubiger ultimatepayee ultimatebeneficiary'],
+        'ultm_cdtr_id' => ['Id of the ultimate creditor', 'Id des abweichenden Empfängers', self::BOTH, self::ADDED, self::ID, 35,
+            'ultimatecreditorid'],
         'seq' => ['Sequence type', 'Sequenz', self::DEBIT, self::PAYMENT, self::CODE, 4,
             'sequence sequenztyp sequenzart'],
         'mref' => ['Mandate reference', 'Mandatsreferenz', self::DEBIT, self::PAYMENT, self::ID, 35,
@@ -82,6 +98,10 @@ final class Keys
         'old_mref' => ['Old mandate reference', 'Alte Mandatsreferenz', self::DEBIT, self::PAYMENT, self::ID, 35,
             'altesmandat oldmandate oldmandatereference'],
         'old_iban' => ['Old IBAN', 'Alte IBAN', self::DEBIT, self::PAYMENT, self::IBAN, 34, ''],
+        'old_name' => ['Old creditor name', 'Alter Gläubigername', self::DEBIT, self::ADDED, self::TEXT, 70,
+            'alternameglaeubiger oldname'],
+        'old_creditor_id' => ['Old creditor identifier', 'Alte Gläubiger-Id', self::DEBIT, self::ADDED, self::CREDITOR, 35,
+            'alteglaeubigeridentifikationsnummer alteglaeubigerid oldcreditorid'],
         'smnda' => ['Other bank (SMNDA)', 'Andere Bank (SMNDA)', self::DEBIT, self::PAYMENT, self::CODE, 1, ''],
         'addrStreet' => ['Street', 'Straße', self::BOTH, self::FIELDS, self::TEXT, 70, 'streetname'],
         'addrNum' => ['House number', 'Hausnummer', self::BOTH, self::FIELDS, self::TEXT, 16, 'hausnr buildingnumber'],
@@ -111,6 +131,13 @@ final class Keys
         'type' => ['Kind of direct debit', 'Art der Lastschrift', self::CODE, 4],
         'date' => ['Date', 'Datum', self::DATE, 10],
         'messageId' => ['Message id', 'Nachrichten-Id', self::ID, 30],
+        'rulebook' => ['Rulebook', 'Regelwerk', self::CODE, 6],
+        'instant' => ['Instant payment', 'Echtzeitüberweisung', self::CODE, 1],
+        'at' => ['Time of execution', 'Ausführungszeitpunkt', self::CODE, 25],
+        'category' => ['Category purpose', 'Zahlungsart (Category Purpose)', self::PURPOSE, 4],
+        'priority' => ['Priority', 'Priorität', self::CODE, 4],
+        'currency' => ['Currency of your account', 'Währung Ihres Kontos', self::CODE, 3],
+        'hybrid' => ['Hybrid addresses', 'Hybride Adressen', self::CODE, 1],
     ];
 
     /** @var array<string, int>|null */
@@ -129,6 +156,15 @@ final class Keys
     public static function ofGroup(string $group): array
     {
         return array_keys(array_filter(self::ROWS, static fn (array $row): bool => $row[3] === $group));
+    }
+
+    /**
+     * @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI
+     * @return array<string, int> those that the extension does not take, as keys; purposes of debits among them
+     */
+    public static function added(int $kind): array
+    {
+        return array_flip(array_merge(self::ofGroup(self::ADDED), $kind === SEPA_MSGTYPE_DDI ? ['purp'] : []));
     }
 
     /** @return array<string, int> the keys of addresses as keys */
@@ -161,6 +197,9 @@ final class Keys
     public static function fitting(string $key, string $text): string
     {
         $limit = self::limit($key);
+        if (self::group($key) === self::ADDED) {
+            return mb_strlen($text, 'UTF-8') <= $limit ? $text : rtrim(mb_substr($text, 0, $limit, 'UTF-8'));
+        }
         if (strlen($text) <= $limit || !preg_match('//u', $text)) {
             return $text;
         }

@@ -7,14 +7,30 @@ namespace Sepa\Toolkit\Payment;
 /** Collects what is legal in payments and seldom meant. */
 final class Oddities
 {
-    private string $today;
+    /** Countries whose banks an IBAN can belong to, beside its own. */
+    private const SERVED = [
+        'GB' => ['GG', 'IM', 'JE'],
+        'FR' => ['BL', 'GF', 'GP', 'MF', 'MQ', 'NC', 'PF', 'PM', 'RE', 'TF', 'WF', 'YT'],
+    ];
+
+    /** Since this day banks refuse an address that has lines alone. */
+    private const NO_LINES = '2026-11-15';
 
     private Findings $found;
+
+    private Rulebook $rulebook;
+
+    private bool $isDebit;
+
+    private string $today;
+
+    /** @var bool whether payments are executed on every day of the year */
+    private bool $isInstant;
 
     /** @var array<string, int> first row by end-to-end id */
     private array $ids = [];
 
-    /** @var array<string, int> first row by payee and amount */
+    /** @var array<string, int> first row by account and cents */
     private array $payments = [];
 
     /** @var array<string, list<array{string, array<string, string>}>> codes and values by date */
@@ -23,18 +39,54 @@ final class Oddities
     /** Whether the date of payments without their own was told. */
     private bool $commonTold = false;
 
-    public function __construct(Findings $found, string $today)
+    public function __construct(Findings $found, Rulebook $rulebook, int $kind, string $today, bool $isInstant)
     {
         $this->found = $found;
+        $this->rulebook = $rulebook;
+        $this->isDebit = $kind === SEPA_MSGTYPE_DDI;
         $this->today = $today;
+        $this->isInstant = $isInstant;
     }
 
     /**
-     * @param array<string, string> $values
-     * @param string|null $own the payment's own date
-     * @param string $common the date of those that have none
+     * @param array<string, string> $values of a good payment
+     * @param string $date its own or that of the message
      */
-    public function payment(array $values, ?string $own, string $common, int $row, ?string $label): void
+    public function payment(array $values, int $cents, string $date, int $row, ?string $label): void
+    {
+        $this->again($values, $cents, $row, $label);
+        $isOwn = isset($values['date']);
+        if ($isOwn || !$this->commonTold) {
+            $this->commonTold = $this->commonTold || !$isOwn;
+            foreach ($this->dates[$date] ?? $this->oddInDate($date) as [$code, $facts]) {
+                $this->found->add($isOwn ? $row : null, $isOwn ? $label : null, 'date', $code, $facts);
+            }
+        }
+        if (isset($values['bic'])) {
+            $this->bic($values['bic'], $values['iban'], $row, $label);
+        }
+        if (isset($values['purp']) && !PurposeCodes::exists(PurposeCodes::PURPOSE, $values['purp'])) {
+            $this->found->add($row, $label, 'purp', 'purpose_unknown', ['value' => $values['purp']]);
+        }
+        if ($this->isInstant && Inspector::isOutsideEea($values['iban'])) {
+            $this->found->add($row, $label, 'iban', 'instant_outside_eea');
+        }
+        $this->address($values, $row, $label);
+        if ($this->isDebit) {
+            $this->mandate($values, $date, $row, $label);
+        }
+    }
+
+    /** @param array<string, string> $values of a payment, or of the submitting party's address */
+    public function address(array $values, ?int $row, ?string $label): void
+    {
+        if (!$this->rulebook->structured && (isset($values['addrLine1']) || isset($values['addrLine2']))) {
+            $this->found->add($row, $label, isset($values['addrLine1']) ? 'addrLine1' : 'addrLine2', 'address_lines', ['date' => self::NO_LINES]);
+        }
+    }
+
+    /** @param array<string, string> $values */
+    private function again(array $values, int $cents, int $row, ?string $label): void
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {
@@ -42,18 +94,20 @@ final class Oddities
         } elseif ($id !== null) {
             $this->ids[$id] = $row;
         }
-        $payment = $values['iban'] . ' ' . (float) $values['amount'];
+        $payment = "{$values['iban']} $cents";
         if (isset($this->payments[$payment])) {
             $this->found->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
         } else {
             $this->payments[$payment] = $row;
         }
-        if ($own === null && $this->commonTold) {
-            return;
-        }
-        $this->commonTold = $this->commonTold || $own === null;
-        foreach ($this->oddInDate($own ?? $common) as [$code, $facts]) {
-            $this->found->add($own === null ? null : $row, $own === null ? null : $label, 'date', $code, $facts);
+    }
+
+    private function bic(string $bic, string $iban, int $row, ?string $label): void
+    {
+        $bank = strtoupper(substr($bic, 4, 2));
+        $country = substr($iban, 0, 2);
+        if ($bank !== $country && !in_array($bank, self::SERVED[$country] ?? [], true)) {
+            $this->found->add($row, $label, 'bic', 'bic_other_country', ['bank' => $bank, 'country' => $country]);
         }
     }
 
@@ -61,36 +115,34 @@ final class Oddities
      * @param array<string, string> $values
      * @param string $date of the collection
      */
-    public function mandate(array $values, string $date, Rulebook $rulebook, int $row, ?string $label): void
+    private function mandate(array $values, string $date, int $row, ?string $label): void
     {
+        $rulebook = $this->rulebook->name;
         if ($values['mdate'] > $date) {
             $this->found->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
         }
-        if (isset($values['smnda']) && $rulebook->smnda === Rulebook::OLD) {
-            $this->found->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook->name]);
+        if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::OLD) {
+            $this->found->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook]);
         }
-        if (isset($values['smnda']) && $rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
-            $this->found->add($row, $label, 'smnda', 'smnda_sequence', ['sequence' => $values['seq'], 'rulebook' => $rulebook->name]);
+        if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
+            $values = ['sequence' => $values['seq'], 'rulebook' => $rulebook];
+            $this->found->add($row, $label, 'smnda', 'smnda_sequence', $values);
         }
-    }
-
-    /** @param list<string> $characters of an address, outside the banks' set */
-    public function characters(string $key, array $characters, int $row, ?string $label): void
-    {
-        $this->found->add($row, $label, $key, 'characters', ['characters' => $characters]);
     }
 
     /** @return list<array{string, array<string, string>}> codes and their values */
     private function oddInDate(string $date): array
     {
-        if (isset($this->dates[$date]) || !Calendar::exists($date)) {
-            return $this->dates[$date] ?? [];
+        if (!Calendar::exists($date)) {
+            return [];
         }
-        $closed = Calendar::closed($date);
+        $closed = $this->isInstant ? null : Calendar::closed($date);
+        $earliest = $this->isDebit ? Calendar::nextBankDay($this->today) : $this->today;
         $isFar = $date > (new \DateTimeImmutable($this->today))->modify('+1 year')->format('Y-m-d');
 
         return $this->dates[$date] = array_merge(
             $date < $this->today ? [['date_past', ['date' => $date]]] : [],
+            $date >= $this->today && $date < $earliest ? [['notice', ['date' => $date, 'earliest' => $earliest]]] : [],
             $closed === null ? [] : [['no_bank_day', ['date' => $date, 'day' => $closed]]],
             $isFar ? [['date_far', ['date' => $date]]] : []
         );

@@ -36,6 +36,27 @@ final class Options
     /** @var string of direct debits: a key of TYPES */
     public string $type = 'CORE';
 
+    /** @var bool whether the message is one of instant payments */
+    public bool $instant = false;
+
+    /** @var string|null time of execution with its offset from UTC, such as 2026-12-01T10:00:00+01:00 */
+    public ?string $at = null;
+
+    /** @var string|null category purpose, such as SALA */
+    public ?string $category = null;
+
+    /** @var string|null HIGH or NORM */
+    public ?string $priority = null;
+
+    /** @var string|null of the own account, such as EUR */
+    public ?string $currency = null;
+
+    /** @var bool whether a message without the own BIC is meant */
+    public bool $needsNoBic = false;
+
+    /** @var bool whether addresses may have lines beside town and country */
+    public bool $hybridAddresses = false;
+
     /** @var string|null yyyy-mm-dd, in place of the clock's day */
     public ?string $today = null;
 
@@ -89,6 +110,51 @@ final class Options
     public function ofType(string $type): self
     {
         return $this->with('type', $type);
+    }
+
+    /** Within seconds, also at night and on holidays. */
+    public function instant(bool $instant = true): self
+    {
+        return $this->with('instant', $instant);
+    }
+
+    /** Instant payments at a time of a day, with its offset from UTC: 2026-12-01T10:00:00+01:00. */
+    public function at(?string $time): self
+    {
+        return $this->with('at', $time);
+    }
+
+    /** What all payments are for: a code of ISO 20022's list of category purposes, such as SALA. */
+    public function forCategory(?string $category): self
+    {
+        return $this->with('category', $category);
+    }
+
+    /** HIGH or NORM, as agreed with the bank. */
+    public function withPriority(?string $priority): self
+    {
+        return $this->with('priority', $priority);
+    }
+
+    /** Currency of the own account, where the bank asks for it. */
+    public function inAccountOf(?string $currency): self
+    {
+        return $this->with('currency', $currency);
+    }
+
+    /** The document says NOTPROVIDED where the party gives no BIC: what is not given is not looked up. */
+    public function withoutBic(bool $needsNone = true): self
+    {
+        return $this->with('needsNoBic', $needsNone);
+    }
+
+    /**
+     * Addresses may have up to two lines beside town, country and postcode.
+     * Schemas of before April 2025 refuse such documents.
+     */
+    public function withHybridAddresses(bool $areHybrid = true): self
+    {
+        return $this->with('hybridAddresses', $areHybrid);
     }
 
     /** What counts as today. */

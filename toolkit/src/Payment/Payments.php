@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Payment;
 
+use Sepa\Toolkit\Iban\Ibans;
+
 /**
  * One message for the bank, tested as a whole: add payments, look at faults()
  * and warnings(), take the document() if there are no faults.
@@ -35,17 +37,21 @@ abstract class Payments implements \Countable
 
     private bool $shortens;
 
+    private Head $head;
+
+    private Blocks $blocks;
+
     private string $messageId;
 
     private string $date;
+
+    /** @var string|null the only day that payments can have */
+    private ?string $onlyDay;
 
     private int $count = 0;
 
     /** @var int sum of the good payments */
     private int $cents = 0;
-
-    /** @var array<string, true> by what tells payment blocks apart */
-    private array $blocks = [];
 
     private Findings $faults;
 
@@ -58,25 +64,89 @@ abstract class Payments implements \Countable
         $this->rulebook = new Rulebook($options->rulebook);
         $this->extension = new Extension(static::KIND, $this->rulebook);
         $this->reasons = new Reasons($this->extension, $this->rulebook);
-        $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, static::KIND);
+        $hasLines = $options->hybridAddresses && $this->rulebook->structured;
+        $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, static::KIND, $hasLines);
         $this->message = $this->extension->message();
         $this->shortens = $options->shortens;
+        $this->blocks = new Blocks();
         $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
-        $now = $options->today ?? date('Y-m-d');
         $this->faults = new Findings();
         $this->warnings = new Findings();
         $this->changes = new Findings();
-        $this->oddities = new Oddities($this->warnings, $now);
-        $this->date = $options->date ?? $now;
+        $today = $options->today ?? date('Y-m-d');
+        $this->oddities = new Oddities($this->warnings, $this->rulebook, static::KIND, $today, $options->instant);
         $this->messageId = $options->messageId ?? self::newMessageId();
+        $this->submit($party, $options, $today);
+    }
+
+    /** Takes the submitting party and what is said once for all payments. */
+    private function submit(Party $party, Options $options, string $today): void
+    {
+        $own = ['name' => $this->transliterated('name', $party->name, null, null)];
+        $party = $party->named(($this->shortens ? $this->shortened($own, null, null) : $own)['name']);
+        $party = $party->withAccount($party->iban, $this->ownBic($party, $options))->livingAt($this->ownAddress($party));
+        $this->head = new Head($party, $options, $this->rulebook, static::KIND);
+        foreach ($this->head->faults() as [$key, $code, $values]) {
+            $this->refuse(null, null, $key, $code, $values);
+        }
+        foreach ($this->head->oddities() as [$key, $code, $values]) {
+            $this->warn(null, $key, $code, $values);
+        }
+        $this->onlyDay = $this->head->day();
+        $this->date = $this->onlyDay ?? $options->date ?? $today;
 
         $this->message->setBatchBooking($options->batchBooking);
-        $own = ['name' => $this->transliterated('name', $party->name, null, null)];
-        $this->set('name', ($this->shortens ? $this->shortened($own, null, null) : $own)['name'], 'setName');
+        $this->set('name', $party->name, 'setName');
         $this->set('iban', $party->iban, 'setIBAN');
-        $this->set('bic', $party->bic, 'setBIC');
+        if ($party->bic === '' && !$options->needsNoBic) {
+            $this->refuse(null, null, 'bic', 'missing');
+        } else {
+            $this->set('bic', $party->bic ?: Head::FILLER, 'setBIC');
+        }
         $this->set('date', $this->date, 'setDate');
         $this->set('messageId', $this->messageId, 'setMessageId');
+    }
+
+    /** The party's BIC, or that of its IBAN; empty if none is known or none is wanted. */
+    private function ownBic(Party $party, Options $options): string
+    {
+        $known = (string) Ibans::check($party->iban)->bic;
+        if (self::isNoBic($party->bic)) {
+            $this->changes->add(null, null, 'bic', 'bic_dropped', ['value' => $party->bic]);
+        } elseif ($party->bic !== '') {
+            if ($known !== '' && strncasecmp($known, $party->bic, 8) !== 0) {
+                $this->warn(null, 'bic', 'bic_other_bank', ['value' => Fault::shown($party->bic), 'known' => $known]);
+            }
+
+            return $party->bic;
+        }
+
+        return $options->needsNoBic ? '' : $known;
+    }
+
+    /** @return array<string, string> */
+    private function ownAddress(Party $party): array
+    {
+        if (!$party->address) {
+            return [];
+        }
+        $address = $party->address;
+        foreach ($address as $key => $text) {
+            $address[$key] = $this->transliterated((string) $key, $text, null, null);
+        }
+        [$values, $faults] = $this->inspector->ownAddress($address);
+        foreach ($faults as $key => [$code, $found]) {
+            $this->refuse(null, null, (string) $key, $code, $found);
+        }
+        $this->oddities->address($values, null, null);
+
+        return $values;
+    }
+
+    /** Whether a text in place of a BIC says that there is none. */
+    private static function isNoBic(string $bic): bool
+    {
+        return strcasecmp($bic, 'NOTPROVIDED') === 0;
     }
 
     /** Unique over machines and containers. */
@@ -147,10 +217,18 @@ abstract class Payments implements \Countable
         if ($this->shortens) {
             $values = $this->shortened($values, $row, $label);
         }
+        if (isset($values['bic']) && self::isNoBic($values['bic'])) {
+            $this->changes->add($row, $label, 'bic', 'bic_dropped', ['value' => $values['bic']]);
+            unset($values['bic']);
+        }
         $faults = $this->inspector->faults($values, $known + $faults);
-        $text = $faults ? '' : $this->refusal($values);
+        if ($this->onlyDay !== null && ($values['date'] ?? $this->onlyDay) !== $this->onlyDay) {
+            $faults += ['date' => ['time_other_day', ['time' => $this->onlyDay]]];
+        }
+        $added = array_intersect_key($values, $this->inspector->added());
+        $text = $faults ? '' : $this->refusal($added ? array_diff_key($values, $added) : $values);
         if ($text === null) {
-            $this->remember($values, $row, $label);
+            $this->remember($values, $added, $row, $label);
 
             return true;
         }
@@ -257,12 +335,12 @@ abstract class Payments implements \Countable
             throw new FaultyPayments($faults, $this->faultCount());
         }
         $this->rulebook->select();
-        $document = new Document($this->message->toXML());
-        if (!$document->isSumOf($this->count, self::euro($this->cents))) {
+        $document = new Document($this->message->toXML(), static::KIND);
+        try {
+            return $document->complete($this->blocks, $this->head, $this->count, $this->cents);
+        } catch (\RangeException $e) {
             throw new FaultyPayments([new Fault(null, null, 'amount', 'control_sum')], 1);
         }
-
-        return $document->forBank($this->rulebook);
     }
 
     /** @return list<Fault> of the message as a whole */
@@ -283,11 +361,11 @@ abstract class Payments implements \Countable
     protected function set(string $key, string $value, string $setter): void
     {
         $this->rulebook->select();
-        $fault = trim($value) === '' ? ['missing', []] : Rules::garbled($key, $value);
+        $fault = trim($value) === '' ? ['missing', []] : Rules::garbled($value);
         if ($fault === null) {
             try {
                 $this->message->$setter($value);
-                $fault = Rules::broken($key, $value, $this->rulebook);
+                $fault = (new Rules($this->extension, $this->rulebook))->broken($key, $value);
             } catch (\SEPAException $e) {
                 $fault = $this->reasons->of($e->getMessage(), $key, $value);
             }
@@ -295,22 +373,6 @@ abstract class Payments implements \Countable
         if ($fault !== null) {
             $this->refuse(null, null, $key, $fault[0], $fault[1]);
         }
-    }
-
-    /**
-     * What tells the payment block of a payment from others.
-     *
-     * @param array<string, string> $values
-     */
-    protected function block(array $values): string
-    {
-        return $values['date'] ?? $this->date;
-    }
-
-    /** @param array<string, string> $values of a good payment */
-    protected function findOddities(Oddities $oddities, array $values, int $row, ?string $label): void
-    {
-        $oddities->payment($values, $values['date'] ?? null, $this->date, $row, $label);
     }
 
     private function transliterated(string $key, string $text, ?int $row, ?string $label): string
@@ -365,17 +427,22 @@ abstract class Payments implements \Countable
         return null;
     }
 
-    /** @param array<string, string> $values of a payment that the message has taken */
-    private function remember(array $values, int $row, ?string $label): void
+    /**
+     * @param array<string, string> $values of a payment that the message has taken
+     * @param array<string, string> $added of them
+     */
+    private function remember(array $values, array $added, int $row, ?string $label): void
     {
         $cents = self::cents($values['amount']);
         $this->cents += $cents;
-        $this->blocks[$this->block($values)] = true;
-        $this->findOddities($this->oddities, $values, $row, $label);
+        $date = $values['date'] ?? $this->date;
+        $addition = $added ? Additions::pack($values, $added, self::euro($cents)) : '';
+        $this->blocks->add($date, $values['seq'] ?? '', $addition);
+        $this->oddities->payment($values, $cents, $date, $row, $label);
         foreach (array_intersect_key($values, Keys::address()) as $key => $text) {
             $unusual = $this->extension->refusedCharacters('name', $text);
             if ($unusual) {
-                $this->oddities->characters($key, $unusual, $row, $label);
+                $this->warnings->add($row, $label, $key, 'characters', ['characters' => $unusual]);
             }
         }
     }

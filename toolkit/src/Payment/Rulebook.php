@@ -23,20 +23,23 @@ final class Rulebook
     /** SMNDA is written as before November 2016. */
     public const OLD = 'bank';
 
-    private const COLUMNS = ['country', 'structured', 'wantsBic', 'hasDt', 'fewerInIds', 'smnda', 'outsideEea'];
+    /** At least some banks take pain.001.001.03, pain.008.001.02 and older ones until this day. */
+    private const NOVEMBER_2026 = '2026-11-14';
+
+    private const COLUMNS = ['country', 'structured', 'wantsBic', 'hasDt', 'fewerInIds', 'smnda', 'outsideEea', 'instant', 'ends'];
 
     private const ROWS = [
-        //           country, address by fields, BIC, Dt, fewer characters in ids, SMNDA, address outside the EEA
-        'DE-2.6' => ['DE', false, true, false, false, self::FIRST, ''],
-        'DE-2.7' => ['DE', false, false, false, false, self::FIRST, ''],
-        'DE-2.8' => ['DE', false, false, false, false, self::FIRST, ''],
-        'DE-2.9' => ['DE', false, false, false, false, self::FIRST, ''],
-        'DE-3.0' => ['DE', false, false, false, false, self::ACCOUNT, ''],
-        'DE-3.1' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1'],
-        'DE-3.5' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1'],
-        'DE-3.7' => ['DE', true, false, true, false, self::ACCOUNT, 'addrTown'],
-        'AT-6' => ['AT', false, false, false, true, self::OLD, ''],
-        'NL-6' => ['NL', false, false, false, false, self::OLD, ''],
+        //           country, address by fields, BIC, Dt, fewer characters in ids, SMNDA, address outside the EEA, instant, ends
+        'DE-2.6' => ['DE', false, true, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
+        'DE-2.7' => ['DE', false, false, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
+        'DE-2.8' => ['DE', false, false, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
+        'DE-2.9' => ['DE', false, false, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
+        'DE-3.0' => ['DE', false, false, false, false, self::ACCOUNT, '', false, self::NOVEMBER_2026],
+        'DE-3.1' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1', false, self::NOVEMBER_2026],
+        'DE-3.5' => ['DE', false, false, false, false, self::ACCOUNT, 'addrLine1', true, self::NOVEMBER_2026],
+        'DE-3.7' => ['DE', true, false, true, false, self::ACCOUNT, 'addrTown', true, ''],
+        'AT-6' => ['AT', false, false, false, true, self::OLD, '', true, self::NOVEMBER_2026],
+        'NL-6' => ['NL', false, false, false, false, self::OLD, '', true, self::NOVEMBER_2026],
     ];
 
     /** @var string as the extension calls it */
@@ -62,6 +65,12 @@ final class Rulebook
 
     /** @var string key that a debit from a bank outside the EEA has at least; empty if none */
     public string $outsideEea;
+
+    /** @var bool whether a message can be one of instant payments */
+    public bool $instant;
+
+    /** @var string last day on which all banks took documents of its form; empty if they do */
+    public string $ends;
 
     /**
      * @param string $name as SEPA::init takes it

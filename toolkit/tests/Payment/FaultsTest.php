@@ -81,7 +81,7 @@ final class FaultsTest extends TestCase
         yield ['transfer DE-3.7', ['addrTown' => str_repeat('x', 36), 'addrCC' => 'de', 'addrNum' => str_repeat('1', 17)], ['addrTown' => 'length', 'addrCC' => 'country', 'addrNum' => 'length']];
         yield ['transfer DE-3.7', ['addrLine1' => 'Gasse 1', 'addrTown' => 'Bern', 'addrCC' => 'CH'], ['addrLine1' => 'rulebook']];
         yield ['transfer DE-3.5', ['addrTown' => 'Bern'], ['addrTown' => 'rulebook']];
-        yield ['debit DE-3.5', ['addrTown' => 'Bern', 'purp' => 'SALA'], ['addrTown' => 'rulebook', 'purp' => 'unknown_key']];
+        yield ['debit DE-3.5', ['addrTown' => 'Bern', 'purp' => 'SALA'], ['addrTown' => 'rulebook']];
         yield ['debit DE-3.5', self::SWISS, ['addrLine1' => 'address_line']];
         yield ['debit DE-3.7', self::SWISS, ['addrTown' => 'address']];
         yield ['debit DE-3.7', self::SWISS + ['addrTown' => 'Bern'], ['addrCC' => 'address']];
