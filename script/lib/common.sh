@@ -74,7 +74,7 @@ copy_sources() {
 # of a copy of the sources in DIR/src, so that the tree stays clean and several
 # engines (PHPIZE, PHP_CONFIG) can be built from it. With SEPA_IN_TREE set the
 # copy itself is built in. Sets $module. Without flags an earlier build's are
-# kept, so that a demo after a test has nothing to do.
+# kept, so that a test of the page after all others has nothing to do.
 build_extension() {
     dir=$1
     shift
@@ -98,8 +98,8 @@ build_extension() {
     module=$build/modules/sepa.so
 }
 
-# run_php ARGUMENT...: PHP with the extension of the default build and nothing else.
-run_php() { "$PHP" -n -d extension="$out/php/build/modules/sepa.so" "$@"; }
+# run_php ARGUMENT...: PHP with the extension that was built last and nothing else.
+run_php() { "$PHP" -n -d extension="$module" "$@"; }
 
 # What the toolkit in toolkit/ stands on.
 need_toolkit() {
@@ -116,13 +116,33 @@ need_page() {
     need /usr/share/php/Twig/autoload.php php-twig
 }
 
+# leave_out_installed: from here on PHP reads a copy of the system's configuration
+# that lacks the line by which a package of ours loads its module.
+leave_out_installed() {
+    ini=$out/ini
+    [ "${PHPRC:-}" != "$ini" ] || return 0
+    mkdir -p "$ini/conf.d"
+    rm -f "$ini"/*.ini "$ini"/conf.d/*.ini
+    main=$("$PHP" -r 'echo php_ini_loaded_file();')
+    for file in $main $("$PHP" -r 'echo strtr(php_ini_scanned_files(), ",", " ");'); do
+        copy=$ini/conf.d/${file##*/}
+        [ "$file" != "$main" ] || copy=$ini/php.ini
+        sed '/^[[:space:]]*extension[[:space:]]*=[^;]*\bsepa\b/d' "$file" >"$copy"
+    done
+    export PHPRC="$ini" PHP_INI_SCAN_DIR="$ini/conf.d"
+}
+
 # run_toolkit ARGUMENT...: PHP with the extension and, unlike run_php, the
 # system's configuration, since the toolkit's libraries need mbstring and more.
-run_toolkit() { "$PHP" -d extension="$out/php/build/modules/sepa.so" "$@"; }
+run_toolkit() {
+    leave_out_installed
+    "$PHP" -d extension="$module" "$@"
+}
 
 # serve_page ADDRESS: the page, in place of this process.
 serve_page() {
-    exec "$PHP" -d extension="$out/php/build/modules/sepa.so" -d file_uploads=1 -d upload_max_filesize=10M \
+    leave_out_installed
+    exec "$PHP" -d extension="$module" -d file_uploads=1 -d upload_max_filesize=10M \
         -d post_max_size=64M -d max_input_vars=5000 -S "$1" -t "$root/toolkit/web" "$root/toolkit/web/index.php"
 }
 
