@@ -12,10 +12,11 @@ src/sepa/directory/bank_directory.lo: generated/directory_tables.inc
 generated/directory_tables.inc: generated/gen_directory generated/directory_choice.txt $(sepa_lists)
 	generated/gen_directory $(srcdir)/data/$(sepa_release) $@
 
+# It runs on the machine that builds, whatever machine the module is for.
 sepa_generator := $(addprefix $(srcdir)/tools/,gen_directory.cpp cell_tables.cpp bank_lists.cpp list_text.cpp files.cpp)
 generated/gen_directory: $(sepa_generator) $(sepa_headers)
 	@mkdir -p generated
-	$(CXX) -std=c++17 -O1 -I$(srcdir)/src $(sepa_generator) -o $@
+	$(CXX_FOR_BUILD) -std=c++17 -O1 -I$(srcdir)/src $(sepa_generator) -o $@
 
 generated/directory_choice.txt: sepa_always
 	@mkdir -p generated

@@ -30,6 +30,12 @@ if test "$PHP_SEPA" != "no"; then
   SEPA_DIRECTORY=$PHP_SEPA_DIRECTORY
   PHP_SUBST(SEPA_DIRECTORY)
 
+  dnl The generator of their tables runs on the machine that builds.
+  if test -z "$CXX_FOR_BUILD"; then
+    test "$cross_compiling" = "yes" && CXX_FOR_BUILD=c++ || CXX_FOR_BUILD=$CXX
+  fi
+  PHP_SUBST(CXX_FOR_BUILD)
+
   dnl Nothing here needs the C++ library, which takes half a millisecond to load.
   dnl So this is no "cxx" extension: it is linked by the C compiler.
   PHP_ADD_LIBRARY(m, 1, SEPA_SHARED_LIBADD)

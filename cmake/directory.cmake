@@ -20,10 +20,35 @@ set(SEPA_DIRECTORY_DATA ${PROJECT_SOURCE_DIR}/data/${release})
 # The programs of the bank lists: the generator, and the importer, which is built
 # when it is asked for: it needs nlohmann-json3-dev. What they share is a library
 # for their tests, too.
-add_library(sepa_bank_lists STATIC EXCLUDE_FROM_ALL tools/bank_lists.cpp tools/list_text.cpp)
+set(shared_sources tools/bank_lists.cpp tools/list_text.cpp)
+set(generator_sources tools/gen_directory.cpp tools/cell_tables.cpp tools/files.cpp)
+add_library(sepa_bank_lists STATIC EXCLUDE_FROM_ALL ${shared_sources})
 target_include_directories(sepa_bank_lists PUBLIC ${PROJECT_SOURCE_DIR}/src)
-add_executable(gen_directory tools/gen_directory.cpp tools/cell_tables.cpp tools/files.cpp)
+add_executable(gen_directory ${generator_sources})
 target_link_libraries(gen_directory PRIVATE sepa_bank_lists)
+# It makes the tables on the machine that builds, whatever machine they are for;
+# they have the same bytes on all.
+set(CXX_FOR_BUILD "$ENV{CXX_FOR_BUILD}" CACHE STRING "When cross compiling: the C++ compiler for the machine that builds (c++)")
+set(table_generator gen_directory)
+if(CMAKE_CROSSCOMPILING)
+  set_target_properties(gen_directory PROPERTIES EXCLUDE_FROM_ALL ON)
+  set(host_compiler ${CXX_FOR_BUILD})
+  if(NOT host_compiler)
+    set(host_compiler c++)
+  endif()
+  set(table_generator ${PROJECT_BINARY_DIR}/generated/gen_directory)
+  list(APPEND generator_sources ${shared_sources})
+  list(TRANSFORM generator_sources PREPEND ${PROJECT_SOURCE_DIR}/)
+  file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.h)
+  add_custom_command(
+    OUTPUT ${table_generator}
+    COMMAND ${host_compiler} -std=c++17 -O1 -I${PROJECT_SOURCE_DIR}/src ${generator_sources} -o ${table_generator}
+    DEPENDS ${generator_sources} ${headers}
+    COMMENT "Generator of the bank directory, for this machine"
+    VERBATIM)
+  add_custom_target(host_generator DEPENDS ${table_generator})
+  list(APPEND table_generator host_generator)
+endif()
 add_library(sepa_published_lists STATIC EXCLUDE_FROM_ALL tools/published_lists.cpp tools/bank_master.cpp)
 target_link_libraries(sepa_published_lists PUBLIC sepa_bank_lists)
 add_executable(import_bank_lists EXCLUDE_FROM_ALL tools/import_bank_lists.cpp tools/list_changes.cpp tools/files.cpp)
@@ -53,13 +78,14 @@ endfunction()
 # made in OUTPUT_DIR/generated. OPTIONs go to the generator.
 function(sepa_library name kind data_dir output_dir)
   set(tables ${output_dir}/generated/directory_tables.inc)
+  list(GET table_generator 0 generator)
   # Not every make sees that a command has changed; all see that a file has.
   set(choice ${output_dir}/generated/directory_choice.txt)
   file(CONFIGURE OUTPUT ${choice} CONTENT "${data_dir} ${ARGN}\n")
   add_custom_command(
     OUTPUT ${tables}
-    COMMAND gen_directory ${ARGN} ${data_dir} ${tables}
-    DEPENDS gen_directory ${choice} ${data_dir}/de.csv ${data_dir}/at.csv ${data_dir}/ch.csv ${data_dir}/bic.csv
+    COMMAND ${generator} ${ARGN} ${data_dir} ${tables}
+    DEPENDS ${table_generator} ${choice} ${data_dir}/de.csv ${data_dir}/at.csv ${data_dir}/ch.csv ${data_dir}/bic.csv
     COMMENT "Bank directory of ${name}"
     VERBATIM)
   add_library(${name} ${kind} $<TARGET_OBJECTS:sepa_objects> ${directory_lookups} ${tables})
