@@ -41,7 +41,8 @@ set(CPACK_DEBIAN_TOOLKIT_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_SECTION php)
 string(CONCAT CPACK_DEBIAN_TOOLKIT_PACKAGE_DEPENDS
   "php-cli, php-intl, php-mbstring, php-sepa, php-symfony-console, php-symfony-http-foundation, "
-  "php-symfony-string, php-symfony-translation, php-twig")
+  "php-symfony-string, php-symfony-translation, php-twig, php-xml")
+set(CPACK_DEBIAN_TOOLKIT_PACKAGE_SUGGESTS "php-zip")
 set(CPACK_DEBIAN_TOOLKIT_DESCRIPTION
   "The command sepa, which needs no programming, and the classes behind it.\nThe extension that it comes with has the bank lists of ${release}.")
 

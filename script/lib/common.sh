@@ -106,7 +106,9 @@ need_toolkit() {
     need /usr/share/php/Symfony/Component/Console/autoload.php php-symfony-console
     need /usr/share/php/Symfony/Component/String/autoload.php php-symfony-string
     need /usr/share/php/Symfony/Component/Translation/autoload.php php-symfony-translation
-    "$PHP" -m 2>/dev/null | grep -qx intl || wanted="$wanted php-intl"
+    for library in intl xmlreader:xml zip; do
+        "$PHP" -m 2>/dev/null | grep -qx "${library%:*}" || wanted="$wanted php-${library#*:}"
+    done
 }
 
 # What the page stands on besides.

@@ -56,7 +56,7 @@ final class StatementCommand extends Command
         $reader = Reader::stream($stream);
         foreach ($reader as $statement) {
             ++$count;
-            $isGood = $isGood && $statement->balanced && !$statement->faults;
+            $isGood = $isGood && $statement->isGood();
             if ($format === Rows::JSON) {
                 self::writeJson($output, $statement, $progress);
             } elseif ($format === Rows::CSV) {

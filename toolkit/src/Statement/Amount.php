@@ -64,6 +64,30 @@ final class Amount implements \JsonSerializable
         return new self((int) $digits, $currency);
     }
 
+    /**
+     * Reads an amount as XML has it: digits, and a decimal point before decimals. More
+     * decimals than the currency has are rounded, halves up.
+     *
+     * @param bool|null $rounded set to true if that changed it
+     * @return self|null null if the text is something else or beyond 64 bits
+     */
+    public static function decimal(string $text, string $currency, ?bool &$rounded = null): ?self
+    {
+        if (!preg_match('/^\s*\+?(\d*)(?:\.(\d*))?\s*$/D', $text, $part) || $part[1] . ($part[2] ?? '') === '') {
+            return null;
+        }
+        $decimals = self::DECIMALS[$currency] ?? 2;
+        $fraction = $part[2] ?? '';
+        $digits = ltrim($part[1] . substr(str_pad($fraction, $decimals, '0'), 0, $decimals), '0');
+        if (strlen($digits) > self::MAX_DIGITS) {
+            return null;
+        }
+        $rest = strlen($fraction) > $decimals ? rtrim(substr($fraction, $decimals), '0') : '';
+        $rounded = $rounded || $rest !== '';
+
+        return new self((int) $digits + ($rest !== '' && $rest[0] >= '5' ? 1 : 0), $currency);
+    }
+
     /** The sum, or null if that is beyond 64 bits. */
     public function plus(self $other): ?self
     {

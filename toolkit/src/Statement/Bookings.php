@@ -4,8 +4,6 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Statement;
 
-use Sepa\Toolkit\Unreadable;
-
 /**
  * The bookings of a statement, in order. They are kept as text and become objects
  * one piece after the other while you walk over them, so that a statement with a
@@ -20,17 +18,19 @@ final class Bookings implements \IteratorAggregate, \Countable
 
     private int $count;
 
-    private string $currency;
+    /** @var callable(string): iterable<Booking> */
+    private $read;
 
     /**
      * @internal
-     * @param list<string> $pieces bookings as the extension reads them
+     * @param list<string> $pieces texts of some bookings each
+     * @param callable(string): iterable<Booking> $read makes them of such a text
      */
-    public function __construct(array $pieces, int $count, string $currency)
+    public function __construct(array $pieces, int $count, callable $read)
     {
         $this->pieces = $pieces;
         $this->count = $count;
-        $this->currency = $currency;
+        $this->read = $read;
     }
 
     public function count(): int
@@ -38,55 +38,14 @@ final class Bookings implements \IteratorAggregate, \Countable
         return $this->count;
     }
 
-    /**
-     * @return \Generator<int, Booking>
-     * @throws Unreadable if there is no room for a temporary file
-     */
+    /** @return \Generator<int, Booking> */
     public function getIterator(): \Generator
     {
-        $dates = new Dates();
         $number = 0;
         foreach ($this->pieces as $piece) {
-            $arrays = self::parse($piece);
-            $texts = explode("\r\n:61:", substr($piece, 6));
-            if (count($arrays) !== count($texts)) {
-                throw new \LogicException('The extension reads other bookings than were given to it.');
-            }
-            foreach ($texts as $i => $text) {
-                $lines = explode("\r\n", $text);
-                $details = array_map(static fn (string $line): string => substr($line, 4), array_slice($lines, 2));
-                $raw = EntryLine::restore(':61:' . $lines[0], $lines[1]);
-                yield $number++ => new Booking($arrays[$i], $raw, implode("\n", $details), $this->currency, $dates);
+            foreach (($this->read)($piece) as $booking) {
+                yield $number++ => $booking;
             }
         }
-    }
-
-    /**
-     * The extension reads files alone, so it gets one that nobody else can read, and
-     * that is gone when this returns, or when the process ends inside.
-     *
-     * @return list<array<string, mixed>>
-     */
-    private static function parse(string $piece): array
-    {
-        $file = @tmpfile();
-        if (!$file) {
-            throw new Unreadable('No temporary file can be made in ' . sys_get_temp_dir() . '.');
-        }
-        try {
-            // Details count only if another field follows them.
-            $text = "\r\n:20:" . $piece . "\r\n:64:\r\n-\r\n";
-            if (@fwrite($file, $text) !== strlen($text) || !fflush($file)) {
-                throw new Unreadable('There is no room for a temporary file in ' . sys_get_temp_dir() . '.');
-            }
-            $parser = new \SEPAStatementParser();
-            $parser->load(SEPA_STMT_FORMAT_MT940, stream_get_meta_data($file)['uri']);
-        } catch (\SEPAException $e) {
-            throw new Unreadable('The temporary file cannot be read: ' . $e->getMessage(), 0, $e);
-        } finally {
-            fclose($file);
-        }
-
-        return $parser->getStatements()[0]['tx'];
     }
 }

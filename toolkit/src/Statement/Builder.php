@@ -57,7 +57,7 @@ final class Builder
 
     private int $count = 0;
 
-    private ?Amount $sum = null;
+    private Proof $proof;
 
     private bool $pageOpen = false;
 
@@ -67,6 +67,7 @@ final class Builder
     {
         $this->statement = new Statement(trim($reference), $line);
         $this->notes = new Notes();
+        $this->proof = new Proof();
         $this->dates = new Dates();
         $this->fieldLine = $line;
     }
@@ -161,11 +162,12 @@ final class Builder
             $this->notes->mended('end_missing', $line);
             $statement->cut = (!$statement->closing && !$isReport) || ($end === '' && $cutIfMissing);
         }
+        $statement->form = $this->interim ? 'mt942' : 'mt940';
         $this->tellMissing($isReport, $line);
-        $statement->bookings = new Bookings($this->pieces, $this->count, $this->statement->currency);
-        $this->settle();
-        $statement->mended = $this->notes->allMended();
-        $statement->faults = $this->notes->allFaults();
+        $reader = new BookingReader($statement->currency);
+        $statement->bookings = new Bookings($this->pieces, $this->count, [$reader, 'each']);
+        $this->proof->settle($statement, $this->notes);
+        $statement->take($this->notes);
 
         return $statement;
     }
@@ -177,7 +179,7 @@ final class Builder
             $this->notes->fault('cut', $line);
         }
         if ($isReport) {
-            $this->notes->fault('interim', $statement->line);
+            $this->notes->hint('interim', $statement->line);
 
             return;
         }
@@ -187,20 +189,6 @@ final class Builder
         if (!$statement->closing && !$statement->cut) {
             $this->notes->fault('no_closing', $line);
         }
-    }
-
-    private function settle(): void
-    {
-        $statement = $this->statement;
-        $sum = $this->sum ?? new Amount(0, $this->statement->currency);
-        if (!$statement->opening || !$statement->closing || $this->notes->has(['too_large'])
-            || $statement->opening->amount->currency !== $statement->closing->amount->currency) {
-            return;
-        }
-        $expected = $statement->opening->amount->plus($sum);
-        $statement->difference = $expected ? $statement->closing->amount->minus($expected) : null;
-        $statement->balanced = $statement->difference && $statement->difference->units === 0
-            && !$this->notes->has(['balance', 'balances', 'account', 'booking', 'amount']);
     }
 
     private function continueField(string $line, int $number): void
@@ -303,11 +291,7 @@ final class Builder
             return false;
         }
         $this->tellEntry($entry);
-        $sum = $this->sum ?? new Amount(0, $amount->currency);
-        $this->sum = EntryLine::raises($entry->mark) ? $sum->plus($amount) : $sum->minus($amount);
-        if (!$this->sum) {
-            $this->notes->fault('too_large', $this->fieldLine);
-        }
+        $this->proof->book(EntryLine::raises($entry->mark) ? $amount : $amount->negative(), false);
         ++$this->count;
         $this->booking = $entry->forExtension($amount) . "\r\n" . $entry->aside($this->fieldLine);
         $this->hasDetails = false;
@@ -350,7 +334,7 @@ final class Builder
 
     private function opening(string $value, bool $intermediate): void
     {
-        $balance = $this->balance($value, $intermediate);
+        $balance = $this->balance($value, $intermediate, 'OPBD');
         if (!$balance) {
             return;
         }
@@ -373,7 +357,7 @@ final class Builder
             // Cut in the amount, perhaps.
             return;
         }
-        $balance = $this->balance($value, $intermediate);
+        $balance = $this->balance($value, $intermediate, 'CLBD');
         if (!$balance) {
             return;
         }
@@ -389,7 +373,7 @@ final class Builder
         $this->pageOpen = false;
     }
 
-    private function balance(string $value, bool $intermediate): ?Balance
+    private function balance(string $value, bool $intermediate, string $code): ?Balance
     {
         $amount = preg_match(self::BALANCE, $value, $part) ? Amount::read($part[4], $part[3]) : null;
         if (!$amount) {
@@ -402,7 +386,7 @@ final class Builder
             $this->notes->fault('date', $this->fieldLine);
         }
 
-        return new Balance($part[1] === 'D' ? $amount->negative() : $amount, $date, $intermediate);
+        return new Balance($part[1] === 'D' ? $amount->negative() : $amount, $date, $intermediate, $code);
     }
 
     private function account(string $value): void

@@ -17,22 +17,57 @@ final class Notes
     /** @var array<string, Note> */
     private array $faults = [];
 
-    /** @param string $code a key of Note::MENDED */
-    public function mended(string $code, int $line): void
+    /** @var array<string, Note> */
+    private array $hints = [];
+
+    private bool $byEntry;
+
+    /** @param bool $byEntry whether places are numbers of entries, as in XML, and not of lines */
+    public function __construct(bool $byEntry = false)
     {
-        self::tell($this->mended, $code, $line);
+        $this->byEntry = $byEntry;
     }
 
-    /** @param string $code a key of Note::FAULTS */
-    public function fault(string $code, int $line): void
+    /** Something is read as if the bank had written it well. */
+    public function mended(string $code, int $place): void
     {
-        self::tell($this->faults, $code, $line);
+        $this->tell($this->mended, $code, $place);
+    }
+
+    /**
+     * Something leaves the statement wanting.
+     *
+     * @param array<string, string|int> $values
+     */
+    public function fault(string $code, int $place, array $values = []): void
+    {
+        $this->tell($this->faults, $code, $place, $values);
+    }
+
+    /**
+     * Something is good to know.
+     *
+     * @param array<string, string|int> $values
+     */
+    public function hint(string $code, int $place, array $values = []): void
+    {
+        $this->tell($this->hints, $code, $place, $values);
     }
 
     /** @param list<string> $codes of faults */
     public function has(array $codes): bool
     {
         return (bool) array_intersect_key($this->faults, array_flip($codes));
+    }
+
+    /** Takes those of another page. */
+    public function take(self $page): void
+    {
+        foreach (['mended', 'faults', 'hints'] as $kind) {
+            foreach ($page->$kind as $code => $note) {
+                isset($this->$kind[$code]) ? $this->$kind[$code]->count += $note->count : $this->$kind[$code] = $note;
+            }
+        }
     }
 
     /** @return list<Note> */
@@ -47,14 +82,24 @@ final class Notes
         return array_values($this->faults);
     }
 
-    /** @param array<string, Note> $notes */
-    private static function tell(array &$notes, string $code, int $line): void
+    /** @return list<Note> */
+    public function allHints(): array
+    {
+        return array_values($this->hints);
+    }
+
+    /**
+     * @param array<string, Note> $notes
+     * @param array<string, string|int> $values
+     */
+    private function tell(array &$notes, string $code, int $place, array $values = []): void
     {
         if (isset($notes[$code])) {
             ++$notes[$code]->count;
 
             return;
         }
-        $notes[$code] = new Note($code, $line);
+        $notes[$code] = $this->byEntry
+            ? new Note($code, 0, $values, $place > 0 ? $place : null) : new Note($code, $place, $values);
     }
 }

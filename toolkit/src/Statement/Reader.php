@@ -4,71 +4,71 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Statement;
 
+use Sepa\Toolkit\File\Source;
 use Sepa\Toolkit\Unreadable;
 
 /**
- * Reads the statements of an MT940 file, one after the other:
+ * Reads bank statements, one after the other, whatever their form: CAMT (camt.052, 053
+ * and 054), MT940 and MT942, alone, in gzip or in a ZIP archive:
  *
- *     $reader = Reader::file('november.sta');
+ *     $reader = Reader::file('november.zip');
  *     foreach ($reader as $statement) {
- *         echo $statement->account, ' ', $statement->balanced ? 'balanced' : 'CHECK THIS', "\n";
+ *         echo $statement->account, ' ', $statement->isGood() ? 'good' : 'CHECK THIS', "\n";
  *     }
  *     foreach ($reader->faults() as $fault) { … }
  *
- * Line ends, missing ends, character sets and fields that the extension would lose are
- * mended; each statement tells what was. Nothing in a file raises an exception.
+ * What can be mended is; each statement tells what was. Nothing in a file raises an
+ * exception.
  *
  * @implements \IteratorAggregate<int, Statement>
  */
 final class Reader implements \IteratorAggregate
 {
-    private const CHUNK = 65536;
-
-    /** @var callable(): iterable<string> */
-    private $open;
+    /** @var callable(): iterable<Source> */
+    private $sources;
 
     /** @var list<Note> */
     private array $faults = [];
 
-    /** @param callable(): iterable<string> $open gives the file's chunks */
-    private function __construct(callable $open)
+    /** @var list<Note> */
+    private array $hints = [];
+
+    /** @param callable(): iterable<Source> $sources */
+    private function __construct(callable $sources)
     {
-        $this->open = $open;
+        $this->sources = $sources;
     }
 
     /** @throws Unreadable when it is walked over, if it cannot be opened or read */
     public static function file(string $path): self
     {
-        return new self(static function () use ($path): \Generator {
-            $stream = is_dir($path) ? false : @fopen($path, 'rb');
-            if (!$stream) {
-                throw new Unreadable(is_dir($path) ? "$path is a folder." : "$path cannot be opened.");
-            }
-            try {
-                yield from self::chunks($stream);
-            } finally {
-                fclose($stream);
-            }
-        });
-    }
-
-    /** @param resource $stream open for reading; read once, from where it stands, and left open */
-    public static function stream($stream): self
-    {
-        return new self(static fn (): \Generator => self::chunks($stream));
-    }
-
-    public static function string(string $text): self
-    {
-        return new self(static function () use ($text): \Generator {
-            for ($at = 0; $at < strlen($text); $at += self::CHUNK) {
-                yield substr($text, $at, self::CHUNK);
-            }
-        });
+        return new self(static fn (): array => [Source::file($path)]);
     }
 
     /**
-     * What is wrong with the file as a whole, after all its statements have been walked over.
+     * Several files, and folders: of these the files in them, by name.
+     *
+     * @param iterable<string> $paths
+     * @throws Unreadable when it is walked over, if one cannot be opened or read
+     */
+    public static function files(iterable $paths): self
+    {
+        return new self(static fn (): \Generator => Source::each($paths));
+    }
+
+    /** @param resource $stream open for reading; read once, from where it stands, and left open */
+    public static function stream($stream, string $name = ''): self
+    {
+        return new self(static fn (): array => [Source::stream($stream, $name)]);
+    }
+
+    public static function string(string $text, string $name = ''): self
+    {
+        return new self(static fn (): array => [Source::string($text, $name)]);
+    }
+
+    /**
+     * What is wrong with the files as wholes, after all statements have been walked over.
      *
      * @return list<Note>
      */
@@ -77,41 +77,71 @@ final class Reader implements \IteratorAggregate
         return $this->faults;
     }
 
+    /**
+     * What is good to know of the files, such as what was left out of an archive, after
+     * all statements have been walked over.
+     *
+     * @return list<Note>
+     */
+    public function hints(): array
+    {
+        return $this->hints;
+    }
+
     /** @return \Generator<int, Statement> */
     public function getIterator(): \Generator
     {
-        $this->faults = [];
-        $lines = new Lines(($this->open)());
-        $splitter = new Splitter($lines);
+        $this->faults = $this->hints = [];
+        $watch = new Watch();
         $number = 0;
-        $position = 0;
-        foreach ($lines->each() as $number => $line) {
-            $statement = $splitter->line($line, $number);
-            if ($statement) {
-                yield $position++ => $statement;
-                unset($statement);
-            }
-        }
-        $statement = $splitter->end($number);
-        $this->faults = $splitter->faults();
-        if ($statement) {
-            yield $position => $statement;
+        foreach ($this->finished() as [$statement, $ids]) {
+            $watch->look($statement, $ids);
+            yield $number++ => $statement;
+            unset($statement);
         }
     }
 
     /**
-     * @param resource $stream
-     * @return \Generator<string>
+     * Statements with the ids of their bookings; joined are those whose pages come in
+     * several messages or files.
+     *
+     * @return \Generator<array{Statement, string}>
      */
-    private static function chunks($stream): \Generator
+    private function finished(): \Generator
     {
-        while (!feof($stream)) {
-            $chunk = @stream_get_contents($stream, self::CHUNK);
-            if ($chunk === false) {
-                throw new Unreadable('The file cannot be read.');
+        $held = null;
+        foreach ($this->read() as $next) {
+            if ($held) {
+                $isPage = $next instanceof Camt\Builder && $held->goOn($next);
+                if (!$isPage || !$held->isOpen()) {
+                    yield $held->finish();
+                    $held = null;
+                }
+                if ($isPage) {
+                    continue;
+                }
             }
-            if ($chunk !== '') {
-                yield $chunk;
+            if ($next instanceof Camt\Builder && $next->isOpen()) {
+                $held = $next;
+            } else {
+                yield $next instanceof Statement ? [$next, ''] : $next->finish();
+            }
+            unset($next);
+        }
+        if ($held) {
+            yield $held->finish();
+        }
+    }
+
+    /** @return \Generator<Statement|Camt\Builder> */
+    private function read(): \Generator
+    {
+        foreach (($this->sources)() as $source) {
+            foreach ($source->parts() as $file) {
+                $reader = new FileReader($file);
+                yield from $reader->each();
+                $this->faults = array_merge($this->faults, $reader->faults());
+                $this->hints = array_merge($this->hints, $reader->hints());
             }
         }
     }

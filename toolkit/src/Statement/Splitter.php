@@ -38,14 +38,32 @@ final class Splitter
     /** @var bool whether this bank leaves out the lines "-" */
     private bool $withoutDashes = false;
 
-    public function __construct(Lines $lines)
+    /** @param Notes $notes about the file as a whole */
+    public function __construct(Lines $lines, Notes $notes)
     {
         $this->lines = $lines;
-        $this->notes = new Notes();
+        $this->notes = $notes;
+    }
+
+    /** @return \Generator<Statement> */
+    public function each(): \Generator
+    {
+        $number = 0;
+        foreach ($this->lines->each() as $number => $line) {
+            $statement = $this->line($line, $number);
+            if ($statement) {
+                yield $statement;
+                unset($statement);
+            }
+        }
+        $statement = $this->end($number);
+        if ($statement) {
+            yield $statement;
+        }
     }
 
     /** Takes the next line, which isn't empty; gives the statement that is complete now, if there is one. */
-    public function line(string $line, int $number): ?Statement
+    private function line(string $line, int $number): ?Statement
     {
         $first = $line[0];
         if (!$this->builder) {
@@ -92,7 +110,7 @@ final class Splitter
     }
 
     /** The statement that the end of the file leaves, if there is one. */
-    public function end(int $number): ?Statement
+    private function end(int $number): ?Statement
     {
         if ($this->builder) {
             // Text that was cut behind its "-" looks like an end.
@@ -108,12 +126,6 @@ final class Splitter
         }
 
         return null;
-    }
-
-    /** @return list<Note> */
-    public function faults(): array
-    {
-        return $this->notes->allFaults();
     }
 
     /** @param string $rest what follows the end in the same line, or the line itself */

@@ -7,6 +7,12 @@ namespace Sepa\Toolkit\Statement;
 /** One statement of a file, or one page of it. */
 final class Statement implements \JsonSerializable
 {
+    /** @var string what it is: mt940, mt942, or the message's version, such as camt.053.001.08 */
+    public string $form = 'mt940';
+
+    /** @var string the file it comes from, of an archive with the member's name; '' if it was given without a name */
+    public string $file = '';
+
     public string $reference;
 
     /** @var string as the bank writes it: an IBAN, or bank code and account number; '' if it is missing */
@@ -16,6 +22,15 @@ final class Statement implements \JsonSerializable
 
     public ?int $page = null;
 
+    /** @var string the account's owner; '' in MT940 */
+    public string $owner = '';
+
+    /** @var string BIC of the bank; '' in MT940 */
+    public string $bank = '';
+
+    /** @var string when it was made, as the file writes it; '' if that is missing, and in MT940 */
+    public string $created = '';
+
     /** @var string '' if no balance could be read */
     public string $currency = '';
 
@@ -23,7 +38,13 @@ final class Statement implements \JsonSerializable
 
     public ?Balance $closing = null;
 
+    /** @var list<Balance> other balances: available, forward, interim opening, expected */
+    public array $available = [];
+
     public Bookings $bookings;
+
+    /** @var Bookings what the bank announces or only tells; in no sum */
+    public Bookings $pending;
 
     /** @var string what the bank says about the statement as a whole */
     public string $information = '';
@@ -43,13 +64,37 @@ final class Statement implements \JsonSerializable
     /** @var list<Note> what could not be read, or does not fit */
     public array $faults = [];
 
-    /** @var int its first line in the file */
+    /** @var list<Note> what is good to know, and neither mended nor a fault */
+    public array $hints = [];
+
+    /** @var int its first line in the file; 0 in CAMT */
     public int $line;
 
     public function __construct(string $reference, int $line)
     {
         $this->reference = Text::utf8($reference);
         $this->line = $line;
+        $this->bookings = $this->pending = new Bookings([], 0, static fn (): array => []);
+    }
+
+    /** Whether it has both balances, without which nothing can be proved. */
+    public function hasBalances(): bool
+    {
+        return $this->opening && $this->closing;
+    }
+
+    /** Whether nobody has to look at it: it balances, or has no balances to prove, and nothing is wrong. */
+    public function isGood(): bool
+    {
+        return !$this->faults && ($this->balanced || (!$this->opening && !$this->closing && !$this->cut));
+    }
+
+    /** @internal */
+    public function take(Notes $notes): void
+    {
+        $this->mended = $notes->allMended();
+        $this->faults = $notes->allFaults();
+        $this->hints = $notes->allHints();
     }
 
     /**
@@ -59,7 +104,10 @@ final class Statement implements \JsonSerializable
      */
     public function jsonSerialize(): array
     {
-        return $this->head() + ['transactions' => iterator_to_array($this->bookings, false)];
+        return $this->head() + [
+            'transactions' => iterator_to_array($this->bookings, false),
+            'pending' => iterator_to_array($this->pending, false),
+        ];
     }
 
     /**
@@ -69,7 +117,8 @@ final class Statement implements \JsonSerializable
      *     account: string, reference: string, number: ?int, page: ?int,
      *     opening: ?Amount, opening_date: ?string, closing: ?Amount, closing_date: ?string, currency: string,
      *     intermediate: bool, balanced: bool, difference: ?Amount, cut: bool, information: string,
-     *     mended: list<Note>, faults: list<Note>
+     *     form: string, file: string, owner: string, bank: string, created: string, available: list<Balance>,
+     *     mended: list<Note>, faults: list<Note>, hints: list<Note>
      * }
      */
     public function head(): array
@@ -89,8 +138,15 @@ final class Statement implements \JsonSerializable
             'difference' => $this->difference,
             'cut' => $this->cut,
             'information' => $this->information,
+            'form' => $this->form,
+            'file' => $this->file,
+            'owner' => $this->owner,
+            'bank' => $this->bank,
+            'created' => $this->created,
+            'available' => $this->available,
             'mended' => $this->mended,
             'faults' => $this->faults,
+            'hints' => $this->hints,
         ];
     }
 
