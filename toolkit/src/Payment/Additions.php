@@ -26,7 +26,8 @@ final class Additions
 
     private const PURPOSE = "\t\t\t\t<Purp>\n\t\t\t\t\t<Cd>%s</Cd>\n\t\t\t\t</Purp>\n";
 
-    private const NO_REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t</RmtInf>\n";
+    /** What the extension writes into a transfer without remittance information. */
+    public const NO_REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t</RmtInf>\n";
 
     /**
      * One text for a payment: what it is known by, and what is added, escaped.
@@ -57,17 +58,22 @@ final class Additions
         $amount = "\t\t\t\t\t<EndToEndId>$id</EndToEndId>\n\t\t\t\t</PmtId>\n\t\t\t\t<Amt>\n"
             . "\t\t\t\t\t<InstdAmt Ccy=\"EUR\">$amount</InstdAmt>\n\t\t\t\t</Amt>\n";
         $account = "\t\t\t\t\t<IBAN>$iban</IBAN>\n\t\t\t\t</Id>\n\t\t\t\t</CdtrAcct>\n";
-        $end = ($ref === '' ? self::NO_REFERENCE : self::reference($ref)) . "\t\t\t</CdtTrfTxInf>\n";
+        $reference = $ref === '' ? self::NO_REFERENCE : self::reference($ref);
+        $end = "\t\t\t</CdtTrfTxInf>\n";
 
-        [$before, $between] = self::cut($xml, $start . $amount, $account, $end);
-        self::prove(strpos($before, "\t\t\t\t<Cdtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") !== false);
+        [$before, $between] = self::cut($xml, $start . $amount, $account, $reference . $end);
+        if ($ref === '') {
+            $reference = $added['r'] === '' ? '' : sprintf(self::REFERENCE, $added['r']);
+        }
+        if (strpos($before, "\t\t\t\t<Cdtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") === false) {
+            throw self::misplaced();
+        }
 
-        return $start . self::instruction($added) . $amount
+        return $start . ($added['i'] === '' ? '' : "\t\t\t\t\t<InstrId>{$added['i']}</InstrId>\n") . $amount
             . self::party('UltmtDbtr', $added['d'], $added['D'])
-            . self::withLines($before, $added) . $account
+            . ($added['1'] . $added['2'] === '' ? $before : self::withLines($before, $added)) . $account
             . self::party('UltmtCdtr', $added['c'], $added['C'])
-            . $between
-            . ($added['r'] === '' ? $end : str_replace(self::NO_REFERENCE, sprintf(self::REFERENCE, $added['r']), $end));
+            . $between . $reference . $end;
     }
 
     /**
@@ -86,12 +92,14 @@ final class Additions
 
         [$before, $between] = self::cut($xml, $start . $amount, $account, $end);
         [$before, $debtor] = self::divide($before, $mandate);
-        self::prove($between === '' && strpos($debtor, "\t\t\t\t<Dbtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") !== false);
+        if ($between !== '' || strpos($debtor, "\t\t\t\t<Dbtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") === false) {
+            throw self::misplaced();
+        }
 
-        return $start . self::instruction($added) . $amount
+        return $start . ($added['i'] === '' ? '' : "\t\t\t\t\t<InstrId>{$added['i']}</InstrId>\n") . $amount
             . self::amended($before, $added['n'], $added['N']) . $mandate
             . self::party('UltmtCdtr', $added['c'], $added['C'])
-            . self::withLines($debtor, $added) . $account
+            . ($added['1'] . $added['2'] === '' ? $debtor : self::withLines($debtor, $added)) . $account
             . self::party('UltmtDbtr', $added['d'], $added['D'])
             . ($added['p'] === '' ? '' : sprintf(self::PURPOSE, $added['p']))
             . ($added['r'] === '' ? '' : sprintf(self::REFERENCE, $added['r']))
@@ -103,11 +111,12 @@ final class Additions
     {
         $fields = explode("\n", $packed);
         $added = self::NONE;
-        for ($i = 5, $count = count($fields); $i < $count; ++$i) {
-            $added[$fields[$i][0]] = substr($fields[$i], 1);
+        foreach (array_splice($fields, 5) as $field) {
+            $added[$field[0]] = substr($field, 1);
         }
+        $fields[] = $added;
 
-        return [$fields[0], $fields[1], $fields[2], $fields[3], $fields[4], $added];
+        return $fields;
     }
 
     /**
@@ -117,38 +126,38 @@ final class Additions
      */
     private static function cut(string $xml, string $start, string $middle, string $end): array
     {
-        $from = strlen($start);
+        $from = min(strlen($start), strlen($xml));
         $to = strlen($xml) - strlen($end);
-        self::prove($to >= $from && strncmp($xml, $start, $from) === 0 && substr_compare($xml, $end, $to) === 0);
+        $place = strpos($xml, $middle, $from);
+        $after = $place + strlen($middle);
+        $isMeant = $place !== false && $after <= $to && strncmp($xml, $start, $from) === 0
+            && substr_compare($xml, $end, $to) === 0 && strpos($xml, $middle, $after) === false;
+        if (!$isMeant) {
+            throw self::misplaced();
+        }
 
-        return self::divide(substr($xml, $from, $to - $from), $middle);
+        return [substr($xml, $from, $place - $from), substr($xml, $after, $to - $after)];
     }
 
     /** @return array{string, string} before and after the only place of some lines */
     private static function divide(string $xml, string $lines): array
     {
         $place = strpos($xml, $lines);
-        self::prove($place !== false && strrpos($xml, $lines) === $place);
+        if ($place === false || strpos($xml, $lines, $place + 1) !== false) {
+            throw self::misplaced();
+        }
 
         return [substr($xml, 0, $place), substr($xml, $place + strlen($lines))];
     }
 
-    private static function prove(bool $isProved): void
+    private static function misplaced(): Misplaced
     {
-        if (!$isProved) {
-            throw new Misplaced('a payment of the document is not the one that something has to be added to');
-        }
+        return new Misplaced('a payment of the document is not the one that something has to be added to');
     }
 
     private static function reference(string $ref): string
     {
         return "\t\t\t\t<RmtInf>\n\t\t\t\t\t<Ustrd>$ref</Ustrd>\n\t\t\t\t</RmtInf>\n";
-    }
-
-    /** @param array<string, string> $added */
-    private static function instruction(array $added): string
-    {
-        return $added['i'] === '' ? '' : "\t\t\t\t\t<InstrId>{$added['i']}</InstrId>\n";
     }
 
     private static function party(string $element, string $name, string $id): string
@@ -166,9 +175,6 @@ final class Additions
     /** @param array<string, string> $added */
     private static function withLines(string $xml, array $added): string
     {
-        if ($added['1'] . $added['2'] === '') {
-            return $xml;
-        }
         [$before, $after] = self::divide($xml, "</Ctry>\n");
         $lines = '';
         foreach (array_filter([$added['1'], $added['2']], 'strlen') as $line) {

@@ -15,15 +15,15 @@ final class Document
 
     private const DAYS = [SEPA_MSGTYPE_CTI => 'ReqdExctnDt', SEPA_MSGTYPE_DDI => 'ReqdColltnDt'];
 
-    /** What the extension writes into a transfer without remittance information. */
-    private const NO_REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t</RmtInf>\n";
-
     private const BLOCK = "\t\t<PmtInf>\n";
 
     private const BLOCK_END = "\t\t</PmtInf>\n";
 
     /** Bytes that are copied at once: a document of many megabytes is not in memory three times. */
     private const PIECE = 1000000;
+
+    /** Payments with additions that are joined at once: many small texts take more than a large one. */
+    private const JOINED = 64;
 
     private string $xml;
 
@@ -37,6 +37,9 @@ final class Document
 
     /** @var int where the next block begins */
     private int $place;
+
+    /** @var list<string> what is finished, in pieces: appending to a text of many megabytes copies it */
+    private array $done = [];
 
     /** @var int cents of the blocks so far */
     private int $cents = 0;
@@ -59,23 +62,27 @@ final class Document
      */
     public function complete(Blocks $blocks, Head $head, int $count, int $cents): string
     {
-        $xml = substr($this->xml, 0, $this->place);
-        self::demand($xml, $count, $cents);
+        $this->done[] = $start = substr($this->xml, 0, $this->place);
+        self::demand($start, $count, $cents);
         $number = 0;
         foreach ($blocks->inOrder() as [$date, $sequence, $payments, $additions]) {
-            $xml .= $head->complete($this->head(++$number, $date, $sequence, $payments), $date);
-            $this->payments($xml, $payments, $additions);
+            $this->done[] = $head->complete($this->head(++$number, $date, $sequence, $payments), $date);
+            $this->payments($payments, $additions);
             if (substr_compare($this->xml, self::BLOCK_END, $this->place, strlen(self::BLOCK_END)) !== 0) {
                 throw new Misplaced('a payment block of the document has another number of payments');
             }
-            $xml .= self::BLOCK_END;
+            $this->done[] = self::BLOCK_END;
             $this->place += strlen(self::BLOCK_END);
         }
         if ($this->cents !== $cents || strpos($this->xml, self::BLOCK, $this->place) !== false) {
             throw new \RangeException('the sums of the blocks are not that of the message');
         }
 
-        return $xml . substr($this->xml, $this->place);
+        $this->done[] = substr($this->xml, $this->place);
+        // Before there is a third of its size.
+        $this->xml = '';
+
+        return implode('', $this->done);
     }
 
     /** The lines of a block up to its first payment. */
@@ -100,19 +107,20 @@ final class Document
     }
 
     /**
-     * Appends the payments of a block.
+     * Finishes the payments of a block.
      *
      * @param array<int, string> $additions by place
      */
-    private function payments(string &$xml, int $payments, array $additions): void
+    private function payments(int $payments, array $additions): void
     {
         $from = $this->place;
         if (!$additions) {
             $this->place = (int) strpos($this->xml, "\n" . self::BLOCK_END, $from) + 1;
-            $this->copy($xml, $from, $this->place);
+            $this->copy($from, $this->place);
 
             return;
         }
+        $pieces = [];
         for ($number = 0; $number < $payments; ++$number) {
             $end = strpos($this->xml, $this->end, $this->place);
             if ($end === false) {
@@ -120,25 +128,36 @@ final class Document
             }
             $end += strlen($this->end);
             if (isset($additions[$number])) {
-                $this->copy($xml, $from, $this->place);
-                $payment = substr($this->xml, $this->place, $end - $this->place);
-                $payment = $this->kind === SEPA_MSGTYPE_CTI
-                    ? Additions::toTransfer($payment, $additions[$number])
-                    : Additions::toDebit($payment, $additions[$number]);
-                $xml .= strpos($payment, self::NO_REFERENCE) === false ? $payment : str_replace(self::NO_REFERENCE, '', $payment);
+                $pieces[] = $this->without($from, $this->place);
+                $pieces[] = $this->payment(substr($this->xml, $this->place, $end - $this->place), $additions[$number]);
                 $from = $end;
             }
             $this->place = $end;
+            if (count($pieces) >= self::JOINED) {
+                $this->done[] = implode('', $pieces);
+                $pieces = [];
+            }
         }
-        $this->copy($xml, $from, $this->place);
+        $this->done[] = implode('', $pieces);
+        $this->copy($from, $this->place);
     }
 
-    /** Appends whole payments. A transfer without remittance information has none, not an empty one. */
-    private function copy(string &$xml, int $from, int $to): void
+    private function payment(string $xml, string $addition): string
+    {
+        return $this->kind === SEPA_MSGTYPE_CTI ? Additions::toTransfer($xml, $addition) : Additions::toDebit($xml, $addition);
+    }
+
+    /** Payments to which nothing is added. A transfer without remittance information has none, not an empty one. */
+    private function without(int $from, int $to): string
+    {
+        return $from === $to ? '' : str_replace(Additions::NO_REFERENCE, '', substr($this->xml, $from, $to - $from));
+    }
+
+    private function copy(int $from, int $to): void
     {
         while ($from < $to) {
             $end = $to - $from <= self::PIECE ? $to : strpos($this->xml, $this->end, $from + self::PIECE) + strlen($this->end);
-            $xml .= str_replace(self::NO_REFERENCE, '', substr($this->xml, $from, $end - $from));
+            $this->done[] = $this->without($from, $end);
             $from = $end;
         }
     }

@@ -15,8 +15,11 @@ final class Inspector
     /** As the extension has them, for BICs. */
     private const OUTSIDE_EEA = ['AD', 'BL', 'CH', 'GB', 'GG', 'GI', 'IM', 'JE', 'MC', 'NC', 'PF', 'PM', 'SM', 'TF', 'VA', 'WF'];
 
+    /** Anything but what all texts and ids take at any place. */
+    private const NOT_SIMPLE = "~[^A-Za-z0-9 '()+,\\-.:?]~";
+
     /** What people write in groups. */
-    private const COMPACT = ['iban' => 0, 'old_iban' => 0, 'rf' => 0, 'old_creditor_id' => 0];
+    private const COMPACT = ['iban', 'old_iban', 'rf', 'old_creditor_id'];
 
     private Extension $extension;
 
@@ -29,11 +32,20 @@ final class Inspector
     /** @var array<string, int> as keys */
     private array $required;
 
-    /** @var array<string, string> key by itself and by its small letters */
+    /** @var array<string, string> key by its small letters */
     private array $keys = [];
+
+    /** @var array<string, int> keys that the rulebook has, as keys */
+    private array $usable;
+
+    /** @var array<string, int> keys of addresses, as keys */
+    private array $address;
 
     /** @var array<string, true> keys whose values have more to be tested than texts of the extension's */
     private array $ruled = [];
+
+    /** @var array<string, int> limit by key of which simple characters ask no further */
+    private array $simple = [];
 
     /** @var array<string, int> keys that the extension does not take, as keys */
     private array $added;
@@ -62,12 +74,16 @@ final class Inspector
         $this->added = Keys::added($kind) + ($hasLines ? array_flip(Keys::ofGroup(Keys::LINES)) : []);
         $this->rules = new Rules($extension, $rulebook, $this->added);
         foreach (Keys::ofKind($kind) as $key) {
-            $this->keys[$key] = $key;
             $this->keys[strtolower($key)] = $key;
             if (isset($this->added[$key]) || Rules::has(Keys::form($key))) {
                 $this->ruled[$key] = true;
             }
+            if (in_array(Keys::form($key), [Keys::TEXT, Keys::ID], true)) {
+                $this->simple[$key] = Keys::limit($key);
+            }
         }
+        $this->usable = array_flip($this->keys());
+        $this->address = Keys::address();
         $this->list = implode(', ', $this->keys());
     }
 
@@ -103,7 +119,11 @@ final class Inspector
         $values = [];
         $faults = [];
         foreach ($payment as $given => $value) {
-            $key = $this->keys[$given] ?? $this->keys[strtolower((string) $given)] ?? null;
+            if (isset($this->usable[$given]) && is_string($value) && !isset($values[$given]) && !$faults) {
+                $values[$given] = $value;
+                continue;
+            }
+            $key = $this->keys[strtolower((string) $given)] ?? null;
             $text = is_string($value) || $key === null ? $value : self::text($key, $value);
             if ($key === null) {
                 $faults[$given] = ['unknown_key', ['keys' => $this->list]];
@@ -118,8 +138,12 @@ final class Inspector
                 $values[$key] = $text;
             }
         }
-        foreach (array_intersect_key($values, self::COMPACT) as $key => $text) {
-            $values[$key] = $key === 'old_creditor_id' ? (string) preg_replace('/\s+/', '', $text) : Ibans::normalise($text);
+        foreach (self::COMPACT as $key) {
+            if (isset($values[$key])) {
+                $values[$key] = $key === 'old_creditor_id'
+                    ? (string) preg_replace('/\s+/', '', $values[$key])
+                    : Ibans::normalise($values[$key]);
+            }
         }
 
         return [$values, $faults];
@@ -144,15 +168,17 @@ final class Inspector
         if (isset($given['rf'], $given['ref'])) {
             $faults['rf'] = $faults['rf'] ?? ['reference_twice', []];
         }
-        $faults += $this->addressOutsideEea($values, $given);
-        $address = array_intersect_key($given, Keys::address());
+        if ($this->kind === SEPA_MSGTYPE_DDI && !isset($given['bic'])) {
+            $faults += $this->addressOutsideEea($values, $given);
+        }
+        $address = array_intersect_key($given, $this->address);
 
         return $address ? $faults + Address::faults($address, $this->rulebook) : $faults;
     }
 
     /**
-     * The address that the extension asks for where a BIC shows that the bank is
-     * outside the EEA, and the banks where the IBAN does.
+     * The address of a debit that the extension asks for where a BIC shows that
+     * the bank is outside the EEA, and the banks where the IBAN does.
      *
      * @param array<string, string> $values
      * @param array<string, mixed> $given
@@ -161,7 +187,7 @@ final class Inspector
     private function addressOutsideEea(array $values, array $given): array
     {
         $key = $this->rulebook->outsideEea;
-        if ($this->kind !== SEPA_MSGTYPE_DDI || $key === '' || isset($given['bic']) || isset($given[$key]) || isset($given['addrLine2'])) {
+        if ($key === '' || isset($given[$key]) || isset($given['addrLine2'])) {
             return [];
         }
 
@@ -195,12 +221,15 @@ final class Inspector
     {
         $faults = [];
         // Most payments have no character that is worth a look at each value.
-        $isPlain = !preg_match('/[^\x20-\x7E]/', implode('', $values));
+        $all = implode('', $values);
+        $isSimple = !preg_match(self::NOT_SIMPLE, $all);
+        $isPlain = $isSimple || !preg_match('/[^\x20-\x7E]/', $all);
         foreach ($values as $key => $value) {
-            if ($isPlain && $value !== '' && $value[0] !== ' ' && !isset($this->ruled[$key])) {
+            $isUsual = $isPlain && $value !== '' && $value[0] !== ' ';
+            if ($isUsual && (!isset($this->ruled[$key]) || ($isSimple && strlen($value) <= ($this->simple[$key] ?? -1)))) {
                 continue;
             }
-            $fault = Rules::garbled($value) ?? $this->rules->broken($key, $value);
+            $fault = ($isUsual ? null : Rules::garbled($value)) ?? $this->rules->broken($key, $value);
             if ($fault !== null) {
                 $faults[$key] = $fault;
             }

@@ -71,7 +71,9 @@ final class Oddities
         if ($this->isInstant && Inspector::isOutsideEea($values['iban'])) {
             $this->found->add($row, $label, 'iban', 'instant_outside_eea');
         }
-        $this->address($values, $row, $label);
+        if (isset($values['addrLine1']) || isset($values['addrLine2'])) {
+            $this->address($values, $row, $label);
+        }
         if ($this->isDebit) {
             $this->mandate($values, $date, $row, $label);
         }

@@ -31,6 +31,12 @@ abstract class Payments implements \Countable
 
     private Inspector $inspector;
 
+    /** @var array<string, int> keys that the extension does not take, as keys */
+    private array $added;
+
+    /** @var array<string, int> keys of addresses, as keys */
+    private array $address;
+
     private Oddities $oddities;
 
     private ?Transliterator $transliterator;
@@ -66,6 +72,8 @@ abstract class Payments implements \Countable
         $this->reasons = new Reasons($this->extension, $this->rulebook);
         $hasLines = $options->hybridAddresses && $this->rulebook->structured;
         $this->inspector = new Inspector($this->extension, $this->reasons, $this->rulebook, static::KIND, $hasLines);
+        $this->added = $this->inspector->added();
+        $this->address = Keys::address();
         $this->message = $this->extension->message();
         $this->shortens = $options->shortens;
         $this->blocks = new Blocks();
@@ -132,7 +140,7 @@ abstract class Payments implements \Countable
         }
         $address = $party->address;
         foreach ($address as $key => $text) {
-            $address[$key] = $this->transliterated((string) $key, $text, null, null);
+            $address[$key] = is_string($text) ? $this->transliterated((string) $key, $text, null, null) : $text;
         }
         [$values, $faults] = $this->inspector->ownAddress($address);
         foreach ($faults as $key => [$code, $found]) {
@@ -225,7 +233,7 @@ abstract class Payments implements \Countable
         if ($this->onlyDay !== null && ($values['date'] ?? $this->onlyDay) !== $this->onlyDay) {
             $faults += ['date' => ['time_other_day', ['time' => $this->onlyDay]]];
         }
-        $added = array_intersect_key($values, $this->inspector->added());
+        $added = array_intersect_key($values, $this->added);
         $text = $faults ? '' : $this->refusal($added ? array_diff_key($values, $added) : $values);
         if ($text === null) {
             $this->remember($values, $added, $row, $label);
@@ -439,7 +447,7 @@ abstract class Payments implements \Countable
         $addition = $added ? Additions::pack($values, $added, self::euro($cents)) : '';
         $this->blocks->add($date, $values['seq'] ?? '', $addition);
         $this->oddities->payment($values, $cents, $date, $row, $label);
-        foreach (array_intersect_key($values, Keys::address()) as $key => $text) {
+        foreach (array_intersect_key($values, $this->address) as $key => $text) {
             $unusual = $this->extension->refusedCharacters('name', $text);
             if ($unusual) {
                 $this->warnings->add($row, $label, $key, 'characters', ['characters' => $unusual]);
@@ -457,6 +465,8 @@ abstract class Payments implements \Countable
 
     private static function euro(int $cents): string
     {
-        return sprintf('%d.%02d', intdiv($cents, 100), $cents % 100);
+        $digits = str_pad((string) $cents, 3, '0', STR_PAD_LEFT);
+
+        return substr($digits, 0, -2) . '.' . substr($digits, -2);
     }
 }

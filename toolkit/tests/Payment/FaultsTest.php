@@ -147,6 +147,13 @@ final class FaultsTest extends TestCase
             self::assertSame($day === 999, $payments->faults() !== []);
         }
         self::assertFaults(null, null, ['messageId' => 'too_many_blocks'], $payments);
+
+        // As a number this sum is a cent off.
+        $payments = Samples::transfers('DE-3.7');
+        for ($i = 0; $i < 1100; ++$i) {
+            $payments->add(['amount' => '999999999.99'] + Samples::TRANSFER);
+        }
+        self::assertStringContainsString('<CtrlSum>1099999999989.00</CtrlSum>', $payments->document());
     }
 
     public function testATextThatQuotesHalfACharacterIsMadeWhole(): void
