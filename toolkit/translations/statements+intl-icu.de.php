@@ -56,6 +56,7 @@ return [
     'nested' => 'Ein Archiv in einem Archiv wird nicht gelesen: Packen Sie es zuerst aus.',
     'no_closing' => 'Der Endsaldo fehlt.',
     'no_opening' => 'Der Anfangssaldo fehlt.',
+    'no_report' => 'Das ist kein Bericht über Zahlungen, sondern {kind, select, payments {eine Datei mit Zahlungen an eine Bank} statements {ein Kontoauszug, den „sepa statement“ liest} pdf {ein PDF} picture {ein Bild} workbook {eine Arbeitsmappe oder ein Office-Dokument} word {ein Textdokument} html {eine Seite aus dem Internet, vielleicht einer abgelaufenen Anmeldung} table {eine Tabelle} text {ein Text} other {anderes XML, {root}}}.',
     'no_statement' => 'In der Datei ist kein Auszug: Keine Zeile beginnt mit :20:.',
     'no_zip' => 'Die PHP-Erweiterung zip fehlt: php-zip bei Debian. Oder packen Sie das Archiv zuerst aus.',
     'old_form' => 'Die Form {form} ist zu alt: Verlangen Sie von der Bank camt.053.001.02 oder neuer.',
@@ -65,4 +66,5 @@ return [
     'too_long' => 'Ein Feld oder ein Umsatz ist länger, als es sein kann, und wurde abgeschnitten.',
     'too_many' => 'Das Archiv hat {count} Dateien; gelesen werden {most}.',
     'too_much' => 'Gepackt ist mehr als ein Gigabyte, das nicht weiter gelesen wird.',
+    'place' => ['line' => 'Zeile {line}', 'entry' => 'Umsatz {entry}'],
 ];

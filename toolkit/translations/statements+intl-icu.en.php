@@ -64,6 +64,7 @@ return [
     'nested' => 'An archive within an archive is not read: unpack it first.',
     'no_closing' => 'The closing balance is missing.',
     'no_opening' => 'The opening balance is missing.',
+    'no_report' => 'This is no status report but {kind, select, payments {payments to send to a bank} statements {a bank statement, which “sepa statement” reads} pdf {a PDF} picture {a picture} workbook {a workbook or an office document} word {a text document} html {a page of a web site, perhaps of a login that has ended} table {a table} text {text} other {another kind of XML, {root}}}.',
     'no_statement' => 'There is no statement in the file: no line begins with :20:.',
     'no_zip' => 'PHP’s extension zip is missing: php-zip on Debian. Or unpack the archive first.',
     'old_form' => 'The form {form} is too old to be read: ask the bank for camt.053.001.02 or later.',
@@ -73,4 +74,5 @@ return [
     'too_long' => 'A field or a booking is longer than it can be, and was cut.',
     'too_many' => 'The archive has {count} files; {most} are read.',
     'too_much' => 'What is packed is more than a gigabyte and is not read any further.',
+    'place' => ['line' => 'line {line}', 'entry' => 'entry {entry}'],
 ];

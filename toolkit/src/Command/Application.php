@@ -29,6 +29,7 @@ final class Application extends Console
             new TransferCommand(),
             new DebitCommand(),
             new StatementCommand(),
+            new StatusCommand(),
         ]);
     }
 

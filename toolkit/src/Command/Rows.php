@@ -49,6 +49,8 @@ final class Rows
     /** @var bool whether a text that a spreadsheet would take for a formula is left as it is */
     private bool $raw;
 
+    private bool $isGerman = false;
+
     /** @var list<array<string, string>> */
     private array $tableRows = [];
 
@@ -90,6 +92,15 @@ final class Rows
     public static function of(InputInterface $input, OutputInterface $output): self
     {
         return new self($output, self::format($input), !$input->getOption('no-headings'), (bool) $input->getOption('raw'));
+    }
+
+    /** CSV as a German spreadsheet opens it: semicolons, decimal commas, days such as 31.12.2026, a byte order mark. */
+    public function german(): self
+    {
+        $this->isGerman = true;
+        $this->buffer = "\u{FEFF}";
+
+        return $this;
     }
 
     /**
@@ -197,7 +208,7 @@ final class Rows
         $lines = '';
         foreach ($this->headings ? [array_keys($record), $record] : [$record] as $cells) {
             $texts = array_map([$this, 'csvCell'], $cells);
-            $lines .= implode(',', $texts) . "\n";
+            $lines .= implode($this->isGerman ? ';' : ',', $texts) . "\n";
         }
         $this->headings = false;
 
@@ -211,10 +222,10 @@ final class Rows
             return $value ? 'true' : 'false';
         }
         if ($value instanceof Amount) {
-            return $value->text();
+            return $value->text($this->isGerman ? ',' : '.');
         }
         if ($value instanceof \DateTimeInterface) {
-            return $value->format('Y-m-d');
+            return $value->format($this->isGerman ? 'd.m.Y' : 'Y-m-d');
         }
         $text = is_array($value) ? implode(' ', $value) : (string) $value;
 

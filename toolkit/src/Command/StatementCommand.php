@@ -4,124 +4,142 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
+use Sepa\Toolkit\Language;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Statement\Balance;
 use Sepa\Toolkit\Statement\Booking;
+use Sepa\Toolkit\Statement\Bookings;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
 use Sepa\Toolkit\Statement\Statement;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
-use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
-use Symfony\Component\Console\Input\StreamableInputInterface;
+use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
 final class StatementCommand extends Command
 {
+    private string $format;
+
+    private Rows $rows;
+
+    private OutputInterface $output;
+
+    private OutputInterface $errors;
+
+    private Progress $progress;
+
+    private string $language;
+
+    /** @var string the file that was printed last */
+    private string $file = '';
+
     protected function configure(): void
     {
-        $this->setName('statement')->setDescription('Reads bank statements (MT940)');
-        $this->addArgument('file', InputArgument::REQUIRED, 'File as the bank exports it; - for standard input');
+        $this->setName('statement')->setDescription('Reads bank statements (CAMT, MT940)');
+        $this->getDefinition()->addArgument(Files::argument('What the bank delivers'));
         $this->getDefinition()->addOptions(Rows::options());
+        $this->addOption('german', null, InputOption::VALUE_NONE, 'Write CSV as a German spreadsheet opens it by a double click');
         $this->setHelp(<<<'HELP'
-            Prints bookings and balances, what was mended in the file, and whether opening
+            Prints bookings and balances, what was mended in the files, and whether opening
             balance and bookings come to the closing balance. CSV has a row for a booking,
             JSON a line for a statement.
 
-              <info>sepa statement november.sta</info>
-              <info>sepa statement --csv november.sta >bookings.csv</info>
-              <info>sepa statement --json november.sta | jq 'select(.balanced | not) | .difference'</info>
+              <info>sepa statement november.zip</info>
+              <info>sepa statement --german november.zip >bookings.csv</info>
+              <info>sepa statement --csv statements/ october.sta >bookings.csv</info>
+              <info>sepa statement --json november.zip | jq 'select(.balanced | not) | .difference'</info>
 
-            Exit code: 0 if all is balanced, 1 if something is not or could not be read,
-            2 if there is no statement.
+            CAMT (camt.052, 053, 054), MT940 and MT942 are told by what is in a file, not by
+            its name. Bookings that a bank only announces are in no CSV.
+
+            Exit code: 0 if all is balanced, or has no balances that could prove it; 1 if
+            something is not or could not be read; 2 if there is no statement in a file.
             HELP);
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
-        $format = Rows::format($input);
-        $rows = Rows::of($input, $output);
-        $stream = $this->open($input);
-        $size = fstat($stream)['size'] ?? 0;
-        $progress = new Progress($output, $size ?: null, static function () use ($stream): int {
-            return (int) ftell($stream);
-        });
-        $rows->besides($progress);
-        $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
-        $count = 0;
-        $isGood = true;
-        $reader = Reader::stream($stream);
-        foreach ($reader as $statement) {
-            ++$count;
-            $isGood = $isGood && $statement->isGood();
-            if ($format === Rows::JSON) {
-                self::writeJson($output, $statement, $progress);
-            } elseif ($format === Rows::CSV) {
-                self::addRecords($rows, $statement, $progress);
-                self::tell($errors, $input, $statement->faults);
-            } else {
-                self::print($output, $rows, $statement, $progress);
-            }
+        $isGerman = (bool) $input->getOption('german');
+        if ($isGerman && $input->getOption('json')) {
+            throw new Failure('either --german or --json');
         }
-        $progress->hide();
-        $rows->flush();
-        self::tell($errors, $input, $reader->faults());
-        if ($count === 0) {
-            return ExitCode::FAILED;
+        $isGerman && $input->setOption('csv', true);
+        $this->format = Rows::format($input);
+        $this->rows = $isGerman ? Rows::of($input, $output)->german() : Rows::of($input, $output);
+        $this->output = $output;
+        $this->errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
+        $this->language = Language::ofCommand($input->hasOption('lang') ? $input->getOption('lang') : null, getenv());
+        $this->progress = new Progress($output, null, static fn (): int => 0);
+        $this->rows->besides($this->progress);
+        $reader = Reader::files(Files::of($input));
+        $worst = ExitCode::GOOD;
+        $read = [];
+        foreach ($reader as $statement) {
+            $read[$statement->file] = true;
+            $worst = $statement->isGood() ? $worst : ExitCode::REFUSED;
+            $this->show($statement);
+            unset($statement);
+        }
+        $this->progress->hide();
+        $this->rows->flush();
+        $this->tell($reader->hints());
+        $this->tell($reader->faults());
+        foreach ($reader->faults() as $fault) {
+            $worst = max($worst, isset($read[$fault->file]) ? ExitCode::REFUSED : ExitCode::FAILED);
         }
 
-        return $isGood && !$reader->faults() ? ExitCode::GOOD : ExitCode::REFUSED;
+        return $read ? $worst : ExitCode::FAILED;
     }
 
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
     {
-        if ($input->mustSuggestArgumentValuesFor('file')) {
-            $suggestions->suggestValues(glob($input->getCompletionValue() . '*', GLOB_MARK) ?: []);
+        Files::complete($input, $suggestions);
+    }
+
+    private function show(Statement $statement): void
+    {
+        if ($this->format === Rows::JSON) {
+            self::writeJson($this->output, $statement, $this->progress);
+        } elseif ($this->format === Rows::CSV) {
+            self::addRecords($this->rows, $statement, $this->progress);
+            $this->tell(array_merge($statement->faults, $statement->hints), $statement->file);
+        } else {
+            $this->print($statement);
         }
     }
 
-    /** @return resource */
-    private function open(InputInterface $input)
+    /** @param list<Note> $notes */
+    private function tell(array $notes, string $file = ''): void
     {
-        $file = $input->getArgument('file');
-        if ($file === '-') {
-            return ($input instanceof StreamableInputInterface ? $input->getStream() : null) ?? STDIN;
-        }
-        $stream = is_dir($file) ? false : @fopen($file, 'rb');
-        if ($stream === false) {
-            throw new Failure("cannot read $file");
-        }
-
-        return $stream;
-    }
-
-    /** @param list<Note> $faults */
-    private static function tell(OutputInterface $errors, InputInterface $input, array $faults): void
-    {
-        foreach ($faults as $fault) {
-            $text = "sepa: {$input->getArgument('file')}, line $fault->line: $fault->text";
-            $errors->writeln(Rows::clean($text), OutputInterface::OUTPUT_RAW);
+        foreach ($notes as $note) {
+            $text = 'sepa: ' . Files::told($note, $note->file === '' ? $file : $note->file, $this->language);
+            $this->errors->writeln(Rows::clean($text), OutputInterface::OUTPUT_RAW);
         }
     }
 
     /** One line, booking by booking: a statement may have a million of them. */
     private static function writeJson(OutputInterface $output, Statement $statement, Progress $progress): void
     {
-        $line = substr((string) json_encode($statement->head(), Rows::JSON_FLAGS), 0, -1) . ',"transactions":[';
-        $separator = '';
-        foreach ($statement->bookings as $booking) {
-            $line .= $separator . json_encode($booking, Rows::JSON_FLAGS);
-            $separator = ',';
-            $progress();
-            if (strlen($line) > Rows::BUFFER) {
-                Rows::write($output, $line);
-                $line = '';
+        $line = substr((string) json_encode($statement->head(), Rows::JSON_FLAGS), 0, -1);
+        foreach (['transactions' => $statement->bookings, 'pending' => $statement->pending] as $key => $bookings) {
+            $line .= ",\"$key\":[";
+            $separator = '';
+            foreach ($bookings as $booking) {
+                $line .= $separator . json_encode($booking, Rows::JSON_FLAGS);
+                $separator = ',';
+                $progress();
+                if (strlen($line) > Rows::BUFFER) {
+                    Rows::write($output, $line);
+                    $line = '';
+                }
             }
+            $line .= ']';
         }
-        Rows::write($output, "$line]}\n");
+        Rows::write($output, "$line}\n");
     }
 
     private static function addRecords(Rows $rows, Statement $statement, Progress $progress): void
@@ -143,6 +161,8 @@ final class StatementCommand extends Command
                 'eref' => $booking->eref,
                 'mref' => $booking->mref,
                 'gvc' => $booking->gvc,
+                'reason' => $booking->reason,
+                'file' => $statement->file === '-' ? '' : $statement->file,
             ];
             $rows->add($record, static function (): array {
                 return [];
@@ -151,54 +171,68 @@ final class StatementCommand extends Command
         }
     }
 
-    private static function print(OutputInterface $output, Rows $rows, Statement $statement, Progress $progress): void
+    private function print(Statement $statement): void
     {
-        $progress->hide();
+        $this->progress->hide();
+        if ($statement->file !== $this->file && $statement->file !== '-') {
+            $this->line($this->file = $statement->file);
+        }
         $number = $statement->number === null ? '' : " no. $statement->number" . ($statement->page === null ? '' : "/$statement->page");
-        self::line($output, "$statement->account$number");
-        self::line($output, '  opening balance  ' . self::balance($statement->opening));
-        $balance = $statement->opening === null ? null : $statement->opening->amount;
-        foreach ($statement->bookings as $booking) {
-            $balance = $balance === null ? null : $balance->plus($booking->amount);
-            $rows->add([], static function () use ($booking, $balance): array {
-                return self::cells($booking, $balance);
-            });
-            $progress();
+        $this->line("$statement->account$number");
+        $statement->opening && $this->line('  opening balance  ' . self::balance($statement->opening));
+        $this->table($statement->bookings, $statement->opening ? $statement->opening->amount : null);
+        $statement->closing && $this->line('  closing balance  ' . self::balance($statement->closing));
+        if (count($statement->pending) > 0) {
+            $this->line('  announced, not booked');
+            $this->table($statement->pending, null);
         }
-        $rows->flush();
-        self::line($output, '  closing balance  ' . self::balance($statement->closing));
-        if (!$statement->balanced) {
-            $difference = $statement->difference === null ? '' : ' by ' . self::money($statement->difference);
-            self::line($output, "  NOT BALANCED$difference");
+        if (!$statement->balanced && ($statement->hasBalances() || !$statement->isGood())) {
+            $this->line('  NOT BALANCED' . ($statement->difference === null ? '' : ' by ' . self::money($statement->difference)));
         }
-        foreach (['fault' => $statement->faults, 'mended' => $statement->mended] as $kind => $notes) {
+        foreach (['fault' => $statement->faults, 'note' => $statement->hints, 'mended' => $statement->mended] as $kind => $notes) {
             foreach ($notes as $note) {
-                self::line($output, self::note($kind, $note));
+                $this->line($this->note($kind, $note));
             }
         }
-        self::line($output, '');
+        $this->line('');
+    }
+
+    private function table(Bookings $bookings, ?Amount $balance): void
+    {
+        foreach ($bookings as $booking) {
+            $balance = $balance === null ? null : $balance->plus($booking->amount);
+            $this->rows->add([], static function () use ($booking, $balance): array {
+                return self::cells($booking, $balance);
+            });
+            ($this->progress)();
+        }
+        $this->rows->flush();
     }
 
     /** @return array<string, string> */
     private static function cells(Booking $booking, ?Amount $balance): array
     {
+        $payments = $booking->payments ?? count($booking->parts());
+
         return [
             'booked' => self::day($booking->booked ?? $booking->valuta),
-            'name' => (string) $booking->name,
+            'name' => $booking->name ?? ($payments > 1 ? "$payments payments" : ''),
             'for' => $booking->remittance(),
             'amount' => self::money($booking->amount) . ($booking->reversal ? ' (reversal)' : ''),
             'balance' => $balance === null ? '' : self::money($balance),
         ];
     }
 
-    private static function note(string $kind, Note $note): string
+    private function note(string $kind, Note $note): string
     {
-        return "  $kind, line $note->line" . ($note->count > 1 ? ", $note->count times" : '') . ": $note->text";
+        $place = $note->place($this->language);
+
+        return "  $kind" . ($place === '' ? '' : ", $place") . ($note->count > 1 ? ", $note->count times" : '') . ': ' . $note->text($this->language);
     }
 
-    private static function balance(?Balance $balance): string
+    private static function balance(Balance $balance): string
     {
-        return $balance === null ? 'missing' : self::day($balance->date) . '  ' . self::money($balance->amount) . ' ' . $balance->amount->currency;
+        return self::day($balance->date) . '  ' . self::money($balance->amount) . ' ' . $balance->amount->currency;
     }
 
     /** As German statements print it. */
@@ -212,8 +246,8 @@ final class StatementCommand extends Command
         return $date === null ? '' : $date->format('Y-m-d');
     }
 
-    private static function line(OutputInterface $output, string $text): void
+    private function line(string $text): void
     {
-        Rows::write($output, Rows::clean($text) . "\n");
+        Rows::write($this->output, Rows::clean($text) . "\n");
     }
 }

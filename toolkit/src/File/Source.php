@@ -61,17 +61,17 @@ final class Source
     }
 
     /**
-     * The files that are named, and those in folders that are: by name, and not in
-     * folders within them.
+     * The files that are named, those in folders that are, by name and not in folders
+     * within them, and streams.
      *
-     * @param iterable<string> $paths
+     * @param iterable<string|resource> $paths
      * @return \Generator<self>
      */
     public static function each(iterable $paths): \Generator
     {
         foreach ($paths as $path) {
-            if (!is_dir($path)) {
-                yield self::file($path);
+            if (is_resource($path) || !is_dir($path)) {
+                yield is_resource($path) ? self::stream($path, '-') : self::file($path);
                 continue;
             }
             foreach (@scandir($path) ?: [] as $name) {

@@ -53,6 +53,15 @@ final class Note implements \JsonSerializable
         return Texts::of(self::DOMAIN, $this->code, $this->values, $locale);
     }
 
+    /** Where it was first seen: "line 5", "entry 12", or nothing. */
+    public function place(string $locale = 'en'): string
+    {
+        $values = ['line' => $this->line, 'entry' => $this->entry ?? 0];
+
+        return $this->entry === null && $this->line === 0 ? ''
+            : Texts::of(self::DOMAIN, $this->entry === null ? 'place.line' : 'place.entry', $values, $locale);
+    }
+
     /** @return array<string, mixed> */
     public function jsonSerialize(): array
     {

@@ -46,9 +46,9 @@ final class Reader implements \IteratorAggregate
     }
 
     /**
-     * Several files, and folders: of these the files in them, by name.
+     * Several files, folders, of which the files in them by name, and streams.
      *
-     * @param iterable<string> $paths
+     * @param iterable<string|resource> $paths
      * @throws Unreadable when it is walked over, if one cannot be opened or read
      */
     public static function files(iterable $paths): self

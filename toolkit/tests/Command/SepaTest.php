@@ -86,7 +86,7 @@ final class SepaTest extends TestCase
     /** @dataProvider statements */
     public function testStatements(array $options, string $file, int $status, string $part, string $errors = ''): void
     {
-        [$found, $output, $told] = $this->ask(['command' => 'statement', 'file' => '-'] + $options, $file);
+        [$found, $output, $told] = $this->ask(['command' => 'statement', 'file' => ['-']] + $options, $file);
         self::assertSame([$status, $errors], [$found, $told]);
         self::assertStringContainsString($part, $output);
     }
@@ -100,7 +100,8 @@ final class SepaTest extends TestCase
         yield [[], $bad, 1, '  NOT BALANCED by 1,00'];
         yield [['--json' => true], "$good$bad", 1, '"balanced":false,"difference":1,'];
         yield [['--json' => true], $good, 0, '"account":"37040044/0532013000","reference":"A","number":7,"page":1,"opening":10,'];
-        yield [['--csv' => true], $good, 0, "\n37040044/0532013000,7,true,2026-11-27,2026-11-27,4760.00,EUR,false,Müller,,,Rechnung 1,,,166\n"];
+        yield [['--csv' => true], $good, 0, "\n37040044/0532013000,7,true,2026-11-27,2026-11-27,4760.00,EUR,false,Müller,,,Rechnung 1,,,166,,\n"];
+        yield [['--german' => true], $good, 0, "\n37040044/0532013000;7;true;27.11.2026;27.11.2026;4760,00;EUR;false;Müller;;;Rechnung 1;;;166;;\n"];
         yield [[], substr($good, 0, 90), 1, 'fault, line'];
         yield [[], 'nothing', 2, '', "sepa: -, line 1: There is no statement in the file: no line begins with :20:.\n"];
     }
