@@ -58,6 +58,12 @@ final class Columns implements \Countable
         return count($this->columns);
     }
 
+    /** @return array<int, string|null> key by column; empty without a heading, null for one that is left out or unknown */
+    public function keys(): array
+    {
+        return array_map(static fn (?array $place): ?string => $place[0] ?? null, $this->columns);
+    }
+
     /** @return list<string> headings that mean nothing here */
     public function unknown(): array
     {

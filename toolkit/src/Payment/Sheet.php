@@ -32,7 +32,13 @@ final class Sheet
     /** @var array<string, string> */
     private array $common;
 
+    /** @var array<int, array<string, string>> */
+    private array $mended;
+
     private ?Columns $columns = null;
+
+    /** @var list<string> the row of headings */
+    private array $headings = [];
 
     /** @var array<int, list<string>> rows before the headings */
     private array $title = [];
@@ -42,14 +48,24 @@ final class Sheet
      * @param list<string> $ignored headings of columns that are not for the bank
      * @param array<string, string> $map key by heading, where a heading is no usual word for it
      * @param array<string, string> $common value by key, for rows that have none of their own
+     * @param array<int, array<string, string>> $mended values in place of the table's, by row and key; empty for none.
+     *                                                  Rows after the last one follow it.
      */
-    public function __construct(Reader $reader, bool $german = false, array $ignored = [], array $map = [], array $common = [])
-    {
+    public function __construct(
+        Reader $reader,
+        bool $german = false,
+        array $ignored = [],
+        array $map = [],
+        array $common = [],
+        array $mended = []
+    ) {
         $this->reader = $reader;
         $this->german = $german;
         $this->ignored = $ignored;
         $this->map = $map;
         $this->common = $common;
+        $this->mended = $mended;
+        ksort($this->mended);
     }
 
     /**
@@ -64,13 +80,13 @@ final class Sheet
         $cells = new Cells($payments, $this->german, $this->common);
         $lacking = [];
         $isHeaded = false;
-        foreach ($this->rows($payments::transactionKeys()) as $number => $row) {
+        foreach ($this->allRows($payments::transactionKeys()) as $number => $row) {
             if (!$isHeaded) {
                 $lacking = $this->lacking($payments, $number);
                 $isHeaded = true;
                 continue;
             }
-            $cells->add($number, ...$this->picked($row, $lacking));
+            $cells->add($number, ...$this->picked($number, $row, $lacking));
             if ($progress !== null) {
                 $progress();
             }
@@ -80,10 +96,59 @@ final class Sheet
         }
     }
 
+    /**
+     * What the rows have, by number and key, with what was mended in them.
+     *
+     * @param list<string> $keys of a payment
+     * @return \Generator<int, array<string, string>>
+     * @throws Unreadable if the file is no table
+     */
+    public function values(array $keys): \Generator
+    {
+        $isHeaded = false;
+        foreach ($this->allRows($keys) as $number => $row) {
+            if ($isHeaded) {
+                yield $number => $this->picked($number, $row, [])[0];
+            }
+            $isHeaded = true;
+        }
+    }
+
+    /** What its columns mean; null before it is read. */
+    public function columns(): ?Columns
+    {
+        return $this->columns;
+    }
+
+    /** @return list<string> the row of headings; empty before it is read */
+    public function headings(): array
+    {
+        return $this->headings;
+    }
+
     /** The heading under which a key stands in the file. */
     public function heading(string $key): ?string
     {
         return $this->columns === null ? null : $this->columns->heading($key);
+    }
+
+    /**
+     * With the rows that follow the table's.
+     *
+     * @param list<string> $keys of a payment
+     * @return \Generator<int, list<string>>
+     */
+    private function allRows(array $keys): \Generator
+    {
+        $last = 0;
+        foreach ($this->rows($keys) as $last => $cells) {
+            yield $last => $cells;
+        }
+        foreach ($this->mended as $number => $values) {
+            if ($number > $last && implode('', $values) !== '') {
+                yield $number => [];
+            }
+        }
     }
 
     /**
@@ -135,6 +200,7 @@ final class Sheet
         $this->reader->endTitle();
         $this->title = array_slice($early, 0, $place, true);
         $this->columns = array_values($columns)[$place];
+        $this->headings = array_values($early)[$place];
         $strange = array_diff(array_keys($this->map), array_values($early)[$place]);
         if ($strange) {
             throw Unreadable::because('no_heading', ['heading' => implode("', '", $strange)]);
@@ -175,14 +241,34 @@ final class Sheet
      * @param array<string, null> $lacking
      * @return array{array<string, string>, array<string, array{string, array<string, int>}|null>} values and faults
      */
-    private function picked(array $cells, array $lacking): array
+    private function picked(int $number, array $cells, array $lacking): array
     {
         $values = $this->columns->pick($cells);
+        if (isset($this->mended[$number])) {
+            return self::mended($values, $this->mended[$number], $lacking);
+        }
         $isOff = isset($values[Columns::NONE]) || count($cells) < $this->columns->width();
         unset($values[Columns::NONE]);
         $counts = ['cells' => count($cells), 'headings' => $this->columns->width()];
 
         return [$values, $lacking + ($isOff ? [Columns::NONE => ['cells', $counts]] : [])];
+    }
+
+    /**
+     * @param array<string, string> $values
+     * @param array<string, string> $mended
+     * @param array<string, null> $lacking
+     * @return array{array<string, string>, array<string, null>} values and faults
+     */
+    private static function mended(array $values, array $mended, array $lacking): array
+    {
+        if (($mended['iban'] ?? '') !== '') {
+            unset($values[Columns::ACCOUNT], $values[Columns::BANK_CODE]);
+        }
+        unset($values[Columns::NONE]);
+        $filled = array_filter($mended, static fn (string $value): bool => $value !== '');
+
+        return [$filled + array_diff_key($values, $mended), array_diff_key($lacking, $filled)];
     }
 
     /** A cell as the bank wants it, if it is an amount or a day in German notation. */

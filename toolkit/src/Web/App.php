@@ -23,7 +23,7 @@ final class App
         'Cache-Control' => 'private, no-cache',
     ];
 
-    private const PAGES = ['transfer' => TransferPage::class, 'statement' => StatementPage::class, 'iban' => IbanPage::class];
+    private const PAGES = ['transfer' => PaymentPage::class, 'debit' => PaymentPage::class, 'statement' => StatementPage::class, 'iban' => IbanPage::class];
 
     private const LANGUAGE = 'sepa_lang';
 
@@ -36,7 +36,7 @@ final class App
         $language = self::language($request);
         $view = new View($language, ['page' => $name, 'pages' => array_keys(self::PAGES), 'kept' => $forms->others(), 'token' => $gate->token()]);
         try {
-            $response = $this->answer($request, $gate, $forms->fields(), $view, self::PAGES[$name]);
+            $response = $this->answer($request, $gate, $forms->fields(), $view, $name);
         } catch (Refused $e) {
             $response = $view->page('refused', ['notice' => self::notice($view, $e->getMessage())], $e->getCode());
         } catch (\Throwable $e) {
@@ -56,12 +56,12 @@ final class App
 
     /**
      * @param array<string, mixed> $fields
-     * @param class-string<Page> $class
      */
-    private function answer(Request $request, Gate $gate, array $fields, View $view, string $class): Response
+    private function answer(Request $request, Gate $gate, array $fields, View $view, string $name): Response
     {
         $gate->check();
-        $page = new $class($view);
+        $class = self::PAGES[$name];
+        $page = new $class($view, $name);
         try {
             if ($request->isMethod('POST')) {
                 $gate->checkToken();

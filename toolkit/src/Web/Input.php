@@ -40,23 +40,35 @@ final class Input
     }
 
     /**
-     * Rows of fields, such as row[0][iban].
+     * Rows of fields, such as row[1][iban].
      *
      * @param list<string> $keys
-     * @return list<array<string, string>> each with all keys
+     * @return array<int, array<string, string>> each with all keys, by number
      */
     public function rows(string $name, array $keys): array
     {
-        $rows = [];
-        foreach (is_array($this->fields[$name] ?? null) ? $this->fields[$name] : [] as $row) {
-            $cells = [];
-            foreach ($keys as $key) {
-                $cells[$key] = self::line(is_array($row) ? $row[$key] ?? '' : '');
-            }
-            $rows[] = $cells;
-        }
+        return self::cells($this->fields[$name] ?? [], $keys, true);
+    }
 
-        return $rows;
+    /**
+     * Rows that travel along as JSON.
+     *
+     * @param list<string> $keys
+     * @return array<int, array<string, string>> by number
+     */
+    public function edits(string $name, array $keys): array
+    {
+        $text = $this->fields[$name] ?? '';
+
+        return self::cells(is_string($text) ? json_decode($text, true) : [], $keys, false);
+    }
+
+    /** A text of several lines. */
+    public function block(string $name): string
+    {
+        $text = $this->fields[$name] ?? '';
+
+        return is_string($text) ? str_replace(["\r\n", "\r"], "\n", mb_scrub($text, 'UTF-8')) : '';
     }
 
     /**
@@ -92,6 +104,24 @@ final class Input
         $file = $this->files[$name] ?? null;
 
         return $file instanceof UploadedFile ? self::line($file->getClientOriginalName()) : null;
+    }
+
+    /**
+     * @param mixed $rows
+     * @param list<string> $keys
+     * @return array<int, array<string, string>>
+     */
+    private static function cells($rows, array $keys, bool $all): array
+    {
+        $cells = [];
+        foreach (is_array($rows) ? $rows : [] as $number => $row) {
+            if (is_int($number) && $number > 0 && $number < 10000000) {
+                $there = is_array($row) ? array_intersect_key($row, array_flip($keys)) : [];
+                $cells[$number] = array_map([self::class, 'line'], $all ? $there + array_fill_keys($keys, '') : $there);
+            }
+        }
+
+        return $cells;
     }
 
     /** @param mixed $value */

@@ -31,19 +31,22 @@ final class Verdict
 
     public Amount $sum;
 
-    /** @var Sheet|null a file whose rows are not those of the form, and which is to be chosen again */
-    public ?Sheet $sheet;
+    /** @var array<string, Amount> sum by day; empty while there are faults */
+    public array $days = [];
 
     /** @var string of what is odd: when it comes back, it was seen */
     public string $seen;
 
-    private string $digest;
+    private PaymentForm $form;
 
-    /** @var list<string> keys of the fields of a row */
-    private array $columns;
+    private Sheet $sheet;
 
-    public function __construct(Payments $payments, TransferForm $form, ?Sheet $sheet)
+    /** @var array<string, array<string, list<Fault>>> by kind, row and key */
+    private array $index = [];
+
+    public function __construct(Payments $payments, PaymentForm $form, Sheet $sheet)
     {
+        $this->form = $form;
         $this->sheet = $sheet;
         $this->warnings = $this->placed($payments->warnings());
         $this->changes = $this->placed($payments->changes());
@@ -51,25 +54,24 @@ final class Verdict
         $this->oddCount = count($warnings) + count($changes);
         $this->count = count($payments);
         $this->sum = new Amount((int) str_replace('.', '', $payments->sum()), 'EUR');
-        $this->digest = self::digest($this->warnings, $this->changes);
-        // What is true of a file alone is not found again when the form comes back with its rows.
-        $again = array_filter($this->warnings, static fn (Fault $fault): bool => $sheet || $fault->code !== 'no_line_end');
-        $this->seen = self::digest(array_values($again), $this->changes);
+        $this->seen = hash('sha256', serialize([$this->warnings, $this->changes, $this->oddCount]));
         // Without a good IBAN nobody can tell its bank's BIC.
         $own = static fn (string $key): array => array_filter($payments->faults(), static fn (Fault $fault): bool => $fault->row === null && $fault->key === $key);
         $hidden = $form->party['bic'] === '' && $own('iban') ? $own('bic') : [];
         $this->faults = $this->placed(array_values(array_diff_key($payments->faults(), $hidden)));
         $this->faultCount = $payments->faultCount() - count($hidden);
-        foreach ($sheet ? [] : array_merge($this->faults, $this->warnings) as $fault) {
+        if (!$this->faults) {
+            $this->days = $this->sums();
+        }
+        foreach ($form->table->isThere() ? [] : array_merge($this->faults, $this->warnings) as $fault) {
             $form->showColumns($fault->row === null ? [] : [(string) $fault->key]);
         }
-        $this->columns = $form->columns;
     }
 
     /** @param string $seen what came back of an earlier verdict */
     public function mayLeave(string $seen): bool
     {
-        return !$this->faults && ((!$this->warnings && !$this->changes) || $seen === $this->digest);
+        return !$this->faults && ((!$this->warnings && !$this->changes) || $seen === $this->seen);
     }
 
     /** @return list<Fault> what is to be seen before the document leaves */
@@ -86,9 +88,9 @@ final class Verdict
      */
     public function points(array $points): array
     {
-        $fields = array_flip(array_merge(TransferForm::PARTY, $this->columns));
+        $fields = array_flip(array_merge(PaymentForm::PARTY[$this->form->kind], $this->form->columns));
         $place = static fn ($point): array => [$point->row ?? 0, $fields[$point->key ?? ''] ?? count($fields)];
-        if (!$this->sheet) {
+        if (!$this->form->table->isThere()) {
             usort($points, static fn ($a, $b): int => $place($a) <=> $place($b));
         }
 
@@ -96,47 +98,84 @@ final class Verdict
     }
 
     /**
-     * What stands beside a field; the rows of a file are not those of the form.
+     * What stands beside a field.
      *
-     * @param list<Fault> $points faults or warnings
+     * @param string $kind faults or warnings
      * @param int|null $row null for the submitting party
-     * @param string|null $key null for a row as a whole
      * @return list<Fault>
      */
-    public function beside(array $points, ?int $row, ?string $key): array
+    public function beside(string $kind, ?int $row, string $key): array
     {
-        if ($this->sheet && $row !== null) {
-            return [];
+        if (!isset($this->index[$kind])) {
+            $this->index[$kind] = [];
+            foreach ($this->$kind as $fault) {
+                $this->index[$kind]["$fault->row $fault->key"][] = $fault;
+            }
         }
 
-        return array_values(array_filter($points, static fn (Fault $fault): bool => $fault->row === $row && $fault->key === $key));
+        return $this->index[$kind]["$row $key"] ?? [];
+    }
+
+    /** @return list<int>|null rows of a table that need fields; null for all */
+    public function rows(): ?array
+    {
+        if (!$this->form->table->travels()) {
+            return [];
+        }
+        if ($this->form->showsAll && $this->count <= PaymentForm::MAX_ROWS) {
+            return null;
+        }
+        $rows = array_filter(array_column($this->faults, 'row'));
+
+        return array_slice(array_values(array_unique($rows)), 0, PaymentForm::MAX_ROWS);
+    }
+
+    /** Whether somebody has to tell what columns mean, or has begun to. */
+    public function asksForColumns(): bool
+    {
+        $isOpen = (bool) array_intersect(['unknown_heading', 'missing_column'], array_column($this->faults, 'code'));
+        $table = $this->form->table;
+
+        return $table->isThere() && ($isOpen || $table->map || $table->ignored);
+    }
+
+    /** What stands over a key's column in the table; null if there is none. */
+    public function heading(string $key): ?string
+    {
+        return $this->form->table->isThere() ? $this->sheet->heading($key) : null;
+    }
+
+    /** @return array<string, Amount> by day */
+    private function sums(): array
+    {
+        $days = [];
+        foreach ($this->form->sheet()->values($this->form->keys()) as $values) {
+            $day = Sheet::understood('date', $values['date'] ?? '') ?: $this->form->date();
+            $amount = Amount::read(str_replace('.', ',', Sheet::understood('amount', $values['amount'] ?? '')), 'EUR');
+            $days[$day] = $amount ? $amount->plus($days[$day] ?? new Amount(0, 'EUR')) : null;
+        }
+        ksort($days);
+
+        return array_filter($days);
     }
 
     /**
-     * With the rows of the form, which count from 1, where they come from the sheet that it was made.
+     * With the rows as the page counts them.
      *
      * @param list<Fault> $points
      * @return list<Fault>
      */
     private function placed(array $points): array
     {
-        foreach ($this->sheet ? [] : $points as $i => $point) {
+        $offset = $this->form->offset();
+        foreach ($points as $i => $point) {
             $points[$i] = clone $point;
-            $points[$i]->row = $point->row === null ? null : $point->row - 1;
+            $points[$i]->row = $point->row === null ? null : $point->row - $offset;
             if (isset($point->values['row'])) {
-                $points[$i]->values['row'] = $point->values['row'] - 1;
+                $points[$i]->values['row'] = $point->values['row'] - $offset;
             }
         }
 
         return $points;
-    }
-
-    /**
-     * @param list<Fault> $warnings
-     * @param list<Fault> $changes
-     */
-    private static function digest(array $warnings, array $changes): string
-    {
-        return hash('sha256', serialize([$warnings, $changes]));
     }
 }

@@ -16,7 +16,14 @@ use Twig\TwigFunction;
 /** Pages as people see them: templates, texts, and money and days in the way of the language. */
 final class View
 {
+    /** Labels of keys that say more on one page, or on both pages of payments. */
+    private const TOLD_BY_PAGE = ['key.name', 'own.date'];
+
+    private const TOLD_BY_ALL = ['key.amount', 'key.account', 'key.bank_code', 'key.currency', 'own.seq'];
+
     public string $language;
+
+    private string $page;
 
     private Environment $twig;
 
@@ -28,6 +35,7 @@ final class View
     public function __construct(string $language, array $globals)
     {
         $this->language = $language;
+        $this->page = $globals['page'];
         // English as in Europe: a day goes before its month.
         $locale = $language === 'en' ? 'en_GB' : $language;
         $this->numbers = new \NumberFormatter($locale, \NumberFormatter::DECIMAL);
@@ -67,9 +75,12 @@ final class View
      */
     public function label(string $key, bool $isOwn = false): string
     {
-        return in_array($key, $isOwn ? ['date'] : ['name', 'amount'], true)
-            ? $this->text("transfer.$key")
-            : Keys::label($key, $this->language, $isOwn);
+        $id = $isOwn ? "own.$key" : "key.$key";
+        if (in_array($id, self::TOLD_BY_PAGE, true)) {
+            return $this->text("$this->page.$id");
+        }
+
+        return in_array($id, self::TOLD_BY_ALL, true) ? $this->text("payment.$id") : Keys::label($key, $this->language, $isOwn);
     }
 
     /** What stands in a field: days and amounts as the language has them. */

@@ -75,10 +75,10 @@ async function type(page, fields) {
 
 const html = '<b onclick=x>"&\'';
 const payer = { name: 'Zimmerei Sander GmbH', iban: 'DE89 3704 0044 0532 0130 00' };
-const bad = { 'row-0-name': html, 'row-0-iban': 'DE88370400440532013000', 'row-0-amount': '1.190', 'row-2-name': 'Änne Groß' };
+const bad = { 'row-1-name': html, 'row-1-iban': 'DE88370400440532013000', 'row-1-amount': '1.190', 'row-3-name': 'Änne Groß' };
 const good = {
-    'row-0-name': 'Müller & Söhne', 'row-0-iban': 'DE89370400440532013000', 'row-0-amount': '1.190,00',
-    'row-2-iban': 'DE12500105170648489890', 'row-2-amount': '0,01',
+    'row-1-name': 'Müller & Söhne', 'row-1-iban': 'DE89370400440532013000', 'row-1-amount': '1.190,00',
+    'row-3-iban': 'DE12500105170648489890', 'row-3-amount': '0,01',
 };
 
 async function transfer(page) {
@@ -89,11 +89,11 @@ async function transfer(page) {
     equal(await page.title(), '5 Fehler – Überweisungen – SEPA');
     equal(await focused(page), 'notice bad');
     equal(await page.getAttribute('#f-bic', 'placeholder'), 'COBADEFFXXX');
-    equal(await page.inputValue('#f-row-0-name'), html);
+    equal(await page.inputValue('#f-row-1-name'), html);
     equal(await page.locator('[aria-invalid]').evaluateAll(fields => fields.map(field => field.id)),
-        ['f-row-0-name', 'f-row-0-iban', 'f-row-0-amount', 'f-row-2-iban', 'f-row-2-amount']);
+        ['f-row-1-name', 'f-row-1-iban', 'f-row-1-amount', 'f-row-3-iban', 'f-row-3-amount']);
     await page.locator('.notes a').nth(1).click();
-    equal(await page.evaluate(() => location.hash), '#f-row-0-iban');
+    equal(await page.evaluate(() => location.hash), '#f-row-1-iban');
     await press(page, 'SEPA-Datei herunterladen');
     equal(await page.locator('.notice.bad').count(), 1);
     await fill(page, good);
@@ -112,15 +112,15 @@ await test('all of it works without script', 'transfer', transfer, { javaScriptE
 await test('a transfer by keyboard alone', 'transfer', async page => {
     await page.keyboard.press('Tab');
     equal(await focused(page), 'skip');
-    await type(page, { ...payer, 'row-0-name': 'Müller', 'row-0-iban': 'DE88370400440532013000', 'row-0-amount': '5' });
+    await type(page, { ...payer, 'row-1-name': 'Müller', 'row-1-iban': 'DE88370400440532013000', 'row-1-amount': '5' });
     await page.keyboard.press('Enter');
     await page.waitForSelector('.notice.bad');
     await tabTo(page, 'Zeile 1, IBAN: Die Prüfziffer der IBAN ist falsch');
     await page.keyboard.press('Enter');
-    await page.waitForFunction(() => location.hash === '#f-row-0-iban');
+    await page.waitForFunction(() => location.hash === '#f-row-1-iban');
     await page.keyboard.press('Tab');
-    if (await focused(page) !== 'f-row-0-iban') await page.keyboard.press('Shift+Tab');
-    equal(await focused(page), 'f-row-0-iban');
+    if (await focused(page) !== 'f-row-1-iban') await page.keyboard.press('Shift+Tab');
+    equal(await focused(page), 'f-row-1-iban');
     await page.keyboard.press('Control+a');
     await page.keyboard.type('DE89370400440532013000\n');
     await page.waitForSelector('.notice.good');
@@ -134,7 +134,7 @@ await test('Back and Forward show what was there', 'transfer', async page => {
     await fill(page, good);
     await press(page, 'Prüfen');
     await page.goBack();
-    equal([await heading(page), await page.inputValue('#f-row-0-iban')], ['2 Zahlungen, 5 Fehler: Es gibt noch keine SEPA-Datei', good['row-0-iban']]);
+    equal([await heading(page), await page.inputValue('#f-row-1-iban')], ['2 Zahlungen, 5 Fehler: Es gibt noch keine SEPA-Datei', good['row-1-iban']]);
     await page.goForward();
     equal(await heading(page), '2 Zahlungen, 1.190,01 EUR: bereit für die Bank');
 });
@@ -151,7 +151,7 @@ await test('what is typed goes along to other tabs and languages', 'transfer', a
     await press(page, 'IBANs');
     equal([await page.inputValue('#f-account'), await page.locator('#convert dd').first().innerText()], ['532013000', 'DE89 3704 0044 0532 0130 00']);
     await press(page, 'Transfers');
-    equal([await page.inputValue('#f-row-0-name'), await page.inputValue('#f-row-2-name')], [html, 'Änne Groß']);
+    equal([await page.inputValue('#f-row-1-name'), await page.inputValue('#f-row-3-name')], [html, 'Änne Groß']);
 });
 
 await test('a double click makes one message', 'transfer', async page => {
@@ -166,7 +166,7 @@ await test('a double click makes one message', 'transfer', async page => {
 await test('two people at once', 'transfer', async page => {
     const other = await open('transfer');
     await fill(page, { ...payer, ...bad, ...good });
-    await fill(other, { ...payer, ...bad, ...good, 'row-0-amount': '7,00' });
+    await fill(other, { ...payer, ...bad, ...good, 'row-1-amount': '7,00' });
     const files = await Promise.all([page, other].map(one => download(one, () => press(one, 'SEPA-Datei herunterladen'))));
     equal(files.map(file => /<CtrlSum>(.*?)</.exec(file.text)[1]), ['1190.01', '7.01']);
     await other.context().close();
@@ -181,24 +181,49 @@ await test('a lost cookie gives the form back', 'transfer', async page => {
     equal(await heading(page), '0 Zahlungen, 1 Fehler: Es gibt noch keine SEPA-Datei');
 });
 
-await test('a CSV file fills the form, and odd things are seen before the download', 'transfer', async page => {
-    await fill(page, { ...payer, 'row-0-name': 'Eingetippt' });
-    const row = 'Müller;DE89370400440532013000;1,50;R-1;06.12.2026\r\n';
-    await upload(page, 'x.csv', `\ufeffEmpfänger;IBAN;Betrag;Verwendungszweck;Fällig am\r\n${row}${row}`);
-    await press(page, 'Mehr Zeilen');
-    equal([await heading(page), await page.locator('.rows tbody tr').count()],
-        ['Die Datei hat die hier eingetippte Zahlung ersetzt. Mit „Zurück“ im Browser kommen sie wieder.', 5]);
-    await press(page, 'SEPA-Datei herunterladen');
-    equal(await heading(page), '2 Zahlungen, 3,00 EUR: bereit für die Bank');
-    equal(await page.locator('.notice.odd .notes li').allInnerTexts(), [
-        'Zeile 1, Datum: Der 06.12.2026 ist ein Sonntag', 'Zeile 2, Betrag in EUR: Konto und Betrag wie in Zeile 1', 'Zeile 2, Datum: Der 06.12.2026 ist ein Sonntag',
-    ]);
-    equal([await page.locator('[aria-invalid]').count(), await page.inputValue('#f-row-1-date')], [0, '06.12.2026']);
-    equal((await download(page, () => press(page, 'SEPA-Datei herunterladen'))).text.includes('<NbOfTxs>2</NbOfTxs>'), true);
-    await upload(page, 'x.csv', 'name,iban,amount\n' + 'A,DE89370400440532013000,1.00\n'.repeat(150));
+await test('a table is pasted, and odd things are seen before the download', 'transfer', async page => {
+    await fill(page, { ...payer, 'row-1-name': 'Eingetippt' });
+    const row = 'Müller\tDE89370400440532013000\t1,50\tR-1\t06.12.2026\n';
+    await page.fill('#f-pasted', `Empfänger\tIBAN\tBetrag\tVerwendungszweck\tFällig am\n${row}${row}`);
     await press(page, 'Prüfen');
-    equal(await page.locator('.heading').allInnerTexts(),
-        ['150 Zahlungen, 150,00 EUR: bereit für die Bank', 'Es geht nur um die Datei: Die 2 eingetippten Zahlungen gehören nicht dazu.']);
+    equal(await page.locator('.heading').allInnerTexts(), ['2 Zahlungen, 3,00 EUR: bereit für die Bank',
+        'Die Tabelle hat die hier eingetippte Zahlung ersetzt. Mit „Zurück“ im Browser kommen sie wieder.']);
+    equal(await page.locator('.notice.odd .notes li').allInnerTexts().then(points => points.map(point => point.replace(/\s*(Soll|Die Bank).*/, ''))), [
+        'Zeile 2, Fällig am: Der 06.12.2026 ist ein Sonntag', 'Zeile 3, Betrag: Konto und Betrag wie in Zeile 2', 'Zeile 3, Fällig am: Der 06.12.2026 ist ein Sonntag',
+    ]);
+    await press(page, 'Alle Zeilen zeigen');
+    equal([await page.locator('[aria-invalid]').count(), await page.inputValue('#f-row-3-date')], [0, '06.12.2026']);
+    await press(page, 'Mehr Zeilen');
+    await fill(page, { 'row-4-name': 'Kunz', 'row-4-iban': 'DE12500105170648489890', 'row-4-amount': '7' });
+    await press(page, 'Prüfen');
+    equal((await download(page, () => press(page, 'SEPA-Datei herunterladen'))).text.includes('<CtrlSum>10.00</CtrlSum>'), true);
+});
+
+await test('two faults among 5,000 rows are mended in the page', 'transfer', async page => {
+    await fill(page, payer);
+    const rows = [...Array(5000).keys()].map(i => `Kunde ${i};${[7, 4000].includes(i) ? 'DE99' : 'DE89370400440532013000'};${i + 1},50;R-${i}\n`);
+    await upload(page, 'x.csv', `Empfänger;IBAN;Betrag;Zweck\n${rows.join('')}`);
+    await press(page, 'Prüfen');
+    equal(await heading(page), '5.000 Zahlungen, 2 Fehler: Es gibt noch keine SEPA-Datei');
+    await fill(page, { 'row-9-iban': 'DE12500105170648489890', 'row-4002-iban': 'DE12500105170648489890' });
+    await press(page, 'Prüfen');
+    equal(await heading(page), '5.000 Zahlungen, 12.505.000,00 EUR: bereit für die Bank');
+    equal((await download(page, () => press(page, 'SEPA-Datei herunterladen'))).text.includes('<NbOfTxs>5000</NbOfTxs>'), true);
+});
+
+await test('columns with strange headings are assigned by keyboard', 'debit', async page => {
+    await fill(page, { ...payer, creditorId: 'DE98ZZZ09999999999' });
+    await upload(page, 'x.csv', 'Liste November\nMitglied;IBAN;Beitrag;MandatsNr;Datum Unterschrift;Farbe\nA;DE89370400440532013000;10,00;M1;01.02.2020;rot\n');
+    await press(page, 'Prüfen');
+    const selects = page.locator('.assigned select');
+    for (const [heading, meaning] of [['Beitrag', 'Betrag in EUR'], ['MandatsNr', 'Mandatsreferenz'], ['Datum Unterschrift', 'Mandatsdatum']]) {
+        await page.getByLabel(`Bedeutung von ${heading}`).selectOption({ label: meaning });
+    }
+    equal(await selects.count(), 6);
+    await selects.first().focus();
+    await press(page, 'Prüfen');
+    equal(await heading(page), '1 Zahlung, 10,00 EUR: bereit für die Bank');
+    equal((await download(page, () => press(page, 'SEPA-Datei herunterladen'))).text.includes('<SeqTp>RCUR</SeqTp>'), true);
 });
 
 await test('damage in a statement is told, and nothing in it is taken for HTML', 'statement', async page => {
@@ -232,11 +257,17 @@ const states = {
     'transfer': ['transfer', async () => {}],
     'transfer-ready': ['transfer', page => press(page, 'Beispiel einsetzen')],
     'transfer-faults': ['transfer', async page => {
-        await fill(page, { ...payer, ...bad, 'row-1-name': 'Kunz', 'row-1-iban': 'DE12500105170648489890', 'row-1-amount': '1' });
+        await fill(page, { ...payer, ...bad, 'row-2-name': 'Kunz', 'row-2-iban': 'DE12500105170648489890', 'row-2-amount': '1' });
         await press(page, 'Prüfen');
     }],
     'transfer-odd': ['transfer', async page => {
-        await fill(page, { ...payer, ...bad, ...good, date: '26.12.2026', 'row-0-iban': good['row-2-iban'], 'row-0-amount': '0,01' });
+        await fill(page, { ...payer, ...bad, ...good, date: '26.12.2026', 'row-1-iban': good['row-3-iban'], 'row-1-amount': '0,01' });
+        await press(page, 'Prüfen');
+    }],
+    'debit': ['debit', async () => {}],
+    'debit-ready': ['debit', page => press(page, 'Beispiel einsetzen')],
+    'columns': ['debit', async page => {
+        await upload(page, 'x.csv', 'Wer;IBAN;Beitrag;Farbe\nA;DE89370400440532013000;10,00;rot\nB;DE89370400440532013000;12,00;grün\n');
         await press(page, 'Prüfen');
     }],
     'transfer-large': ['transfer', async page => {
