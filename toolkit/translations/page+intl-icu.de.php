@@ -136,6 +136,8 @@ return [
     'payment' => [
         'payments' => 'Zahlungen',
         'account' => 'Konto',
+        'other_account' => 'anderes Konto',
+        'bookmark' => 'Als Lesezeichen: das Formular mit diesem Konto',
         'key.amount' => 'Betrag in EUR',
         'key.account' => 'Kontonummer',
         'key.bank_code' => 'Bankleitzahl',

@@ -136,6 +136,8 @@ return [
     'payment' => [
         'payments' => 'Payments',
         'account' => 'Account',
+        'other_account' => 'another account',
+        'bookmark' => 'As a bookmark: the form with this account',
         'key.amount' => 'Amount in EUR',
         'key.account' => 'Account number',
         'key.bank_code' => 'Bank code (BLZ)',

@@ -29,14 +29,16 @@ final class App
 
     public function respond(Request $request): Response
     {
-        $gate = new Gate($request);
+        $accounts = Accounts::of($request);
+        $gate = new Gate($request, $accounts->hosts);
         $asked = $request->query->all()['page'] ?? '';
         $name = is_string($asked) && isset(self::PAGES[$asked]) ? $asked : 'transfer';
-        $forms = new Forms($name, array_keys(self::PAGES), $request->request->all());
+        $forms = new Forms($name, array_keys(self::PAGES), $request->isMethod('POST') ? $request->request->all() : self::bookmarked($request));
         $language = self::language($request);
         $view = new View($language, ['page' => $name, 'pages' => array_keys(self::PAGES), 'kept' => $forms->others(), 'token' => $gate->token()]);
+        $class = self::PAGES[$name];
         try {
-            $response = $this->answer($request, $gate, $forms->fields(), $view, $name);
+            $response = $this->answer($request, $gate, $forms->fields(), new $class($view, $name, $accounts), $view);
         } catch (Refused $e) {
             $response = $view->page('refused', ['notice' => self::notice($view, $e->getMessage())], $e->getCode());
         } catch (\Throwable $e) {
@@ -57,11 +59,9 @@ final class App
     /**
      * @param array<string, mixed> $fields
      */
-    private function answer(Request $request, Gate $gate, array $fields, View $view, string $name): Response
+    private function answer(Request $request, Gate $gate, array $fields, Page $page, View $view): Response
     {
         $gate->check();
-        $class = self::PAGES[$name];
-        $page = new $class($view, $name);
         try {
             if ($request->isMethod('POST')) {
                 $gate->checkToken();
@@ -81,6 +81,12 @@ final class App
     private static function notice(View $view, string $text): array
     {
         return ['kind' => 'bad', 'heading' => $view->text($text)];
+    }
+
+    /** @return array<string, mixed> what a link fills into the form */
+    private static function bookmarked(Request $request): array
+    {
+        return array_intersect_key($request->query->all(), array_flip(PaymentForm::BOOKMARKED));
     }
 
     /** What is chosen, was chosen, or what the browser wants; German where that is none. */

@@ -25,9 +25,13 @@ final class Gate
 
     private bool $knowsToken;
 
-    public function __construct(Request $request)
+    private string $hosts;
+
+    /** @param string $hosts further names of this server, divided by commas or blanks */
+    public function __construct(Request $request, string $hosts)
     {
         $this->request = $request;
+        $this->hosts = $hosts . ' ' . $request->server->get('SEPA_HOSTS', (string) getenv('SEPA_HOSTS'));
         $token = $request->cookies->all()[self::TOKEN] ?? null;
         $this->knowsToken = is_string($token) && preg_match('/^[0-9a-f]{32}$/D', $token);
         $this->token = $this->knowsToken ? $token : bin2hex(random_bytes(16));
@@ -85,7 +89,7 @@ final class Gate
     {
         $server = $this->request->server;
         $asked = strtolower((string) preg_replace('/\.?(:\d*)?$/D', '', (string) $this->request->headers->get('Host')));
-        $given = explode(' ', strtr((string) $server->get('SEPA_HOSTS', (string) getenv('SEPA_HOSTS')), ',', ' '));
+        $given = explode(' ', strtr($this->hosts, ',', ' '));
         $address = (string) $server->get('SERVER_ADDR');
         $own = array_merge(self::LOCAL_HOSTS, [$address, "[$address]", (string) $server->get('SERVER_NAME')], $given);
 

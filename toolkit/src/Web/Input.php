@@ -33,6 +33,11 @@ final class Input
         return $this->text('do');
     }
 
+    public function has(string $name): bool
+    {
+        return isset($this->fields[$name]);
+    }
+
     /** A field; empty if there is none, or a list in its place. */
     public function text(string $name): string
     {

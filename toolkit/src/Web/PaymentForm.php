@@ -45,7 +45,13 @@ final class PaymentForm
         self::DEBIT => ['name', 'iban', 'amount', 'ref', 'mref', 'mdate'],
     ];
 
+    /** What a link can fill in. */
+    public const BOOKMARKED = ['name', 'iban', 'bic', 'creditorId'];
+
     public string $kind;
+
+    /** @var string name of the own account that was chosen; empty if the party is typed */
+    public string $own;
 
     /** @var array<string, string> the submitting party and the message, by the keys of faults */
     public array $party;
@@ -74,13 +80,20 @@ final class PaymentForm
 
     private ?string $digest = null;
 
-    public function __construct(string $kind, Input $input)
+    public function __construct(string $kind, Input $input, Accounts $accounts)
     {
         $this->kind = $kind;
+        $names = $accounts->names();
+        $first = $input->text('name') . $input->text('iban') === '' ? $names[0] ?? '' : '';
+        $this->own = $input->has('own') ? $input->text('own') : $first;
+        $this->own = in_array($this->own, $names, true) ? $this->own : '';
         foreach (self::PARTY[$kind] as $key) {
             $choices = self::CHOICES[$key] ?? null;
             $typed = $input->text($key);
             $this->party[$key] = $choices && !in_array($typed, $choices, true) ? $choices[0] : $typed;
+        }
+        if ($this->own !== '') {
+            $this->party = array_replace($this->party, array_intersect_key($accounts->party($this->own), $this->party));
         }
         $seed = $input->text('seed');
         $this->seed = preg_match('/^\d{8}-\d{6}-[0-9a-f]{12}$/D', $seed) ? $seed : Payments::newMessageId();
@@ -95,6 +108,14 @@ final class PaymentForm
         $this->shown = array_fill_keys(array_keys($this->rows), true);
         $this->rows += $input->edits('edits', $this->keys());
         ksort($this->rows);
+    }
+
+    /** The party as a link that fills it in; null if there is nothing to fill in. */
+    public function bookmark(): ?string
+    {
+        $typed = array_filter(array_intersect_key($this->party, array_flip(self::BOOKMARKED)));
+
+        return $this->own === '' && isset($typed['name'], $typed['iban']) ? http_build_query(['page' => $this->kind] + $typed) : null;
     }
 
     /** @return list<string> of a payment */

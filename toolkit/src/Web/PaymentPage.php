@@ -25,8 +25,11 @@ final class PaymentPage implements Page
 
     private string $kind;
 
-    public function __construct(View $view, string $kind)
+    private Accounts $accounts;
+
+    public function __construct(View $view, string $kind, Accounts $accounts)
     {
+        $this->accounts = $accounts;
         $this->view = $view;
         $this->kind = $kind;
     }
@@ -34,7 +37,7 @@ final class PaymentPage implements Page
     public function respond(Input $input, ?array $notice): Response
     {
         $action = $input->action();
-        $form = new PaymentForm($this->kind, $input);
+        $form = new PaymentForm($this->kind, $input, $this->accounts);
         if ($action === 'template') {
             return self::download("\u{FEFF}" . implode(';', array_map([$this->view, 'label'], $form->columns)) . "\r\n", "$this->kind.csv", 'text/csv');
         }
@@ -59,7 +62,7 @@ final class PaymentPage implements Page
         $assigned = $form->table->travels() ? $form->table->columns([], []) : [];
         if (count($assigned) < 2) {
             $assigned = [];
-            $form = new PaymentForm($this->kind, $input);
+            $form = new PaymentForm($this->kind, $input, $this->accounts);
         }
         if (!$form->rows && !$form->table->isThere()) {
             $form->addRows();
@@ -145,6 +148,7 @@ final class PaymentPage implements Page
             'assigned' => [],
             'faults' => $verdict ? $verdict->faultCount : 0,
             'rulebooks' => self::rulebooks(),
+            'accounts' => $this->accounts->names(),
             'hasExample' => is_file(self::EXAMPLES[$this->kind]) && $form->isEmpty(),
         ], $status);
     }

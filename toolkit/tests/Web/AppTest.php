@@ -288,6 +288,26 @@ final class AppTest extends TestCase
         self::assertStringContainsString('<SeqTp>RCUR</SeqTp>', self::post('debit', ['seq' => 'x', 'type' => ['x']] + $form)->getContent());
     }
 
+    public function testOwnAccountsAreChosenOrBookmarked(): void
+    {
+        $ini = tempnam(sys_get_temp_dir(), 'sepa-test');
+        file_put_contents($ini, "hosts = pay.example\n[Giro]\nname = Zimmerei\niban = DE89370400440532013000\n[Zweit]\nname = B\niban=DE12500105170648489890\n");
+        $row = ['name' => 'B', 'iban' => 'DE12500105170648489890', 'amount' => '1'];
+        $server = ['SEPA_ACCOUNTS' => $ini, 'HTTP_HOST' => 'pay.example', 'HTTP_ORIGIN' => 'https://pay.example'];
+        foreach (['Giro' => 'DE89370400440532013000', 'Zweit' => 'DE12500105170648489890', '' => 'DE62701500000020228888'] as $own => $iban) {
+            $form = ['do' => 'document', 'own' => $own, 'name' => 'C', 'iban' => 'DE62701500000020228888', 'row' => [$row]];
+            $made = self::post('transfer', $form, [], $server)->getContent();
+            self::assertMatchesRegularExpression("/<DbtrAcct>\s*<Id>\s*<IBAN>$iban</", $made);
+        }
+        unlink($ini);
+        $opened = new Request(['page' => 'debit', 'iban' => 'DE12', 'creditorId' => ['x'], 'do' => 'check'], [], [], [], [], ['HTTP_HOST' => 'localhost']);
+        $page = (new App())->respond($opened)->getContent();
+        self::assertStringContainsString('value="DE12"', $page);
+        self::assertStringNotContainsString('class="notice', $page);
+        $linked = self::post('transfer', ['do' => 'check', 'row' => [$row]] + self::PARTY)->getContent();
+        self::assertStringContainsString('href="?page=transfer&amp;name=A&amp;iban=DE89370400440532013000"', $linked);
+    }
+
     public function testALargeFileIsToldUnderItsHeadingsAndChosenAgain(): void
     {
         $sheet = "Empfänger;Konto-IBAN;Betrag;Zweck\n" . str_repeat('Š;DE12500105170648489890;1;' . str_repeat('x', 130) . "\n", 8000);
