@@ -356,4 +356,8 @@ return [
         'reason' => '„{label}“ ist nicht in UTF-8',
         'hint' => 'Speichern Sie die Datei als „CSV UTF-8“.',
     ],
+    'yes_or_no' => [
+        'reason' => 'Weder ja noch nein: {value}',
+        'hint' => 'Schreiben Sie ja oder nein; ohne Angabe gilt, was für alle gilt.',
+    ],
 ];

@@ -359,4 +359,8 @@ return [
         'reason' => "Not UTF-8: ''{key}''",
         'hint' => 'The text is not UTF-8: save the file as UTF-8.',
     ],
+    'yes_or_no' => [
+        'reason' => 'Neither yes nor no: {value}',
+        'hint' => '1 or yes, 0 or no; without a value it is as for all others.',
+    ],
 ];

@@ -19,7 +19,7 @@ final class Cells
 
     private const BIC = '/^[A-Z]{6}[A-Z0-9]{2}(?:[A-Z0-9]{3})?$/D';
 
-    private Payments $payments;
+    private Receiver $payments;
 
     private bool $german;
 
@@ -35,7 +35,7 @@ final class Cells
     private array $faults = [];
 
     /** @param array<string, string> $common */
-    public function __construct(Payments $payments, bool $german, array $common)
+    public function __construct(Receiver $payments, bool $german, array $common)
     {
         $this->payments = $payments;
         $this->german = $german;

@@ -9,14 +9,17 @@ final class Collections extends Payments
 {
     protected const KIND = SEPA_MSGTYPE_DDI;
 
-    /** @param Options|null $options those of Options::latest() if null */
-    public function __construct(Party $creditor, ?Options $options = null)
+    /**
+     * @param Options|null $options those of Options::latest() if null
+     * @param Notes|null $notes of several messages that are told of together
+     */
+    public function __construct(Party $creditor, ?Options $options = null, ?Notes $notes = null)
     {
         $options = $options ?? Options::latest();
         if (!isset(Options::TYPES[$options->type])) {
             throw new \InvalidArgumentException("unknown type of direct debit: $options->type");
         }
-        parent::__construct($creditor, $options);
+        parent::__construct($creditor, $options, $notes);
         $this->set('creditorId', $creditor->creditorId, 'setCreditorIdentifier');
         try {
             $this->message->setDDType(Options::TYPES[$options->type]);

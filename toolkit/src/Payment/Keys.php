@@ -26,6 +26,9 @@ final class Keys
     /** Keys that the extension does not have: the toolkit writes them into the document. */
     public const ADDED = 'added';
 
+    /** Keys that decide in which of several messages a payment is. */
+    public const DOCUMENT = 'document';
+
     /** Forms of values. */
     public const TEXT = 'text';
 
@@ -103,6 +106,14 @@ final class Keys
         'old_creditor_id' => ['Old creditor identifier', 'Alte Gläubiger-Id', self::DEBIT, self::ADDED, self::CREDITOR, 35,
             'alteglaeubigeridentifikationsnummer alteglaeubigerid oldcreditorid'],
         'smnda' => ['Other bank (SMNDA)', 'Andere Bank (SMNDA)', self::DEBIT, self::PAYMENT, self::CODE, 1, ''],
+        'own_iban' => ['Own IBAN', 'Eigene IBAN', self::BOTH, self::DOCUMENT, self::IBAN, 34,
+            'auftraggeberiban ibanauftraggeber ibandesauftraggebers auftraggeberkonto eigeneskonto ownaccount orderingaccount'],
+        'type' => ['Kind of direct debit', 'Art der Lastschrift', self::DEBIT, self::DOCUMENT, self::CODE, 4,
+            'lastschriftart localinstrument'],
+        'instant' => ['Instant payment', 'Echtzeitüberweisung', self::TRANSFER, self::DOCUMENT, self::CODE, 8,
+            'echtzeit echtzeitzahlung sofortueberweisung'],
+        'category' => ['Category purpose', 'Kategorie', self::BOTH, self::DOCUMENT, self::PURPOSE, 4, 'categorycode'],
+        'priority' => ['Priority', 'Priorität', self::TRANSFER, self::DOCUMENT, self::CODE, 4, 'dringlichkeit'],
         'addrStreet' => ['Street', 'Straße', self::BOTH, self::FIELDS, self::TEXT, 70, 'streetname'],
         'addrNum' => ['House number', 'Hausnummer', self::BOTH, self::FIELDS, self::TEXT, 16, 'hausnr buildingnumber'],
         'addrCode' => ['Postcode', 'Postleitzahl', self::BOTH, self::FIELDS, self::TEXT, 16, 'plz postalcode zip zipcode'],
@@ -128,14 +139,10 @@ final class Keys
         'iban' => ['Your IBAN', 'Ihre IBAN', self::IBAN, 34],
         'bic' => ["Your bank's BIC", 'BIC Ihrer Bank', self::BIC, 11],
         'creditorId' => ['Creditor identifier', 'Gläubiger-Identifikationsnummer', self::CREDITOR, 35],
-        'type' => ['Kind of direct debit', 'Art der Lastschrift', self::CODE, 4],
         'date' => ['Date', 'Datum', self::DATE, 10],
         'messageId' => ['Message id', 'Nachrichten-Id', self::ID, 30],
         'rulebook' => ['Rulebook', 'Regelwerk', self::CODE, 6],
-        'instant' => ['Instant payment', 'Echtzeitüberweisung', self::CODE, 1],
         'at' => ['Time of execution', 'Ausführungszeitpunkt', self::CODE, 25],
-        'category' => ['Category purpose', 'Zahlungsart (Category Purpose)', self::PURPOSE, 4],
-        'priority' => ['Priority', 'Priorität', self::CODE, 4],
         'currency' => ['Currency of your account', 'Währung Ihres Kontos', self::CODE, 3],
         'hybrid' => ['Hybrid addresses', 'Hybride Adressen', self::CODE, 1],
     ];
@@ -148,6 +155,15 @@ final class Keys
      * @return list<string> of a payment, those of other rulebooks among them
      */
     public static function ofKind(int $kind): array
+    {
+        return array_values(array_diff(self::all($kind), self::ofGroup(self::DOCUMENT)));
+    }
+
+    /**
+     * @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI
+     * @return list<string> of a payment, and those that decide in which of several messages it is
+     */
+    public static function all(int $kind): array
     {
         return array_keys(array_filter(self::ROWS, static fn (array $row): bool => in_array($kind, $row[2], true)));
     }

@@ -16,7 +16,7 @@ final class Oddities
     /** Since this day banks refuse an address that has lines alone. */
     private const NO_LINES = '2026-11-15';
 
-    private Findings $found;
+    private Notes $notes;
 
     private Rulebook $rulebook;
 
@@ -39,9 +39,9 @@ final class Oddities
     /** Whether the date of payments without their own was told. */
     private bool $commonTold = false;
 
-    public function __construct(Findings $found, Rulebook $rulebook, int $kind, string $today, bool $isInstant)
+    public function __construct(Notes $notes, Rulebook $rulebook, int $kind, string $today, bool $isInstant)
     {
-        $this->found = $found;
+        $this->notes = $notes;
         $this->rulebook = $rulebook;
         $this->isDebit = $kind === SEPA_MSGTYPE_DDI;
         $this->today = $today;
@@ -59,17 +59,17 @@ final class Oddities
         if ($isOwn || !$this->commonTold) {
             $this->commonTold = $this->commonTold || !$isOwn;
             foreach ($this->dates[$date] ?? $this->oddInDate($date) as [$code, $facts]) {
-                $this->found->add($isOwn ? $row : null, $isOwn ? $label : null, 'date', $code, $facts);
+                $this->notes->warnings->add($isOwn ? $row : null, $isOwn ? $label : null, 'date', $code, $facts);
             }
         }
         if (isset($values['bic'])) {
             $this->bic($values['bic'], $values['iban'], $row, $label);
         }
         if (isset($values['purp']) && !PurposeCodes::exists(PurposeCodes::PURPOSE, $values['purp'])) {
-            $this->found->add($row, $label, 'purp', 'purpose_unknown', ['value' => $values['purp']]);
+            $this->notes->warnings->add($row, $label, 'purp', 'purpose_unknown', ['value' => $values['purp']]);
         }
         if ($this->isInstant && Inspector::isOutsideEea($values['iban'])) {
-            $this->found->add($row, $label, 'iban', 'instant_outside_eea');
+            $this->notes->warnings->add($row, $label, 'iban', 'instant_outside_eea');
         }
         if (isset($values['addrLine1']) || isset($values['addrLine2'])) {
             $this->address($values, $row, $label);
@@ -83,7 +83,7 @@ final class Oddities
     public function address(array $values, ?int $row, ?string $label): void
     {
         if (!$this->rulebook->structured && (isset($values['addrLine1']) || isset($values['addrLine2']))) {
-            $this->found->add($row, $label, isset($values['addrLine1']) ? 'addrLine1' : 'addrLine2', 'address_lines', ['date' => self::NO_LINES]);
+            $this->notes->warnings->add($row, $label, isset($values['addrLine1']) ? 'addrLine1' : 'addrLine2', 'address_lines', ['date' => self::NO_LINES]);
         }
     }
 
@@ -92,13 +92,13 @@ final class Oddities
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {
-            $this->found->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
+            $this->notes->warnings->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
         } elseif ($id !== null) {
             $this->ids[$id] = $row;
         }
         $payment = "{$values['iban']} $cents";
         if (isset($this->payments[$payment])) {
-            $this->found->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
+            $this->notes->warnings->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
         } else {
             $this->payments[$payment] = $row;
         }
@@ -109,7 +109,7 @@ final class Oddities
         $bank = strtoupper(substr($bic, 4, 2));
         $country = substr($iban, 0, 2);
         if ($bank !== $country && !in_array($bank, self::SERVED[$country] ?? [], true)) {
-            $this->found->add($row, $label, 'bic', 'bic_other_country', ['bank' => $bank, 'country' => $country]);
+            $this->notes->warnings->add($row, $label, 'bic', 'bic_other_country', ['bank' => $bank, 'country' => $country]);
         }
     }
 
@@ -121,14 +121,14 @@ final class Oddities
     {
         $rulebook = $this->rulebook->name;
         if ($values['mdate'] > $date) {
-            $this->found->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
+            $this->notes->warnings->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
         }
         if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::OLD) {
-            $this->found->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook]);
+            $this->notes->warnings->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook]);
         }
         if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
             $values = ['sequence' => $values['seq'], 'rulebook' => $rulebook];
-            $this->found->add($row, $label, 'smnda', 'smnda_sequence', $values);
+            $this->notes->warnings->add($row, $label, 'smnda', 'smnda_sequence', $values);
         }
     }
 

@@ -13,8 +13,10 @@ use Sepa\Toolkit\Iban\Ibans;
  * The extension's rulebook is one setting for the whole process. Each call
  * here selects its own and leaves it selected.
  */
-abstract class Payments implements \Countable
+abstract class Payments implements Receiver
 {
+    use Noting;
+
     /** Kind of message, for the extension: SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI. */
     protected const KIND = 0;
 
@@ -59,14 +61,10 @@ abstract class Payments implements \Countable
     /** @var int sum of the good payments */
     private int $cents = 0;
 
-    private Findings $faults;
-
-    private Findings $warnings;
-
-    private Findings $changes;
-
-    protected function __construct(Party $party, Options $options)
+    /** @param Notes|null $notes of several messages */
+    protected function __construct(Party $party, Options $options, ?Notes $notes)
     {
+        $this->notes = $notes ?? new Notes();
         $this->rulebook = new Rulebook($options->rulebook);
         $this->extension = new Extension(static::KIND, $this->rulebook);
         $this->reasons = new Reasons($this->extension, $this->rulebook);
@@ -78,11 +76,8 @@ abstract class Payments implements \Countable
         $this->shortens = $options->shortens;
         $this->blocks = new Blocks();
         $this->transliterator = $options->transliterates ? new Transliterator($this->extension) : null;
-        $this->faults = new Findings();
-        $this->warnings = new Findings();
-        $this->changes = new Findings();
         $today = $options->today ?? date('Y-m-d');
-        $this->oddities = new Oddities($this->warnings, $this->rulebook, static::KIND, $today, $options->instant);
+        $this->oddities = new Oddities($this->notes, $this->rulebook, static::KIND, $today, $options->instant);
         $this->messageId = $options->messageId ?? self::newMessageId();
         $this->submit($party, $options, $today);
     }
@@ -120,7 +115,7 @@ abstract class Payments implements \Countable
     {
         $known = (string) Ibans::check($party->iban)->bic;
         if (self::isNoBic($party->bic)) {
-            $this->changes->add(null, null, 'bic', 'bic_dropped', ['value' => $party->bic]);
+            $this->notes->changes->add(null, null, 'bic', 'bic_dropped', ['value' => $party->bic]);
         } elseif ($party->bic !== '') {
             if ($known !== '' && strncasecmp($known, $party->bic, 8) !== 0) {
                 $this->warn(null, 'bic', 'bic_other_bank', ['value' => Fault::shown($party->bic), 'known' => $known]);
@@ -169,13 +164,16 @@ abstract class Payments implements \Countable
         return Keys::ofKind(static::KIND);
     }
 
-    /** @return list<string> keys of a payment under the rulebook */
+    public function columns(): array
+    {
+        return static::transactionKeys();
+    }
+
     public function keys(): array
     {
         return $this->inspector->keys();
     }
 
-    /** @return list<string> keys that every payment must have under the rulebook */
     public function requiredKeys(): array
     {
         return $this->inspector->required();
@@ -191,6 +189,13 @@ abstract class Payments implements \Countable
         return $this->messageId;
     }
 
+    /** Gives it another id, as one of several messages. */
+    public function identify(string $messageId): void
+    {
+        $this->messageId = $messageId;
+        $this->set('messageId', $messageId, 'setMessageId');
+    }
+
     /** Number of payments, bad ones among them. */
     public function count(): int
     {
@@ -203,16 +208,6 @@ abstract class Payments implements \Countable
         return self::euro($this->cents);
     }
 
-    /**
-     * Tests a payment and takes it.
-     *
-     * @param array<string, string|int|float|bool> $payment by the keys of docs/messages.md
-     * @param string|null $label the caller's own name for it, which its faults will carry
-     * @param int|null $row its number there, if it is not simply the number of the call
-     * @param array<string, array{string, array<string, int|string|list<string>>}|null> $known faults that were found
-     *     outside, as code and values by key; null for a key whose lack has been told for all payments
-     * @return bool whether it is without fault
-     */
     public function add(array $payment, ?string $label = null, ?int $row = null, array $known = []): bool
     {
         $this->rulebook->select();
@@ -226,7 +221,7 @@ abstract class Payments implements \Countable
             $values = $this->shortened($values, $row, $label);
         }
         if (isset($values['bic']) && self::isNoBic($values['bic'])) {
-            $this->changes->add($row, $label, 'bic', 'bic_dropped', ['value' => $values['bic']]);
+            $this->notes->changes->add($row, $label, 'bic', 'bic_dropped', ['value' => $values['bic']]);
             unset($values['bic']);
         }
         $faults = $this->inspector->faults($values, $known + $faults);
@@ -258,80 +253,6 @@ abstract class Payments implements \Countable
     }
 
     /**
-     * Notes a fault that was found outside, such as in the file that a payment comes from.
-     *
-     * @param array<string, int|string|list<string>> $values what the code's texts are made from
-     */
-    public function refuse(?int $row, ?string $label, ?string $key, string $code, array $values = []): void
-    {
-        $this->faults->add($row, $label, $key, $code, $values);
-    }
-
-    /**
-     * Notes something odd that was found outside.
-     *
-     * @param array<string, int|string|list<string>> $values
-     */
-    public function warn(?int $row, ?string $key, string $code, array $values = []): void
-    {
-        $this->warnings->add($row, null, $key, $code, $values);
-    }
-
-    /**
-     * Notes a change of a value that was made outside.
-     *
-     * @param array<string, int|string|list<string>> $values
-     */
-    public function change(int $row, string $key, string $code, array $values): void
-    {
-        $this->changes->add($row, null, $key, $code, $values);
-    }
-
-    /** @return list<Fault> faults so far, the first Findings::KEPT of each code; empty if the document can be had */
-    public function faults(): array
-    {
-        return array_merge($this->faults->kept(), $this->messageFaults());
-    }
-
-    /** Number of all faults. */
-    public function faultCount(): int
-    {
-        return count($this->faults) + count($this->messageFaults());
-    }
-
-    /** @return list<Fault> what is legal and odd, the first Findings::KEPT of each code */
-    public function warnings(): array
-    {
-        return $this->warnings->kept();
-    }
-
-    /** @return list<Fault> what was changed in values, the first Findings::KEPT of each code */
-    public function changes(): array
-    {
-        return $this->changes->kept();
-    }
-
-    /** @return array{fault: Findings, warning: Findings, change: Findings} what was found in values, with all counts */
-    public function findings(): array
-    {
-        return ['fault' => $this->faults, 'warning' => $this->warnings, 'change' => $this->changes];
-    }
-
-    /**
-     * Is given every fault, warning and change of a value, also those that are not kept.
-     *
-     * @param callable(string, Fault): void $listener with "fault", "warning" or "change"
-     */
-    public function tell(callable $listener): void
-    {
-        foreach ($this->findings() as $severity => $findings) {
-            $findings->tell(static function (Fault $fault) use ($listener, $severity): void {
-                $listener($severity, $fault);
-            });
-        }
-    }
-
-    /**
      * The document for the bank.
      *
      * @throws FaultyPayments while there are faults
@@ -352,10 +273,10 @@ abstract class Payments implements \Countable
     }
 
     /** @return list<Fault> of the message as a whole */
-    private function messageFaults(): array
+    public function messageFaults(): array
     {
         $faults = [];
-        if ($this->count === 0 && count($this->faults) === 0) {
+        if ($this->count === 0 && count($this->notes->faults) === 0) {
             $faults[] = new Fault(null, null, null, 'no_payments');
         }
         if (strlen($this->messageId . '-P' . count($this->blocks)) > self::MAX_BLOCK_ID) {
@@ -394,7 +315,7 @@ abstract class Payments implements \Countable
         // Structured addresses are under the same rule of the banks as names, though nothing tests them.
         $changed = $this->transliterator->apply('name', $text);
         if ($changed !== $text) {
-            $this->changes->add($row, $label, $key, 'transliterated', ['from' => $text, 'to' => $changed]);
+            $this->notes->changes->add($row, $label, $key, 'transliterated', ['from' => $text, 'to' => $changed]);
         }
 
         return $changed;
@@ -411,7 +332,7 @@ abstract class Payments implements \Countable
         foreach ($values as $key => $text) {
             $cut = Keys::form($key) === Keys::TEXT ? Keys::fitting($key, $text) : $text;
             if ($cut !== $text) {
-                $this->changes->add($row, $label, $key, 'shortened', ['from' => $text, 'to' => $cut]);
+                $this->notes->changes->add($row, $label, $key, 'shortened', ['from' => $text, 'to' => $cut]);
                 $values[$key] = $cut;
             }
         }
@@ -450,7 +371,7 @@ abstract class Payments implements \Countable
         foreach (array_intersect_key($values, $this->address) as $key => $text) {
             $unusual = $this->extension->refusedCharacters('name', $text);
             if ($unusual) {
-                $this->warnings->add($row, $label, $key, 'characters', ['characters' => $unusual]);
+                $this->notes->warnings->add($row, $label, $key, 'characters', ['characters' => $unusual]);
             }
         }
     }

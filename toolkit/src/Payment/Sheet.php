@@ -75,12 +75,12 @@ final class Sheet
      * @param callable|null $progress called after each row, without arguments
      * @throws Unreadable if the file is no table
      */
-    public function fill(Payments $payments, ?callable $progress = null): void
+    public function fill(Receiver $payments, ?callable $progress = null): void
     {
         $cells = new Cells($payments, $this->german, $this->common);
         $lacking = [];
         $isHeaded = false;
-        foreach ($this->allRows($payments::transactionKeys()) as $number => $row) {
+        foreach ($this->allRows($payments->columns()) as $number => $row) {
             if (!$isHeaded) {
                 $lacking = $this->lacking($payments, $number);
                 $isHeaded = true;
@@ -214,7 +214,7 @@ final class Sheet
      *
      * @return array<string, null> keys that every row lacks
      */
-    private function lacking(Payments $payments, int $number): array
+    private function lacking(Receiver $payments, int $number): array
     {
         if ($this->title) {
             $texts = array_map(static fn (array $cells): string => implode(' ', array_filter($cells, 'strlen')), $this->title);

@@ -9,9 +9,12 @@ final class Transfers extends Payments
 {
     protected const KIND = SEPA_MSGTYPE_CTI;
 
-    /** @param Options|null $options those of Options::latest() if null */
-    public function __construct(Party $payer, ?Options $options = null)
+    /**
+     * @param Options|null $options those of Options::latest() if null
+     * @param Notes|null $notes of several messages that are told of together
+     */
+    public function __construct(Party $payer, ?Options $options = null, ?Notes $notes = null)
     {
-        parent::__construct($payer, $options ?? Options::latest());
+        parent::__construct($payer, $options ?? Options::latest(), $notes);
     }
 }
