@@ -28,11 +28,14 @@ need() {
     esac || wanted="$wanted $*"
 }
 
+may_use_sudo() { command -v sudo >/dev/null 2>&1 && { sudo -n true 2>/dev/null || sudo -v; }; }
+
 install_wanted() {
     [ -n "$wanted" ] || return 0
     sudo=
     [ "$(id -u)" -eq 0 ] || sudo=sudo
-    [ -z "$sudo" ] || command -v sudo >/dev/null 2>&1 || {
+    # Who has no sudo, or may not use it, has to ask.
+    [ -z "$sudo" ] || may_use_sudo || {
         say "Something is missing. An administrator has to run:"
         say "    apt-get update && apt-get install -y --no-install-recommends$wanted"
         exit 1
@@ -176,13 +179,16 @@ check() {
     fi
 }
 
-# run_unit_tests PRESET: runs and counts all unit tests of a preset's build.
+# run_unit_tests PRESET [COMMAND...]: runs and counts all unit tests of a preset's
+# build, by COMMAND if one is given.
 run_unit_tests() {
+    built=$1
+    shift
     for source in "$root"/tests/unit/*_test.cpp "$root"/tests/fuzz/*_test.cpp; do
-        program=$out/$1/tests/unit/$(basename "$source" .cpp)
-        log=$out/$1/$(basename "$program").log
+        program=$out/$built/tests/unit/$(basename "$source" .cpp)
+        log=$out/$built/$(basename "$program").log
         status=0
-        "$program" --gtest_brief=1 >"$log" 2>&1 || status=$?
+        "$@" "$program" --gtest_brief=1 >"$log" 2>&1 || status=$?
         good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) tests\{0,1\}\..*/\1/p' "$log")
         bad=$(sed -n 's/^ *\([0-9]*\) FAILED TESTS\{0,1\}$/\1/p' "$log")
         # A program that ends without its own count has failed.

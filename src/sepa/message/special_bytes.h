@@ -50,7 +50,7 @@ inline unsigned special_bits_of_rest(const char* text, size_t length, size_t at)
 // Calls `visit` with the position of each byte that is special, and perhaps of
 // others, from the first one on, until it gives false.
 template <typename Visit>
-bool each_special(const char* text, size_t length, Visit visit) {
+bool each_special([[maybe_unused]] const char* text, size_t length, Visit visit) {
     size_t at = 0;
 #ifdef __SSE2__
     for (; at < length; at += special_step) {
