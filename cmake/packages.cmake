@@ -8,10 +8,14 @@ set(SEPA_PHP_MODULE "" CACHE FILEPATH "A built sepa.so to make a Debian package 
 set(SEPA_MADE_AT "" CACHE STRING "Of a tree that is no release: when the packages were made, a part of their versions")
 set(SEPA_PHP_CONFIG php-config CACHE STRING "php-config of the PHP that it was built for")
 
+# Each has all documents, in the folders that they have here, so that their links hold.
 function(package_docs component package)
-  install(FILES LICENSE DESTINATION share/doc/${package} RENAME copyright COMPONENT ${component})
-  install(FILES CHANGELOG.md DESTINATION share/doc/${package} RENAME changelog COMPONENT ${component})
-  install(FILES ${ARGN} DESTINATION share/doc/${package} COMPONENT ${component})
+  set(folder share/doc/${package})
+  install(FILES LICENSE DESTINATION ${folder} RENAME copyright COMPONENT ${component})
+  install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${folder} COMPONENT ${component})
+  install(DIRECTORY docs DESTINATION ${folder} COMPONENT ${component})
+  install(FILES data/README.md DESTINATION ${folder}/data COMPONENT ${component})
+  install(FILES tests/data/README.md DESTINATION ${folder}/tests/data COMPONENT ${component})
 endfunction()
 
 set(lists "The bank lists compiled in are those of ${release}.")
@@ -20,7 +24,7 @@ string(REPLACE - . lists_version ${release})
 string(JOIN + CPACK_PACKAGE_VERSION ${PROJECT_VERSION} ${lists_version} ${SEPA_MADE_AT})
 
 # --- libsepa-dev
-package_docs(dev libsepa-dev docs/cpp.md)
+package_docs(dev libsepa-dev)
 install(FILES examples/cpp/CMakeLists.txt examples/cpp/tour.cpp examples/statement.sta
   DESTINATION share/doc/libsepa-dev/examples COMPONENT dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libsepa-dev)
@@ -35,7 +39,7 @@ install(DIRECTORY toolkit/ DESTINATION ${toolkit} COMPONENT toolkit USE_SOURCE_P
   PATTERN tests EXCLUDE PATTERN vendor EXCLUDE PATTERN phpunit.xml EXCLUDE PATTERN VERSION EXCLUDE)
 file(CREATE_LINK ../${toolkit}/bin/sepa ${PROJECT_BINARY_DIR}/generated/sepa SYMBOLIC)
 install(FILES ${PROJECT_BINARY_DIR}/generated/sepa DESTINATION bin COMPONENT toolkit)
-package_docs(toolkit sepa-toolkit docs/toolkit.md)
+package_docs(toolkit sepa-toolkit)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_NAME sepa-toolkit)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_SECTION php)
@@ -44,7 +48,7 @@ string(CONCAT CPACK_DEBIAN_TOOLKIT_PACKAGE_DEPENDS
   "php-symfony-string, php-symfony-translation, php-twig, php-xml")
 set(CPACK_DEBIAN_TOOLKIT_PACKAGE_SUGGESTS "php-zip")
 set(CPACK_DEBIAN_TOOLKIT_DESCRIPTION
-  "The command sepa, which needs no programming, and the classes behind it.\nThe extension that it comes with has the bank lists of ${release}.")
+  "The command sepa, which needs no programming, the page that does the same in\na browser, and the classes behind both. docs/install.md tells how to start them.\nThe extension that it comes with has the bank lists of ${release}.")
 
 # --- phpX.Y-sepa
 if(SEPA_PHP_MODULE)
@@ -69,7 +73,7 @@ if(SEPA_PHP_MODULE)
   # On PHP's include path, where development tools look for source.
   install(FILES src/sepa/binding/sepa.stub.php DESTINATION share/php/sepa COMPONENT php)
   set(package php${php_version}-sepa)
-  package_docs(php ${package} README.md docs/messages.md docs/iban.md docs/statements.md)
+  package_docs(php ${package})
   file(GLOB examples examples/*.php examples/*.csv examples/*.sta)
   install(FILES ${examples} DESTINATION share/doc/${package}/examples COMPONENT php)
   set(CPACK_DEBIAN_PHP_PACKAGE_NAME ${package})

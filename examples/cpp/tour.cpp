@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
 
 #include "sepa/directory/bank_directory.h"
 #include "sepa/iban/iban.h"
@@ -44,6 +45,13 @@ static bool convert(const char* account, const char* bank_id) {
     return result == 1;
 }
 
+// A bank wants <Dt> inside the date of a transfer under DE-3.7 (docs/messages.md).
+// No value can hold these tags.
+static void put_around(std::string* document, const std::string& tag, const std::string& with) {
+    for (size_t at = document->find(tag); at != std::string::npos; at = document->find(tag, at + with.size()))
+        document->replace(at, tag.size(), with);
+}
+
 static bool pay() {
     sepa_init(SEPA_INIT_RULEBOOK, "DE-3.7");
     owned<sepa_t> message(sepa_new(SEPA_MSGTYPE_CTI));
@@ -64,8 +72,10 @@ static bool pay() {
         printf("no document: %s\n", message->last_error);
         return false;
     }
-    // A bank wants <Dt> inside ReqdExctnDt, docs/messages.md: put it in first.
-    printf("%s", document.get());
+    std::string for_the_bank = document.get();
+    put_around(&for_the_bank, "<ReqdExctnDt>", "<ReqdExctnDt><Dt>");
+    put_around(&for_the_bank, "</ReqdExctnDt>", "</Dt></ReqdExctnDt>");
+    printf("%s", for_the_bank.c_str());
     return true;
 }
 
@@ -87,9 +97,13 @@ static bool read(const char* file) {
 }
 
 int main(int count, char** arguments) {
+    if (count != 2) {
+        fprintf(stderr, "usage: tour STATEMENT, a file in MT940 form\n");
+        return 2;
+    }
     bool good = check("DE89370400440532013000");
     good = convert("532013000", "37040044") && good;
     good = pay() && good;
-    good = count == 2 && read(arguments[1]) && good;
+    good = read(arguments[1]) && good;
     return good ? 0 : 1;
 }

@@ -6,6 +6,7 @@ tour_works() {
     "$1" "$root/examples/statement.sta" >"$1.out" 2>&1 &&
         grep -qx 'DE89370400440532013000: right, COBADEFFXXX, .*' "$1.out" &&
         grep -qx 'account 532013000 at bank 37040044: DE89370400440532013000, status 0' "$1.out" &&
+        grep -q '<ReqdExctnDt><Dt>....-..-..</Dt></ReqdExctnDt>' "$1.out" &&
         grep -qx '</Document>' "$1.out" && grep -q ' 16031.63  closing balance, EUR$' "$1.out"
 }
 

@@ -168,7 +168,15 @@ bool sepa_check_message_id(const char* text);
 
 // Appends the transaction that `list` describes to a message of the kind.
 // Keys are matched without regard to ASCII case. Returns 1, or 0 with the
-// reason in last_error and the message's transactions unchanged.
+// reason in last_error and the message's transactions unchanged. The keys, whose
+// values docs/messages.md tells:
+//     both       iban amount name bic date id ref
+//     transfers  purp
+//     debits     seq mref mdate old_mref old_iban smnda
+//     addresses  addrCC addrLine1 addrLine2; under DE-3.7 addrCC addrTown addrCode
+//                addrStreet addrNum addrDept addrSubDept addrBldg addrFloor
+//                addrPoBox addrRoom addrLoc addrDstrct addrCtrySub
+// A transfer passes over keys that it does not know; a debit refuses them.
 int cti_add(sepa_t* handle, const kv_pair_t* list);
 
 int ddi_add(sepa_t* handle, const kv_pair_t* list);
@@ -181,7 +189,8 @@ int sepa_add(sepa_t* handle, const kv_pair_t* list);
 int sepa_add_pairs(sepa_t* handle, const sepa_pair_t* pairs, size_t count);
 
 // Wipes a record and its texts; the memory stays the message's until sepa_free,
-// and so does the record's place in the list.
+// and so does the record's place in the list. For a message that is done with: a
+// document of it would count the record and show an empty one.
 void cti_free(cti_tx_t* record);
 void ddi_free(ddi_tx_t* record);
 

@@ -8,6 +8,7 @@ use Sepa\Toolkit\Iban\Ibans;
 use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Texts;
+use Sepa\Toolkit\Version;
 use Symfony\Component\HttpFoundation\Response;
 use Twig\Environment;
 use Twig\Loader\FilesystemLoader;
@@ -46,7 +47,7 @@ final class View
             $this->twig->addFunction(new TwigFunction($function, [$this, $function]));
         }
         $this->twig->addFunction(new TwigFunction('grouped', [Ibans::class, 'grouped']));
-        foreach ($globals + ['language' => $language] as $name => $value) {
+        foreach ($globals + ['language' => $language, 'version' => Version::number()] as $name => $value) {
             $this->twig->addGlobal($name, $value);
         }
     }
