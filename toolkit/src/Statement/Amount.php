@@ -38,7 +38,7 @@ final class Amount implements \JsonSerializable
 
     /**
      * Reads an amount as a statement has it: digits, a decimal comma, the decimals
-     * that aren't zero. Understood, too: no comma, a decimal point before one or two
+     * that aren't zero. Understood, too: no comma, a decimal point before at most two
      * digits, points between thousands.
      *
      * @return self|null null if the text is none of these, has more decimals than the
@@ -48,7 +48,7 @@ final class Amount implements \JsonSerializable
     {
         if (preg_match('/^\d{1,3}(?:\.\d{3})+,\d*$/D', $text)) {
             $text = str_replace('.', '', $text);
-        } elseif (preg_match('/^\d+\.\d{1,2}$/D', $text)) {
+        } elseif (preg_match('/^\d+\.\d{0,2}$/D', $text)) {
             $text = str_replace('.', ',', $text);
         }
         if (!preg_match('/^(\d*)(?:,(\d*))?$/D', $text, $part) || $text === '' || $text === ',') {

@@ -8,6 +8,8 @@ use Sepa\Toolkit\File\Kind;
 use Sepa\Toolkit\File\Part as File;
 use Sepa\Toolkit\Statement\Camt\Messages;
 use Sepa\Toolkit\Statement\Camt\Tables;
+use Sepa\Toolkit\Statement\Mt940\Lines;
+use Sepa\Toolkit\Statement\Mt940\Splitter;
 use Sepa\Toolkit\Xml\Document;
 
 /**

@@ -29,9 +29,10 @@ final class Notes
     }
 
     /** Something is read as if the bank had written it well. */
-    public function mended(string $code, int $place): void
+    public function mended(string $code, int $place, int $times = 1): void
     {
         $this->tell($this->mended, $code, $place);
+        $this->mended[$code]->count += $times - 1;
     }
 
     /**

@@ -5,41 +5,33 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Tests\Statement;
 
 use PHPUnit\Framework\TestCase;
-use Sepa\Toolkit\Statement\Details;
+use Sepa\Toolkit\Statement\Mt940\Details;
 
 final class DetailsTest extends TestCase
 {
     /** @dataProvider keywords */
-    public function testKeywordsComeToTheFrontOfASubfield(string $text, ?string $mended): void
+    public function testKeywordsAreFoundWhereverTheyStand(bool $isInside, string $text, array $expected): void
     {
-        self::assertSame($mended, Details::withKeywordsInFront($text));
+        $values = array_filter(Details::read($text), static fn ($value): bool => $value !== null && $value !== '');
+        self::assertEquals($expected + ['gvc' => 166], $values);
+        self::assertSame($isInside, Details::hasKeywordInside($text));
     }
 
     public function keywords(): array
     {
         return [
-            'there already' => ['166?20EREF+A?21SVWZ+B?32N', null],
-            'two in one' => ['166?00T?20EREF+A SVWZ+B?32N', '166?00T?20EREF+A?21SVWZ+B?32N'],
-            'behind free text' => ['166?20Miete?21Mai MREF+7', "166?20Miete\nMai?21MREF+7"],
-            'no blank between' => ['166?20EREF+1234567SVWZ+AB', '166?20EREF+1234567?21SVWZ+AB'],
-            'torn by a marker' => ['166?20EREF+12345678901234567 SV?21WZ+Rechnung', '166?20EREF+12345678901234567?21SVWZ+Rechnung'],
-            'torn in free text' => ['166?20Miete SV?21WZ+B', '166?20Miete?21SVWZ+B'],
-            'full lines go on' => [
-                '166?20EREF+1 SVWZ+Rechnung 4711 v?21om 3. Mai und von?22gestern MREF+M',
-                '166?20EREF+1?21SVWZ+Rechnung 4711 vom 3. Mai und von gestern?22MREF+M',
-            ],
-            'full in characters' => ['166?20KREF+1  SVWZ+ÄÖÜäöü 4711 vo?21m', '166?20KREF+1?21SVWZ+ÄÖÜäöü 4711 vom'],
-            'quoted' => ['166?20EREF+A?21SVWZ+Retoure EREF+B', null],
-            'quoted, and another' => ['166?20EREF+A?21SVWZ+Retoure EREF+B PURP+C', '166?20EREF+A?21SVWZ+Retoure EREF+B?22PURP+C'],
-            'first of two' => ['166?20x EREF+A EREF+B', '166?20x?21EREF+A EREF+B'],
-            'beyond 29' => [
-                '166?20a EREF+b KREF+c MREF+d CRED+e DEBT+f PURP+g COAM+h OAMT+i SVWZ+j ABWA+k ABWE+l?32N?60m?99x',
-                '166?20a?21EREF+b?22KREF+c?23MREF+d?24CRED+e?25DEBT+f?26PURP+g?27COAM+h?28OAMT+i?29SVWZ+j?32N?60ABWA+k?61ABWE+lm?99x',
-            ],
-            'an empty part' => ['166?20EREF+A?21?22SVWZ+B KREF+', '166?20EREF+A ?21SVWZ+B?22KREF+'],
-            'a marker in the text' => ['166?20A?10B SVWZ+C', null],
-            'not in the purpose' => ['166?20A?32EREF+ GMBH SVWZ+', null],
-            'no subfields' => ['EREF+A SVWZ+B', null],
+            'at the front' => [false, '166?20EREF+A?21SVWZ+B?32N', ['eref' => 'A', 'svwz' => 'B', 'name' => 'N']],
+            'two in one' => [true, '166?00T?20EREF+A SVWZ+B', ['txtext' => 'T', 'eref' => 'A', 'svwz' => 'B']],
+            'behind free text' => [true, '166?20Miete?21Mai MREF+7', ['purpose' => "Miete\nMai", 'mref' => '7']],
+            'no blank between' => [true, '166?20EREF+1234567SVWZ+AB', ['eref' => '1234567', 'svwz' => 'AB']],
+            'torn by a marker' => [true, '166?20EREF+12345678901234567 SV?21WZ+Rechnung', ['eref' => '12345678901234567', 'svwz' => 'Rechnung']],
+            'full lines go on' => [true, '166?20EREF+1 SVWZ+Rechnung 4711 v?21om 3. Mai und von?22gestern MREF+M', ['eref' => '1', 'svwz' => 'Rechnung 4711 vom 3. Mai und von gestern', 'mref' => 'M']],
+            'full in characters' => [true, '166?20KREF+1  SVWZ+ÄÖÜäöü 4711 vo?21m', ['kref' => '1', 'svwz' => 'ÄÖÜäöü 4711 vom']],
+            'quoted' => [false, '166?20EREF+A?21SVWZ+Retoure EREF+B', ['eref' => 'A', 'svwz' => 'Retoure EREF+B']],
+            'quoted, and another' => [true, '166?20EREF+A?21SVWZ+Retoure EREF+B PURP+C', ['eref' => 'A', 'svwz' => 'Retoure EREF+B', 'purp' => 'C']],
+            'beyond 29' => [true, '166?29a EREF+b?32N?60m', ['purpose' => 'a', 'eref' => 'b m', 'name' => 'N']],
+            'not in the purpose' => [false, '166?20A?32EREF+ GMBH SVWZ+', ['purpose' => 'A', 'name' => 'EREF+ GMBH SVWZ+']],
+            'a question' => [false, '166?20wer?45 Euro??21wo?', ['purpose' => "wer?45 Euro?\nwo?"]],
         ];
     }
 

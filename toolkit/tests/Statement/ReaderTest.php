@@ -53,7 +53,7 @@ final class ReaderTest extends TestCase
         self::assertTrue($statement->balanced);
         $bookings = self::bookings($statement);
         foreach ($expected as $key => $value) {
-            self::assertSame($value, json_decode(json_encode($bookings), true)[0][$key] ?? $statement->$key, $key);
+            self::assertSame($value, json_decode(json_encode($bookings), true)[0][$key] ?? $statement->$key ?? null, $key);
         }
     }
 
@@ -70,8 +70,24 @@ final class ReaderTest extends TestCase
         yield 'ISO-8859-1' => [['encoding'], mb_convert_encoding($plain, 'ISO-8859-1', 'UTF-8'), ['name' => 'JÄGER']];
         yield 'Windows-1252' => [['encoding'], str_replace('JÄGER', "\x80 \x96", $plain), ['name' => '€ –']];
         yield 'NUL' => [['nul_bytes'], str_replace('GUTS', "\0UTS", $plain), ['txtext' => ' UTSCHRIFT']];
-        yield 'no end' => [['end_missing'], self::statement($one, '142,50', "\n"), ['cut' => true]];
-        yield 'no end at all' => [['last_line_end', 'end_missing'], self::statement($one, '142,50', ''), ['cut' => true]];
+        yield 'no end' => [['end_missing'], self::statement($one, '142,50', "\n"), ['cut' => false]];
+        yield 'no end at all' => [['last_line_end', 'end_missing'], self::statement($one, '142,50', ''), ['cut' => false]];
+        yield '@@' => [['line_ends', 'last_line_end'], str_replace("\r\n", '@@', rtrim($plain)), ['name' => 'JÄGER']];
+        yield 'code page 850' => [['code_page'], str_replace(['JÄGER', 'Miete'], ["M\x9ALLER", "S\x81den \xE4"], $plain), ['name' => 'MÜLLER', 'purpose' => 'Süden õ']];
+        yield 'point at the end' => [['amount_form'], self::statement(str_replace('42,50', '42.', $one), '142,'), ['amount' => 42]];
+        yield '30 February' => [['last_day'], $with('2611271127', '2602300228'), ['valuta' => '2026-02-28', 'booked' => '2026-02-28']];
+        yield 'between slashes' => [[], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', "/EREF/E-1//TRTP/SEPA OVERBOEKING/IBAN/NL91ABNA0417\n164300/BIC/ABNANL2A/NAME/J. JANSEN/REMI/USTD//Factuur 12/3/"), [
+            'eref' => 'E-1', 'account' => 'NL91ABNA0417164300', 'bank' => 'ABNANL2A', 'name' => 'J. JANSEN', 'svwz' => 'Factuur 12/3', 'txtext' => 'SEPA OVERBOEKING',
+        ]];
+        yield 'a party between slashes' => [[], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', '/CNTP/NL91ABNA0417164300/ABNANL2A/J. JANSEN///REMI/USTD//x/EREF/E/'), ['account' => 'NL91ABNA0417164300', 'bank' => 'ABNANL2A', 'name' => 'J. JANSEN', 'svwz' => 'x', 'eref' => 'E']];
+        yield 'the own account in its place' => [['details_separator'], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', '000>100390123456>20Betaling>3001>3101234567>32JANSEN'), ['account' => '0390123456', 'primanota' => null, 'purpose' => 'Betaling', 'name' => 'JANSEN']];
+        yield 'numbers are no code' => [['details_plain'], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', '0111111111 J JANSEN'), ['gvc' => null]];
+        yield 'nor a year' => [['details_plain'], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', '202 Rechnungen'), ['gvc' => null]];
+        yield '999' => [['details_plain'], $with('166?00GUTSCHRIFT?20Miete?32JÄGER', '999PN 12'), ['gvc' => 999]];
+        yield 'more subfields' => [[], $with('?32JÄGER', '?32JÄGER?38DE89 3704 0044 0532 0130 00'), ['account' => 'DE89370400440532013000']];
+        yield 'more keywords' => [[], $with('Miete', 'IBAN+DE89370400440532013000?21BIC+COBADEFF?22SVWZ+ Mai'), ['account' => 'DE89370400440532013000', 'bank' => 'COBADEFF', 'svwz' => 'Mai']];
+        yield 'in any order' => [[], $with('?20Miete?32JÄGER', '?32JÄGER?21Mai?20Miete?31123?31 km'), ['name' => 'JÄGER', 'purpose' => "Miete\nMai", 'account' => '123?31 km']];
+        yield 'foreign' => [[], $with('//POS 1', "//POS 1\n/OCMT/USD50,//CHGS/EUR1,50/"), ['instructed' => 50, 'instructedCurrency' => 'USD', 'charges' => [-1.5]]];
         yield 'envelope' => [[], "{1:F01BANKDEFFXXXX0000000000}{2:O9400000}{3:{108:X}}{4:" . str_replace("-\r", "-}{5:{CHK:0}}\r", $plain)];
         yield 'envelope in line' => [['envelope'], "{1:F01X}{4:" . ltrim(str_replace("50\r\n-", '50-}{5:{CHK:0}}', $plain)), ['reference' => 'REF']];
         yield 'number' => [['number'], str_replace(':28C:7/1', ':28C:', $plain), ['account' => '10020030/1234567']];
@@ -130,7 +146,7 @@ final class ReaderTest extends TestCase
 
     public function testDatesThatTheCalendarDoesNotHaveAreFaultsAndNothingElseIsLost(): void
     {
-        $statement = self::read(self::statement(":61:2602290230C42,50NTRF\n:61:2402290102C0,NTRF\n:61:9912310101C0,NTRF\n"))[0];
+        $statement = self::read(self::statement(":61:2604310230C42,50NTRF\n:61:2402290102C0,NTRF\n:61:9912310101C0,NTRF\n"))[0];
         self::assertSame([['date', 6, 1]], array_map(static fn (Note $note): array => [$note->code, $note->line, $note->count], $statement->faults));
         self::assertTrue($statement->balanced);
         [$impossible, $leap, $century] = self::bookings($statement);
@@ -149,6 +165,42 @@ final class ReaderTest extends TestCase
         self::assertTrue($statement->balanced);
         $told = array_map(static fn (Booking $booking): array => [$booking->amount->units, $booking->reversal], self::bookings($statement));
         self::assertSame([[10000, false], [-10000, true], [-750, false], [750, true], [-4250, true]], $told);
+    }
+
+    /** What is well formed reads as the extension reads it, but for what it loses. */
+    public function testWellFormedFilesReadAsTheExtensionReadsThem(): void
+    {
+        mt_srand(7);
+        $bookings = '';
+        for ($i = 0; $i < 500; ++$i) {
+            $word = static fn (int $most): string => substr(str_repeat('Rechnung 4711 vom 3.5. ', 3), mt_rand(0, 20), mt_rand(1, $most));
+            $lines = [];
+            foreach (mt_rand(0, 3) ? ['EREF', 'MREF', 'CRED', 'OAMT', 'SVWZ', 'ABWA'] : [''] as $keyword) {
+                $value = $keyword === 'OAMT' ? '1,5' : ltrim($word(60));
+                foreach (mt_rand(0, 2) ? str_split($keyword === '' ? $value : "$keyword+$value", 27) : [] as $line) {
+                    $lines[] = $line;
+                }
+            }
+            $fields = '';
+            foreach (array_slice($lines, 0, 14) as $number => $line) {
+                $fields .= '?' . ($number < 10 ? 20 + $number : 50 + $number) . $line;
+                $fields .= $number === 9 ? '?30COBADEFF?32' . $word(27) . '?33' . $word(27) . '?34992' : '';
+            }
+            $bookings .= sprintf(":61:26112711%02d%s%d,%02dN%s%s\n:86:%03d?00%s?10%d%s\n", mt_rand(1, 30), ['C', 'DR', 'CR', 'D'][$i % 4], mt_rand(0, 999), mt_rand(0, 99), 'TRF', ['REF//BANK', 'REF', '//B', ''][$i % 4 ^ 1], mt_rand(1, 998), $word(20), $i, $fields);
+        }
+        $file = tempnam(sys_get_temp_dir(), 'sepa-test');
+        file_put_contents($file, self::statement($bookings));
+        $parser = new \SEPAStatementParser();
+        $parser->load(SEPA_STMT_FORMAT_MT940, $file);
+        unlink($file);
+        $expected = $parser->getStatements()[0]['tx'];
+        foreach (self::bookings(self::read(self::statement($bookings))[0]) as $i => $booking) {
+            foreach ($expected[$i] as $key => $value) {
+                $got = in_array($key, ['valuta', 'booked'], true) ? $booking->$key->format('Y-m-d') : ($key === 'amount' ? (float) $booking->amount->text() : $booking->$key);
+                self::assertSame($value === '' ? null : $value, $got, "$key of $i: $booking->details");
+            }
+        }
+        self::assertSame(499, $i);
     }
 
     /** @dataProvider exports */

@@ -2,7 +2,10 @@
 
 declare(strict_types=1);
 
-namespace Sepa\Toolkit\Statement;
+namespace Sepa\Toolkit\Statement\Mt940;
+
+use Sepa\Toolkit\Statement\Notes;
+use Sepa\Toolkit\Statement\Statement;
 
 /**
  * Finds where statements begin and end among the lines of a file.
@@ -34,9 +37,6 @@ final class Splitter
 
     /** @var int line where an envelope or a ":20:" begins with no statement after it yet, 0 if there is none */
     private int $begun = 0;
-
-    /** @var bool whether this bank leaves out the lines "-" */
-    private bool $withoutDashes = false;
 
     /** @param Notes $notes about the file as a whole */
     public function __construct(Lines $lines, Notes $notes)
@@ -79,8 +79,6 @@ final class Splitter
             $this->dash = 0;
         }
         if ($first === ':' && strncmp($line, ':20:', 4) === 0) {
-            $this->withoutDashes = true;
-
             return $this->finish(':20:', $number, $line, $number);
         }
         if ($first === '{') {
@@ -138,7 +136,7 @@ final class Splitter
         if (!$this->lines->lastLineEnds()) {
             $builder->notes()->mended('last_line_end', $number);
         }
-        $statement = $builder->finish($end, $number, !$this->withoutDashes || !$this->lines->lastLineEnds());
+        $statement = $builder->finish($end, $number, $end === '' && !$this->lines->lastLineEnds());
         $this->outside($rest, $restNumber);
 
         return $statement;

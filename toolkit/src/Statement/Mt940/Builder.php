@@ -2,17 +2,26 @@
 
 declare(strict_types=1);
 
-namespace Sepa\Toolkit\Statement;
+namespace Sepa\Toolkit\Statement\Mt940;
+
+use Sepa\Toolkit\Statement\Amount;
+use Sepa\Toolkit\Statement\Balance;
+use Sepa\Toolkit\Statement\Bookings;
+use Sepa\Toolkit\Statement\Notes;
+use Sepa\Toolkit\Statement\Proof;
+use Sepa\Toolkit\Statement\Statement;
+use Sepa\Toolkit\Statement\Text;
 
 /**
- * Makes one statement of its lines. Bookings are kept as text in the form that the
- * extension reads without loss, some of them to a piece.
+ * Makes one statement of its lines. Bookings are kept as text, some of them to a piece:
+ * a NUL after each, and with a CR between them line, dates, mark, units, type, code,
+ * references, further text of the line, and the details, which may come twice.
  *
  * @internal
  */
 final class Builder
 {
-    /** Bytes of bookings that the extension gets at once. */
+    /** Bytes of bookings that are kept in one text. */
     private const PIECE = 65536;
 
     private const TAG = '/^:(20|21|25P?|28C?|13D?|34F|60[FM]|61|62[FM]|64|65|86|90[CD]|NS):/';
@@ -56,6 +65,13 @@ final class Builder
     private string $piece = '';
 
     private int $count = 0;
+
+    /** @var int bookings that are not UTF-8 */
+    private int $foreign = 0;
+
+    private int $foreignLine = 0;
+
+    private int $umlautsOfDos = 0;
 
     private Proof $proof;
 
@@ -124,6 +140,11 @@ final class Builder
             case '62M':
                 $this->closing($value, $match[1] === '62M', $ends);
                 break;
+            case '64':
+            case '65':
+                $balance = $this->balance($value, false, $match[1] === '64' ? 'CLAV' : 'FWAV', false);
+                $balance && $this->statement->available[] = $balance;
+                break;
             case '25':
             case '25P':
                 $this->account($value);
@@ -145,8 +166,11 @@ final class Builder
         }
     }
 
-    /** @param string $end what ends the statement: '-', ':20:', or '' for the end of the file */
-    public function finish(string $end, int $line, bool $cutIfMissing): Statement
+    /**
+     * @param string $end what ends the statement: '-', ':20:', or '' for the end of the file
+     * @param bool $mayBeCut whether the file's last line has no end
+     */
+    public function finish(string $end, int $line, bool $mayBeCut): Statement
     {
         if ($this->context === self::DETAILS) {
             $this->notes->mended('details_last', $this->fieldLine);
@@ -160,13 +184,17 @@ final class Builder
         $isReport = $this->isReport();
         if ($end !== '-') {
             $this->notes->mended('end_missing', $line);
-            $statement->cut = (!$statement->closing && !$isReport) || ($end === '' && $cutIfMissing);
+            $statement->cut = !$statement->closing && !$isReport;
         }
         $statement->form = $this->interim ? 'mt942' : 'mt940';
         $this->tellMissing($isReport, $line);
-        $reader = new BookingReader($statement->currency);
+        $encoding = $this->umlautsOfDos > 0 ? Text::DOS : Text::WINDOWS;
+        $this->foreign > 0 && $this->notes->mended($encoding === Text::DOS ? 'code_page' : 'encoding', $this->foreignLine, $this->foreign);
+        $reader = new BookingReader($statement->currency, $statement->account, $encoding);
         $statement->bookings = new Bookings($this->pieces, $this->count, [$reader, 'each']);
         $this->proof->settle($statement, $this->notes);
+        // A balance that is not cut has its line's end, or comes to what it should.
+        $statement->cut = $statement->cut || ($mayBeCut && !$isReport && !$statement->balanced);
         $statement->take($this->notes);
 
         return $statement;
@@ -202,8 +230,7 @@ final class Builder
 
             return;
         }
-        $asExtension = $line[0] !== ':' && ($line[0] !== '-' || $this->context !== self::ENTRY);
-        if (!$asExtension) {
+        if ($line[0] === ':' || ($line[0] === '-' && $this->context === self::ENTRY)) {
             $this->notes->mended('details_line', $number);
         }
         $this->field[] = $line;
@@ -248,20 +275,16 @@ final class Builder
             $text = $mended;
         }
         if (Details::hasSubfields($text)) {
-            $mended = Details::withKeywordsInFront($text);
-            if ($mended !== null) {
-                $this->notes->mended('keyword_inside', $this->fieldLine);
-                $text = $mended;
-            }
+            Details::hasKeywordInside($text) && $this->notes->mended('keyword_inside', $this->fieldLine);
         } elseif ($text !== '') {
-            $this->notes->mended('details_plain', $this->fieldLine);
             $text = implode("\n", $this->field);
+            Tagged::read($text) || $this->notes->mended('details_plain', $this->fieldLine);
         }
         if ($this->hasDetails) {
             $this->notes->mended('details_twice', $this->fieldLine);
         }
         $this->hasDetails = true;
-        $this->booking .= "\r\n:86:" . $text;
+        $this->booking .= "\r$text";
     }
 
     private function details(string $value): void
@@ -291,9 +314,11 @@ final class Builder
             return false;
         }
         $this->tellEntry($entry);
-        $this->proof->book(EntryLine::raises($entry->mark) ? $amount : $amount->negative(), false);
+        $amount = $entry->raises() ? $amount : $amount->negative();
+        $this->proof->book($amount, false);
         ++$this->count;
-        $this->booking = $entry->forExtension($amount) . "\r\n" . $entry->aside($this->fieldLine);
+        $kept = [$this->fieldLine, $entry->valuta, $entry->booked, $entry->mark, $amount->units, $entry->type, $entry->code, $entry->references];
+        $this->booking = implode("\r", $kept) . "\r";
         $this->hasDetails = false;
         $this->startField(self::ENTRY, '');
 
@@ -309,6 +334,7 @@ final class Builder
             $this->notes->mended('amount_form', $this->fieldLine);
         }
         $valuta = $this->dates->of($entry->valuta);
+        $valuta && substr($entry->valuta, -2) !== $valuta->format('d') && $this->notes->mended('last_day', $this->fieldLine);
         if (!$valuta || ($entry->booked !== '' && !$this->dates->booked($entry->valuta, $entry->booked))) {
             $this->notes->fault('date', $this->fieldLine);
         } elseif ($entry->booked !== '' && Dates::turnsUnseen($entry->valuta, $entry->booked)) {
@@ -322,9 +348,11 @@ final class Builder
             return;
         }
         if (!Text::isUtf8($this->booking)) {
-            $this->notes->mended('encoding', $this->fieldLine);
+            $this->foreignLine = $this->foreignLine ?: $this->fieldLine;
+            ++$this->foreign;
+            $this->umlautsOfDos += Text::umlautsOfDos($this->booking);
         }
-        $this->piece .= $this->booking;
+        $this->piece .= $this->booking . "\0";
         $this->booking = '';
         if (strlen($this->piece) >= self::PIECE) {
             $this->pieces[] = $this->piece;
@@ -373,11 +401,11 @@ final class Builder
         $this->pageOpen = false;
     }
 
-    private function balance(string $value, bool $intermediate, string $code): ?Balance
+    private function balance(string $value, bool $intermediate, string $code, bool $isNeeded = true): ?Balance
     {
         $amount = preg_match(self::BALANCE, $value, $part) ? Amount::read($part[4], $part[3]) : null;
         if (!$amount) {
-            $this->notes->fault('balance', $this->fieldLine);
+            $isNeeded && $this->notes->fault('balance', $this->fieldLine);
 
             return null;
         }

@@ -2,7 +2,7 @@
 
 declare(strict_types=1);
 
-namespace Sepa\Toolkit\Statement;
+namespace Sepa\Toolkit\Statement\Mt940;
 
 /**
  * The dates of statement lines, midnight UTC. Bookings of one day share one object.
@@ -24,14 +24,24 @@ final class Dates
         $this->utc = new \DateTimeZone('UTC');
     }
 
-    /** @return \DateTimeImmutable|null null if the calendar doesn't have the date YYMMDD */
+    /**
+     * A date YYMMDD. Banks that count months of thirty days write 30 February, which is
+     * the month's last day.
+     *
+     * @return \DateTimeImmutable|null null if the calendar doesn't have it
+     */
     public function of(string $date): ?\DateTimeImmutable
     {
         if (!preg_match('/^\d{6}$/D', $date)) {
             return null;
         }
 
-        return $this->at(self::year($date), substr($date, 2));
+        $monthAndDay = substr($date, 2);
+        if ($monthAndDay === '0229' || $monthAndDay === '0230') {
+            return $this->at(self::year($date), '0229') ?? $this->at(self::year($date), '0228');
+        }
+
+        return $this->at(self::year($date), $monthAndDay);
     }
 
     /**

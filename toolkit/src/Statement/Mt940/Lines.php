@@ -2,10 +2,12 @@
 
 declare(strict_types=1);
 
-namespace Sepa\Toolkit\Statement;
+namespace Sepa\Toolkit\Statement\Mt940;
+
+use Sepa\Toolkit\Statement\Notes;
 
 /**
- * The lines of a text that comes in chunks, whichever way they end: CR LF, LF or CR.
+ * The lines of a text that comes in chunks, whichever way they end: CR LF, LF, CR, or @@.
  * A line keeps its first 64 kB, so that a file without line ends needs no memory.
  *
  * @internal
@@ -20,6 +22,9 @@ final class Lines
     private iterable $chunks;
 
     private bool $byteOrderMark = false;
+
+    /** @var bool whether lines end in @@, as they can in a dialogue between programs */
+    private bool $atSigns = false;
 
     private bool $mixedEnds = false;
 
@@ -113,7 +118,8 @@ final class Lines
                 $chunk = substr($chunk, 3);
             }
             // The LF of a CR may come with the next chunk.
-            $held = substr($chunk, -1) === "\r" ? "\r" : '';
+            $this->atSigns = $this->atSigns || ($first && preg_match('/(?:^\s*|@@):20:[^\r\n]*?@@:/', $chunk));
+            $held = substr($chunk, -1) === "\r" || ($this->atSigns && substr($chunk, -1) === '@') ? substr($chunk, -1) : '';
             if ($held !== '') {
                 $chunk = substr($chunk, 0, -1);
             }
@@ -121,7 +127,7 @@ final class Lines
         }
         if ($held !== '') {
             $this->mixedEnds = true;
-            yield "\n";
+            yield $held === '@' ? '@' : "\n";
         }
     }
 
@@ -130,6 +136,10 @@ final class Lines
         if (strpos($chunk, "\0") !== false) {
             $this->nulBytes = true;
             $chunk = strtr($chunk, "\0", ' ');
+        }
+        if ($this->atSigns && strpos($chunk, '@@') !== false) {
+            $this->mixedEnds = true;
+            $chunk = str_replace('@@', "\n", $chunk);
         }
         $pairs = substr_count($chunk, "\r\n");
         if (substr_count($chunk, "\r") > $pairs || substr_count($chunk, "\n") > $pairs) {
