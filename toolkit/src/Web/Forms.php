@@ -11,7 +11,7 @@ namespace Sepa\Toolkit\Web;
 final class Forms
 {
     /** Fields beside those that somebody fills in. */
-    private const OURS = [Gate::TOKEN, Gate::LAST_FIELD, 'page', 'kept', 'do', 'lang'];
+    private const OURS = [Gate::TOKEN, Gate::LAST_FIELD, 'page', 'kept', 'do', 'lang', 'payee'];
 
     private string $page;
 
@@ -36,6 +36,9 @@ final class Forms
         $this->others[$from] = array_diff_key($sent, array_flip(self::OURS));
         $this->fields = $this->others[$page] ?? [];
         unset($this->others[$page]);
+        if ($text('payee') !== '') {
+            $this->fields['payee'] = $text('payee');
+        }
         // A form that comes back from elsewhere, or in another language, shows what it showed.
         $again = $this->fields['did'] ?? '';
         $this->fields['do'] = $from === $page && $text('do') !== '' ? $text('do') : $again;

@@ -7,11 +7,15 @@ namespace Sepa\Toolkit\Web;
 use Sepa\Toolkit\Iban\Ibans;
 use Symfony\Component\HttpFoundation\Response;
 
-/** Checks an IBAN, makes one of an old account number, looks a bank up: whatever of them is filled in. */
+/** Checks IBANs, makes them of account numbers and bank codes, line by line, and looks a bank up. */
 final class IbanPage implements Page
 {
-    /** Fields by question. */
-    private const FIELDS = ['check' => ['iban'], 'convert' => ['account', 'bank_code'], 'bank' => ['query']];
+    private const MAX_LINES = 5000;
+
+    /** Lines of the table; the rest is in the CSV file. */
+    private const MAX_SHOWN = 500;
+
+    private const KINDS = ['bad', 'odd', 'good'];
 
     private View $view;
 
@@ -22,56 +26,98 @@ final class IbanPage implements Page
 
     public function respond(Input $input, ?array $notice): Response
     {
-        $fields = [];
+        $action = $input->action();
+        $lines = preg_grep('/\S/u', explode("\n", $input->block('lines'))) ?: [];
         $answers = [];
-        foreach (self::FIELDS as $question => $names) {
-            $texts = array_map([$input, 'text'], $names);
-            $fields += array_combine($names, $texts);
-            if ($input->action() !== '' && (implode('', $texts) !== '' || $input->action() === $question)) {
-                $answers[$question] = $this->$question(...$texts);
+        $results = [];
+        if ($action !== '' && count($lines) > self::MAX_LINES) {
+            $answers['check'] = $this->bad('iban.many', ['count' => count($lines), 'most' => self::MAX_LINES]);
+        } elseif ($action !== '' && ($lines || in_array($action, ['check', 'csv'], true))) {
+            $results = array_map([$this, 'line'], array_values($lines) ?: ['']);
+            if ($action === 'csv') {
+                return Spreadsheet::download($this->csv($results), 'iban.csv');
             }
+            $answers['check'] = count($results) === 1 ? $results[0]['notice'] : null;
         }
-        $answered = isset($answers[$input->action()]) ? $input->action() : key($answers);
+        if ($action !== '' && ($input->text('query') !== '' || $action === 'bank')) {
+            $answers['bank'] = $this->bank($input->text('query'));
+        }
+        $bad = count(array_filter(array_filter($answers), static fn (array $answer): bool => $answer['kind'] === 'bad'));
 
         return $this->view->page('iban', [
             'notice' => $notice,
-            'fields' => $fields,
-            'answers' => $answers,
-            'answered' => $answered,
-            'did' => $input->action(),
-            'faults' => count(array_filter($answers, static fn (array $answer): bool => $answer['kind'] === 'bad')),
-        ]);
+            'lines' => $input->block('lines'),
+            'query' => $input->text('query'),
+            'answers' => array_filter($answers),
+            'answered' => isset($answers[$action]) ? $action : key(array_filter($answers)),
+            'did' => $action,
+        ] + $this->table(count($results) > 1 ? $results : []) + ['faults' => $bad]);
     }
 
-    /** @return array<string, mixed> kind, heading and facts of a notice */
-    private function check(string $text): array
+    /**
+     * @param list<array<string, mixed>> $results
+     * @return array<string, mixed> what the table shows, bad ones first
+     */
+    private function table(array $results): array
     {
-        $check = Ibans::check($text);
-        if (!$check->valid) {
-            $code = $check->code === 'empty' ? 'missing' : $check->code;
-            $of = fn (string $part): string => $this->view->text("$code.$part", ['label' => 'IBAN'], 'faults');
-
-            return ['kind' => 'bad', 'heading' => $of('reason'), 'text' => $of('hint')];
+        $by = array_fill_keys(self::KINDS, []);
+        foreach ($results as $number => $result) {
+            $by[$result['notice']['kind']][] = ['number' => $number + 1] + $result;
         }
+        $counts = array_map('count', $by);
 
-        return ['kind' => 'good', 'heading' => $this->view->text('iban.good'), 'facts' => $this->account($check->iban)];
+        return ($counts['bad'] ? ['faults' => $counts['bad']] : []) + [
+            'counts' => ['count' => count($results)] + $counts,
+            'results' => array_slice(array_merge(...array_values($by)), 0, self::MAX_SHOWN),
+        ];
     }
 
-    /** @return array<string, mixed> */
-    private function convert(string $account, string $bankCode): array
+    /**
+     * An IBAN, or account number and bank code.
+     *
+     * @return array{typed: string, iban: ?string, notice: array<string, mixed>}
+     */
+    private function line(string $line): array
+    {
+        $typed = trim((string) preg_replace('/[\s\x00-\x1F]+/u', ' ', $line));
+        $parts = preg_split('/\s*[\t;,\/|]\s*/', trim($line), -1, PREG_SPLIT_NO_EMPTY);
+        $parts = count($parts) === 2 ? $parts : explode(' ', $typed);
+        if (count($parts) !== 2 && preg_match('/^\d{9,18}$/D', str_replace(' ', '', $typed), $digits)) {
+            $parts = [substr($digits[0], 0, -8), substr($digits[0], -8)];
+        }
+        $isAccount = count($parts) === 2 && !preg_match('/[A-Za-z]/', $typed);
+
+        return ['typed' => $typed] + ($isAccount ? $this->converted($parts[0], $parts[1]) : $this->checked($typed));
+    }
+
+    /** @return array{iban: ?string, notice: array<string, mixed>} */
+    private function checked(string $typed): array
+    {
+        $check = Ibans::check($typed);
+        if ($check->valid) {
+            return ['iban' => $check->iban, 'notice' => ['kind' => 'good', 'heading' => $this->view->text('iban.good'), 'facts' => $this->facts($check->iban)]];
+        }
+        $code = $check->code === 'empty' ? 'missing' : $check->code;
+        $of = fn (string $part): string => $this->view->text("$code.$part", ['label' => 'IBAN'], 'faults');
+
+        return ['iban' => null, 'notice' => ['kind' => 'bad', 'heading' => $of('reason'), 'text' => $of('hint')]];
+    }
+
+    /** @return array{iban: ?string, notice: array<string, mixed>} */
+    private function converted(string $account, string $bankCode): array
     {
         $conversion = Ibans::convert($account, $bankCode);
         $reason = $conversion->codes ? $this->view->sentence((string) $conversion->reason($this->view->language)) . '.' : null;
         if ($conversion->iban === null) {
-            return ['kind' => 'bad', 'heading' => $this->view->text('iban.none'), 'text' => $reason];
+            return ['iban' => null, 'notice' => $this->bad('iban.none') + ['text' => $reason]];
         }
 
-        return [
+        return ['iban' => $conversion->iban, 'notice' => [
             'kind' => $reason === null ? 'good' : 'odd',
             'heading' => $this->view->text('iban.made'),
             'text' => $reason,
-            'facts' => $this->account($conversion->iban),
-        ];
+            'facts' => $this->facts($conversion->iban),
+        ]];
     }
 
     /** @return array<string, mixed> */
@@ -91,10 +137,34 @@ final class IbanPage implements Page
     }
 
     /** @return array<string, string|null> facts about a good IBAN */
-    private function account(string $iban): array
+    private function facts(string $iban): array
     {
         $check = Ibans::check($iban);
 
         return ['iban' => Ibans::grouped($iban), 'bank' => $check->bank, 'bic' => $check->bic];
+    }
+
+    /**
+     * @param array<string, mixed> $values
+     * @return array<string, mixed>
+     */
+    private function bad(string $text, array $values = []): array
+    {
+        return ['kind' => 'bad', 'heading' => $this->view->text($text, $values)];
+    }
+
+    /**
+     * @param list<array<string, mixed>> $results
+     * @return list<list<string>> in the order of the lines
+     */
+    private function csv(array $results): array
+    {
+        $rows = [array_map([$this->view, 'text'], ['iban.typed', 'fact.iban', 'fact.bank', 'fact.bic', 'iban.told'])];
+        foreach ($results as ['typed' => $typed, 'iban' => $iban, 'notice' => $notice]) {
+            $told = trim($notice['heading'] . '. ' . ($notice['text'] ?? ''));
+            $rows[] = [$typed, (string) $iban, $notice['facts']['bank'] ?? '', $notice['facts']['bic'] ?? '', $told];
+        }
+
+        return $rows;
     }
 }

@@ -108,6 +108,9 @@ final class PaymentForm
         $this->shown = array_fill_keys(array_keys($this->rows), true);
         $this->rows += $input->edits('edits', $this->keys());
         ksort($this->rows);
+        if ($input->text('payee') !== '') {
+            $this->addPayee($input->text('payee'));
+        }
     }
 
     /** The party as a link that fills it in; null if there is nothing to fill in. */
@@ -186,6 +189,17 @@ final class PaymentForm
             $this->rows[$row] = [];
             $this->shown[$row] = true;
         }
+    }
+
+    /** Takes an IBAN into the first row in which nothing stands. */
+    private function addPayee(string $iban): void
+    {
+        $free = array_search('', array_map('implode', $this->fields()), true);
+        if ($free === false) {
+            $this->addRows();
+            $free = max(array_keys($this->rows)) - self::EMPTY_ROWS + 1;
+        }
+        $this->rows[$free]['iban'] = $iban;
     }
 
     /** Another table or none comes in place of what is there. */

@@ -8,7 +8,6 @@ use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Unreadable;
-use Symfony\Component\HttpFoundation\HeaderUtils;
 use Symfony\Component\HttpFoundation\Response;
 
 /** Makes transfers or direct debits of what is typed, pasted, or in a file. */
@@ -39,7 +38,7 @@ final class PaymentPage implements Page
         $action = $input->action();
         $form = new PaymentForm($this->kind, $input, $this->accounts);
         if ($action === 'template') {
-            return self::download("\u{FEFF}" . implode(';', array_map([$this->view, 'label'], $form->columns)) . "\r\n", "$this->kind.csv", 'text/csv');
+            return Spreadsheet::download([array_map([$this->view, 'label'], $form->columns)], "$this->kind.csv");
         }
         try {
             $notice = $this->take($form, $input) ?? $notice;
@@ -111,7 +110,7 @@ final class PaymentPage implements Page
         if ($input->action() === 'document' && $verdict->mayLeave($input->text('seen'))) {
             $name = $this->kind . '-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml';
 
-            return self::download($payments->document(), $name, 'application/xml');
+            return Spreadsheet::file($payments->document(), $name, 'application/xml');
         }
         $form->showRows($verdict->rows());
         if ($input->action() === 'more' || (!$form->rows && !$form->table->isThere())) {
@@ -120,13 +119,6 @@ final class PaymentPage implements Page
         $assigned = $verdict->asksForColumns() ? $form->table->columns($sheet->headings(), $sheet->columns()->keys()) : [];
 
         return $this->page($form, ['verdict' => $verdict, 'notice' => $notice, 'did' => 'check', 'assigned' => $assigned], $verdict->faults ? 422 : 200);
-    }
-
-    private static function download(string $content, string $name, string $type): Response
-    {
-        $disposition = HeaderUtils::makeDisposition(HeaderUtils::DISPOSITION_ATTACHMENT, $name);
-
-        return new Response($content, 200, ['Content-Type' => $type, 'Content-Disposition' => $disposition]);
     }
 
     /** @return array{latest: string, groups: array<string, list<string>>} */

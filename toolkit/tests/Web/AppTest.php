@@ -67,7 +67,7 @@ final class AppTest extends TestCase
 
     public function testOnlyAWholeFormOfThisSiteIsTaken(): void
     {
-        $form = ['do' => 'check', 'iban' => 'DE89370400440532013000'];
+        $form = ['do' => 'check', 'lines' => 'DE89370400440532013000'];
         $answers = [
             [200, self::post('iban', $form)],
             [200, self::post('iban', $form, [], ['HTTP_ORIGIN' => ''])],
@@ -96,8 +96,8 @@ final class AppTest extends TestCase
         $row = ['name' => self::HOSTILE, 'iban' => self::HOSTILE, 'amount' => self::HOSTILE, 'ref' => [self::HOSTILE]];
         $statement = ":20:x\n:25:x\n:60F:C261126EUR1,\n:61:261127C1,NTRF\n:86:166?00x?20x?32x\n:62F:C261126EUR2,\n:86:x\n-\n";
         $answers = [
-            self::post('iban', ['do' => 'check', 'iban' => self::HOSTILE]),
-            self::post('iban', ['do' => 'convert', 'account' => self::HOSTILE, 'bank_code' => self::HOSTILE]),
+            self::post('iban', ['do' => 'check', 'lines' => self::HOSTILE]),
+            self::post('iban', ['do' => 'check', 'lines' => self::HOSTILE . "\n" . self::HOSTILE]),
             self::post('iban', ['do' => 'bank', 'query' => self::HOSTILE]),
             self::post('statement', ['do' => 'read'], self::upload(str_replace('x', self::HOSTILE, $statement))),
             self::post('statement', ['do' => 'read'], self::upload(":20:\xFF\n:61:261127C1,NTRF\xFF\n")),
@@ -140,7 +140,7 @@ final class AppTest extends TestCase
             return htmlspecialchars_decode($kept[1], ENT_QUOTES);
         };
         $iban = self::post('iban', ['page' => 'transfer'] + $form);
-        $statement = self::post('statement', ['kept' => $kept($iban), 'page' => 'iban', 'iban' => 'DE12', 'did' => 'check']);
+        $statement = self::post('statement', ['kept' => $kept($iban), 'page' => 'iban', 'lines' => 'DE12', 'did' => 'check']);
         $back = self::post('transfer', ['kept' => $kept($statement), 'page' => 'statement']);
         self::assertStringContainsString('value="' . htmlspecialchars(self::HOSTILE, ENT_QUOTES) . '"', $back->getContent());
         self::assertStringContainsString('1 payment, 2 faults', $back->getContent());
@@ -260,6 +260,23 @@ final class AppTest extends TestCase
         }
         $other = self::post('transfer', ['do' => 'check'] + self::fields($checked) + $form, self::upload("$head$row\n"));
         self::assertStringContainsString('The table has replaced the # payments', str_replace('the 2 ', 'the # ', $other->getContent()));
+    }
+
+    public function testAListOfAccountsComesBackInItsOrder(): void
+    {
+        $lines = "DE89 3704 0044 0532 0130 00\n\n532013000;37040044\r\n532 013 000 370 400 44\n1\tx\n" . str_repeat('9', 70) . "\n=1+1";
+        $page = self::post('iban', ['do' => 'check', 'lines' => $lines])->getContent();
+        self::assertStringContainsString('6 lines: 3 wrong, 0 with a remark, 3 good', $page);
+        self::assertMatchesRegularExpression('~<tbody>\s*<tr><td>4</td>~', $page);
+        $csv = explode("\r\n", self::post('iban', ['do' => 'csv', 'lines' => $lines])->getContent());
+        self::assertStringContainsString('"DE89 3704 0044 0532 0130 00";DE89370400440532013000;"COMMERZBANK AG";COBADEFFXXX;', $csv[1]);
+        self::assertStringStartsWith('"532 013 000 370 400 44";DE89370400440532013000;', $csv[3]);
+        self::assertStringStartsWith(str_repeat('9', 70) . ';', $csv[5]);
+        self::assertStringStartsWith("'=1+1;", $csv[6]);
+        $many = self::post('iban', ['do' => 'check', 'lines' => str_repeat("DE1\n", 5001)])->getContent();
+        self::assertStringContainsString('5001 lines are too many', $many);
+        $payee = self::post('transfer', ['page' => 'iban', 'payee' => 'DE89 3704', 'kept' => '{"transfer":{"row":{"1":{"name":"A"},"2":{"name":""}}}}'])->getContent();
+        self::assertStringContainsString('name="row[2][iban]" value="DE89 3704"', $payee);
     }
 
     public function testColumnsAreAssigned(): void

@@ -1,9 +1,9 @@
-// Walks through the page in headless Chromium: node browser.mjs ADDRESS FOLDER BROWSER
+// Walks through the page in headless Chromium: node browser.mjs ADDRESS FOLDER BROWSER [START OF THE STATES' NAMES]
 // Screenshots and downloads go to the folder. Run by script/test-page.
 import { createRequire } from 'node:module';
 import { readFileSync } from 'node:fs';
 
-const [address, folder, browserPath] = process.argv.slice(2);
+const [address, folder, browserPath, only = ''] = process.argv.slice(2);
 const { chromium } = createRequire(`${folder}/`)('playwright-core');
 const axe = readFileSync(`${folder}/node_modules/axe-core/axe.min.js`, 'utf8');
 const examples = new URL('../../../examples/', import.meta.url).pathname;
@@ -142,16 +142,15 @@ await test('Back and Forward show what was there', 'transfer', async page => {
 await test('what is typed goes along to other tabs and languages', 'transfer', async page => {
     await fill(page, { ...payer, ...bad });
     await press(page, 'IBAN');
-    await fill(page, { account: '532013000', 'bank-code': '370 400 44' });
-    await page.keyboard.press('Enter');
-    await page.waitForSelector('#convert .notice');
+    await fill(page, { lines: '532013000; 370 400 44' });
+    await press(page, 'Prüfen');
     await press(page, 'Kontoauszüge');
     await press(page, 'English');
     equal([await page.locator('h1').innerText(), await page.getAttribute('html', 'lang')], ['Statements', 'en']);
     await press(page, 'IBANs');
-    equal([await page.inputValue('#f-account'), await page.locator('#convert dd').first().innerText()], ['532013000', 'DE89 3704 0044 0532 0130 00']);
-    await press(page, 'Transfers');
-    equal([await page.inputValue('#f-row-1-name'), await page.inputValue('#f-row-3-name')], [html, 'Änne Groß']);
+    equal([await page.inputValue('#f-lines'), await page.locator('#check dd').first().innerText()], ['532013000; 370 400 44', 'DE89 3704 0044 0532 0130 00']);
+    await press(page, 'Take over as payee of a transfer');
+    equal(await Promise.all(['1-name', '3-name', '2-iban'].map(id => page.inputValue(`#f-row-${id}`))), [html, 'Änne Groß', 'DE89 3704 0044 0532 0130 00']);
 });
 
 await test('a double click makes one message', 'transfer', async page => {
@@ -226,6 +225,18 @@ await test('columns with strange headings are assigned by keyboard', 'debit', as
     equal((await download(page, () => press(page, 'SEPA-Datei herunterladen'))).text.includes('<SeqTp>RCUR</SeqTp>'), true);
 });
 
+await test('200 IBANs are checked and come back in their order', 'iban', async page => {
+    const lines = [...Array(200).keys()].map(i => i % 50 === 7 ? 'DE88370400440532013000' : 'DE89370400440532013000');
+    await fill(page, { lines: lines.join('\n') });
+    await page.keyboard.press('Tab');
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('.notice.bad');
+    equal(await heading(page), '200 Zeilen: 4 falsch, 0 mit Hinweis, 196 gültig');
+    equal(await page.locator('tbody td').first().innerText(), '8');
+    const csv = (await download(page, () => press(page, 'Als CSV-Datei herunterladen'))).text.split('\r\n');
+    equal(csv.slice(1, 201).map(line => line.split(';')[0]), lines);
+});
+
 await test('damage in a statement is told, and nothing in it is taken for HTML', 'statement', async page => {
     await upload(page, 'x.sta', `:20:${html}\n:25:${html}\n:60F:C261126EUR1,00\n:61:261127RC0,40NTRF${html}\n:86:166?00${html}?20${html}?32${html}\n:86`);
     await press(page, 'Datei lesen');
@@ -245,9 +256,12 @@ await test('damage in a statement is told, and nothing in it is taken for HTML',
 const states = {
     'iban': ['iban', async () => {}],
     'iban-answers': ['iban', async page => {
-        await fill(page, { iban: 'DE88370400440532013000', account: '532013000', 'bank-code': '37040044', query: 'COBADEFFXXX' });
-        await page.keyboard.press('Enter');
-        await page.waitForSelector('.notice');
+        await fill(page, { lines: 'DE88370400440532013000', query: 'COBADEFFXXX' });
+        await press(page, 'Prüfen');
+    }],
+    'iban-list': ['iban', async page => {
+        await fill(page, { lines: 'DE89370400440532013000\n532013000; 37040044\nDE88370400440532013000\nAT483200000012345864\nUnsinn' });
+        await press(page, 'Prüfen');
     }],
     'statement': ['statement', page => press(page, 'Beispiel zeigen')],
     'statement-faults': ['statement', async page => {
@@ -279,7 +293,7 @@ const states = {
         await press(page, 'Prüfen');
     }],
 };
-for (const [name, [where, reach]] of Object.entries(states)) {
+for (const [name, [where, reach]] of Object.entries(states).filter(([name]) => name.startsWith(only))) {
     for (const [kind, width, options] of [['wide', 1100, {}], ['wide-dark', 1100, { colorScheme: 'dark' }], ['phone', 320, {}], ['phone-dark', 320, { colorScheme: 'dark' }]]) {
         await test(`${name}, ${kind}`, where, async page => {
             await reach(page);
