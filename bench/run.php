@@ -27,36 +27,11 @@ const TABLE = [
     'transfers-memory' => ['peak memory of 100,000 transfers', 'kB'],
 ];
 
+require __DIR__ . '/measure.php';
+
 const GROWTH = ['transfers-10', 'transfers-100', 'transfers-1000', 'transfers-10000', 'transfers-100000',
                 'transfers-1000000', 'debits-10', 'debits-1000', 'debits-100000', 'statements-4000',
                 'statements-40000', 'statements-400000', 'statements-1000000'];
-
-/** The command that measures a row; the library's own row is of today's build alone. */
-function command(string $module, string $row, string $inputs): string
-{
-    if ($row === 'library') {
-        return escapeshellarg(dirname($inputs) . '/library_row') . ' ' . escapeshellarg("$inputs/accounts.txt");
-    }
-    return escapeshellarg(PHP_BINARY) . ' -n -d memory_limit=-1 -d extension=' . escapeshellarg($module) . ' '
-        . escapeshellarg(__DIR__ . '/rows.php') . " $row " . escapeshellarg($inputs);
-}
-
-/** @return array{float, float} the figure and the md5() of one fresh process; 0 where it has no md5() */
-function run_row(string $module, string $row, string $inputs): array
-{
-    $line = shell_exec(command($module, $row, $inputs));
-    if (!preg_match('/^([\d.]+) ([\d.]+)\n$/', (string) $line, $match)) {
-        fwrite(STDERR, "$row: $line");
-        exit(1);
-    }
-    return [(float) $match[1], (float) $match[2]];
-}
-
-function median(array $values): float
-{
-    sort($values);
-    return $values[intdiv(count($values), 2)];
-}
 
 /** Best and median figure, and both as multiples of md5() where it is a time. */
 function cells(array $runs, string $unit): string

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
@@ -191,7 +192,7 @@ void write_output(const std::string& name, const directory_t& directory, const h
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     bool for_tests = argc == 4 && strcmp(argv[1], "--for-tests") == 0;
     if (argc != 3 && !for_tests) stop("usage: [--for-tests] LIST_FOLDER OUTPUT_FILE");
     const std::string folder = argv[argc - 2];
@@ -207,4 +208,6 @@ int main(int argc, char** argv) {
     if (directory.entries.empty()) stop(folder + ": the lists are empty");
     write_output(argv[argc - 1], directory, make_hash(directory.entries));
     return 0;
+} catch (const std::bad_alloc&) {
+    stop("memory has run out");
 }

@@ -25,6 +25,7 @@
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <new>
 
 #include "bank_lists.h"
 #include "files.h"
@@ -203,7 +204,7 @@ void write_release(const std::string& release, const texts_t& contents) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     const arguments_t arguments = read_arguments(argc, argv);
     std::error_code error;
     if (fs::symlink_status(arguments.release, error).type() != fs::file_type::not_found) {
@@ -239,4 +240,6 @@ int main(int argc, char** argv) {
     }
     write_release(arguments.release, contents);
     return 0;
+} catch (const std::bad_alloc&) {
+    stop("memory has run out");
 }

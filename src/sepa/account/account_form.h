@@ -25,8 +25,7 @@ inline bool digits_zero(const char* form, int first, int last) {
 
 // Writes `account` of 1 to 10 characters, padded on the left with zeros. The
 // form is written, tested and read in the same pieces, two characters and a
-// word: a word that has just been written in other pieces takes some 4 ns more to
-// load.
+// word: a processor waits for a word that has just been written in other pieces.
 inline void pad_account(char* form, const char* account, size_t length) {
     if (length < 8) {
         memset(form, '0', account_length - length);

@@ -105,8 +105,7 @@ using module_result_t = std::invoke_result_t<decltype(zend_module_entry::module_
 
 // A string for a document, whose bytes are the caller's to fill. Its pages are
 // prepared before anything is there, hence before the string's own head, since
-// a page of 2 MB can only be had where nothing is (10,000 transfers: 1,017 ->
-// 837 ns each).
+// a page of 2 MB can only be had where nothing is. A fifth of the time of a message.
 #ifndef GC_STRING  // 7.x
 #define GC_STRING IS_STRING
 #endif

@@ -3,11 +3,10 @@
 // and say what the directory's entries say.
 //
 // An entry answers everything and is found by the hash of its key, which reads
-// 33 numbers from tables of 64 KB, and then by cutting its texts: 41 ns for the
-// method of a bank code, 86 for all of its entry, 64 for the name of a BIC. Here
-// a bank code is a number and a row has 16 bytes, found by one multiplication:
-// 7.3 ns. A BIC is two words, found the same way through indices of 16 bits:
-// 9.6 ns to its name.
+// 33 numbers from tables of 64 KB, and then by cutting its texts. Here a bank code
+// is a number and a row has 16 bytes, found by one multiplication: a check of an
+// IBAN takes a third of the time. A BIC is two words, found the same way through
+// indices of 16 bits.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The search for what is special in the texts of payments. Letters, digits,
 // blanks and the ten marks of the base set are nearly all of their bytes, and
-// with SSE2 16 of them are passed at once (10,000 transfers: 908 -> 837 ns each, and
-// 720 -> 705 since what one step has found is all used before the next).
+// with SSE2 16 of them are passed at once. What a step has found is all used before
+// the next one: a seventh of the time of a message.
 #pragma once
 
 #include <cstddef>

@@ -1,11 +1,10 @@
 // The lines of a document. The same code takes a counter, which adds up lengths,
 // and a cursor, which copies. So the room is known to the byte before the first
-// one is written, it is allocated once, and each of its pages is touched once: in
-// a fresh process half of the cost of a document.
+// one is written, it is allocated once, and each of its pages is touched once.
 //
 // Names and texts of our own are constants where these functions are inlined,
 // so that a line of them is one addition for the counter and a few stores for
-// the cursor (toXML of 10,000 transfers: 1,300 -> 320 ns each).
+// the cursor: a quarter of the time of a message.
 #pragma once
 
 #include <cstring>

@@ -12,7 +12,7 @@ static constexpr size_t huge_page = size_t{2} << 20;  // what x86-64 and ARM64 c
 static constexpr size_t least_to_prepare = 4 * page;
 
 // For less, small pages that are prepared are as fast and use no more than is
-// needed (a statement file of 1 MB: 738 and 732 ns a booking).
+// needed.
 static constexpr size_t least_for_a_huge_page = huge_page / 10 * 6;
 
 #if defined __linux__ && !defined MADV_POPULATE_WRITE

@@ -1,7 +1,7 @@
-// Memory by pages. The system clears a page when it is first touched, at 0.7 to
-// 1.6 µs for 4 KB by itself, half of that for many at once, a quarter in a page of
-// 2 MB: more than most of what is done with it. So whoever is about to fill a
-// large block asks for its pages first.
+// Memory by pages. The system clears a page when it is first touched, which costs
+// more than most of what is done with it: half of that for many at once, a quarter
+// in a page of 2 MB. So whoever is about to fill a large block asks for its pages
+// first.
 #pragma once
 
 #include <cstddef>
