@@ -43,6 +43,9 @@ TEST(AccountCheck, Digests) {
         for (char& c : number) c = static_cast<char>('0' + random() % 10);
         return number;
     };
+    std::set<size_t> lacking = {0x12, 0x52, 0x53, 0xB6, 0xC0};  // those without a slot that ask for the bank
+    for (size_t code = 0; code < 256; ++code)
+        if (method_table[code]) lacking.insert(code);
     for (const csv_row& row : csv_rows(TEST_DATA "/check_digests.csv", "method,digest")) {
         uint8_t code = code_of(row[0]);
         random.seed(code);
@@ -52,7 +55,9 @@ TEST(AccountCheck, Digests) {
             results += static_cast<char>('1' + account_check_bank(number.c_str(), bank.c_str(), code));
         }
         EXPECT_EQ(std::to_string(fnv1a(results)), row[1]) << row[0];
+        lacking.erase(code);
     }
+    for (size_t code : lacking) ADD_FAILURE() << "check_digests.csv has no row for method " << std::hex << code;
 }
 
 // By name, methods can get what account_check refuses: those that look digits up

@@ -29,7 +29,8 @@ static constexpr bool slots_ascend() {
         if (slots[i - 1].code >= slots[i].code) return false;
     return true;
 }
-static_assert(std::size(slots) == SEPA_METHOD_COUNT && slots_ascend());
+static_assert(std::size(slots) == SEPA_METHOD_COUNT, "SEPA_METHOD_COUNT is not the number of methods with a slot");
+static_assert(slots_ascend(), "the methods of method_codes.h are out of order, or one stands twice");
 
 constexpr std::array<method_fn, 256> method_table = fill_slots();
 

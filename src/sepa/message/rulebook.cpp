@@ -42,14 +42,14 @@ constexpr rulebook_t no_rulebook =
     {RULEBOOK_NONE,   "",       nullptr,           nullptr,           false, usual, false, lines, strict, written, none,  agent,   BIC,     never};
 // clang-format on
 
-static_assert(std::size(rulebooks) == RULEBOOK_COUNT);
+static_assert(std::size(rulebooks) == RULEBOOK_COUNT, "a rulebook of sepa.h lacks its row");
 
 static constexpr bool stand_at_their_ids() {
     for (int i = 0; i < RULEBOOK_COUNT; ++i)
         if (rulebooks[i].id != i) return false;
     return true;
 }
-static_assert(stand_at_their_ids());
+static_assert(stand_at_their_ids(), "the rows are not in the order of the rulebooks' ids");
 
 static constexpr int of_date(int date) {
     const rulebook_t* latest = nullptr;

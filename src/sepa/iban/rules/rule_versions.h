@@ -22,4 +22,4 @@ constexpr int8_t rule_versions[] = {
        0,      0, unseen,      0, unseen, unseen, unseen,      0,                  // 50
 };
 // clang-format on
-static_assert(sizeof rule_versions / sizeof rule_versions[0] == IBAN_RULE_COUNT);
+static_assert(sizeof rule_versions / sizeof rule_versions[0] == IBAN_RULE_COUNT, "a rule lacks its version");

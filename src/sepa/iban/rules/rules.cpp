@@ -12,4 +12,4 @@ const iban_rule_fn iban_rules[] = {
     rule_50, rule_51, rule_52, rule_53, rule_54, rule_55, rule_56, rule_57,
 };
 // clang-format on
-static_assert(sizeof iban_rules / sizeof iban_rules[0] == IBAN_RULE_COUNT);
+static_assert(sizeof iban_rules / sizeof iban_rules[0] == IBAN_RULE_COUNT, "iban_rules lacks a rule");
