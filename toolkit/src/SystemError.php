@@ -22,11 +22,9 @@ final class SystemError
         return $part[1] ?? '';
     }
 
-    /** Such as "cannot read x", with the reason if there is one. */
-    public static function told(string $what): string
+    /** A reason in another language, if translations/system has it. */
+    public static function translated(string $reason, string $locale): string
     {
-        $reason = self::reason();
-
-        return $reason === '' ? $what : "$what: $reason";
+        return Texts::of('system', $reason, [], $locale);
     }
 }

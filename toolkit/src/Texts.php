@@ -17,7 +17,16 @@ final class Texts
 
     private const FOLDER = __DIR__ . '/../translations';
 
+    /** Texts that are kept. */
+    private const MADE = 1000;
+
     private static ?Translator $translator = null;
+
+    /** @var array<string, list<string>> by domain, language and id */
+    private static array $parameters = [];
+
+    /** @var array<string, string> by domain, language, id and parameters */
+    private static array $made = [];
 
     /**
      * @param string $id in the domain's file, levels divided by dots
@@ -26,7 +35,35 @@ final class Texts
      */
     public static function of(string $domain, string $id, array $values = [], string $locale = 'en'): string
     {
-        return self::translator()->trans($id, array_map(static fn ($value): string => self::plain($value, $locale), $values), $domain, $locale);
+        $place = "$domain.$locale.$id";
+        $parameters = self::$parameters[$place] ?? self::$parameters[$place] = self::parametersOf($domain, $id, $locale);
+        $plain = [];
+        foreach ($parameters as $name) {
+            if (isset($values[$name])) {
+                $plain[$name] = is_array($values[$name]) ? implode(' ', $values[$name]) : (string) $values[$name];
+            }
+        }
+        // Many faults say the same.
+        $text = "$place\0" . implode("\0", $plain);
+        if (!isset(self::$made[$text])) {
+            self::$made = count(self::$made) < self::MADE ? self::$made : [];
+            $shown = array_map(static fn (string $value): string => self::shown(mb_scrub($value, 'UTF-8'), $locale), $plain);
+            self::$made[$text] = self::translator()->trans($id, $shown, $domain, $locale);
+        }
+
+        return self::$made[$text];
+    }
+
+    /** @return list<string> what a message takes; what it does not take makes no other text */
+    private static function parametersOf(string $domain, string $id, string $locale): array
+    {
+        $message = self::translator()->getCatalogue($locale)->get($id, $domain);
+        if ($message === $id) {
+            $message = self::translator()->getCatalogue('en')->get($id, $domain);
+        }
+        preg_match_all('/\{(\w+)[,}]/', $message, $found);
+
+        return array_values(array_unique($found[1]));
     }
 
     /** A day (2026-12-31) or an amount (1190.00) as the language has it; all else as it is. */
@@ -41,12 +78,6 @@ final class Texts
         }
 
         return number_format((float) $part[1], 0, ',', '.') . strtr($part[2], '.', ',');
-    }
-
-    /** @param mixed $value */
-    private static function plain($value, string $locale): string
-    {
-        return self::shown(mb_scrub(is_array($value) ? implode(' ', $value) : (string) $value, 'UTF-8'), $locale);
     }
 
     private static function translator(): Translator

@@ -19,9 +19,23 @@ final class Unreadable extends \RuntimeException
         return $unreadable;
     }
 
+    /** A file that could not be opened or read, with the system's last reason. */
+    public static function bySystem(string $file): self
+    {
+        return self::because('system', ['file' => $file, 'reason' => SystemError::reason() ?: 'none']);
+    }
+
     /** The message; in English where it is the system's own. */
     public function text(string $locale): string
     {
-        return $this->told === null ? $this->getMessage() : Texts::of('tables', $this->told[0], $this->told[1], $locale);
+        if ($this->told === null) {
+            return $this->getMessage();
+        }
+        [$id, $values] = $this->told;
+        if (isset($values['reason'])) {
+            $values['reason'] = SystemError::translated((string) $values['reason'], $locale);
+        }
+
+        return Texts::of('tables', $id, $values, $locale);
     }
 }

@@ -12,6 +12,7 @@ return [
     'quote' => '{file}, row {row}: a quote is not closed, or the file was cut',
     'row' => '{file}, row {row}: too long; is a quote not closed?',
     'same' => "two columns are ''{key}'': ''{heading}'' and ''{other}''",
+    'system' => 'cannot read {file}{reason, select, none {} other {: {reason}}}',
     'utf16' => '{file} is in UTF-16: save it as CSV (UTF-8)',
     'workbook' => '{file} is a workbook: save the sheet as CSV (UTF-8)',
 ];

@@ -11,16 +11,7 @@ final class BankCommand extends LookupCommand
     protected function configure(): void
     {
         parent::configure();
-        $this->setName('bank')->setDescription('Looks banks up by BIC, IBAN or German bank code');
-        $this->setHelp(<<<'HELP'
-            Tells BIC, name and schemes of a bank: SCT credit transfer, SDD direct debit,
-            B2B direct debit between businesses.
-
-              <info>sepa bank COBADEFF 37040044 "DE89 3704 0044 0532 0130 00"</info>
-              <info>sepa bank --csv <bics.csv >banks.csv</info>
-
-            Exit code: 0 if all were found, 1 if some were not, 2 if nothing could be read.
-            HELP);
+        $this->describe('bank');
     }
 
     protected function keys(): array
@@ -36,11 +27,11 @@ final class BankCommand extends LookupCommand
     protected function answer(array $question, Rows $rows): bool
     {
         $bank = Ibans::bank($question[0]);
-        $rows->add($bank, static function () use ($bank): array {
+        $rows->add($bank, function () use ($bank): array {
             return [
                 'asked for' => $bank->query,
                 'BIC' => (string) $bank->bic,
-                'bank or reason' => (string) ($bank->name ?? $bank->reason),
+                'bank or reason' => (string) ($bank->name ?? $bank->reason($this->words->locale)),
                 'schemes' => implode(' ', $bank->schemes ?? []),
             ];
         });

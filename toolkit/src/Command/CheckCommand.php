@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
+use Sepa\Toolkit\Iban\IbanCheck;
 use Sepa\Toolkit\Iban\Ibans;
 
 final class CheckCommand extends LookupCommand
@@ -11,17 +12,7 @@ final class CheckCommand extends LookupCommand
     protected function configure(): void
     {
         parent::configure();
-        $this->setName('check')->setDescription('Checks IBANs and tells their banks');
-        $this->setHelp(<<<'HELP'
-            Checks country, length, form and check digits; of German IBANs also bank code
-            and account number. IBANs are understood as people type them.
-
-              <info>sepa check "DE89 3704 0044 0532 0130 00"</info>
-              <info>sepa check --csv <customers.csv >checked.csv</info>
-              <info>sepa check --json --column "Konto 2" <customers.csv</info>
-
-            Exit code: 0 if all are valid, 1 if some are not, 2 if nothing could be read.
-            HELP);
+        $this->describe('check');
     }
 
     protected function keys(): array
@@ -37,15 +28,22 @@ final class CheckCommand extends LookupCommand
     protected function answer(array $question, Rows $rows): bool
     {
         $check = Ibans::check($question[0]);
-        $rows->add($check, static function () use ($check): array {
+        $rows->add($check, function () use ($check): array {
             return [
                 'IBAN' => Ibans::grouped($check->iban),
-                'valid' => $check->valid ? 'yes' : 'no',
+                'valid' => $this->words->word('answer', $check->valid ? 'yes' : 'no'),
                 'BIC' => (string) $check->bic,
-                'bank or reason' => $check->valid ? (string) $check->bank : "$check->reason: $check->hint",
+                'bank or reason' => $check->valid ? (string) $check->bank : $this->reason($check),
             ];
         });
 
         return $check->valid;
+    }
+
+    private function reason(IbanCheck $check): string
+    {
+        $locale = $this->words->locale;
+
+        return $check->reason($locale) . ': ' . $check->hint($locale);
     }
 }

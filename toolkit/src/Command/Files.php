@@ -34,7 +34,7 @@ final class Files
             // Better now than in the middle of what is written.
             $stream = is_dir($file) ? null : @fopen($file, 'rb');
             if ($stream === false) {
-                throw new Failure("cannot read $file");
+                throw Failure::ofSystem('cannot_read', $file);
             }
             $stream === null || fclose($stream);
             $files[] = $file;

@@ -6,8 +6,6 @@ namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Headings;
 use Sepa\Toolkit\Csv\Reader;
-use Sepa\Toolkit\Unreadable;
-use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
@@ -16,7 +14,7 @@ use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
 /** A command that answers row by row, for arguments or a table on standard input. */
-abstract class LookupCommand extends Command
+abstract class LookupCommand extends TranslatedCommand
 {
     /** Rows in which a column without a known heading is looked for. */
     private const PEEK = 2;
@@ -38,27 +36,23 @@ abstract class LookupCommand extends Command
 
     protected function configure(): void
     {
-        $names = implode(' and ', $this->keys());
-        $this->addArgument('values', InputArgument::IS_ARRAY, "What to look at: $names; without, CSV is read from standard input");
-        $this->addOption(
-            'column',
-            'c',
-            InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY,
-            "Heading of the column with $names; guessed without"
-        );
-        $this->getDefinition()->addOptions(Rows::options());
+        $names = ['names' => $this->names()];
+        $many = InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY;
+        $this->addArgument('values', InputArgument::IS_ARRAY, $this->words->of('argument.values', $names));
+        $this->addOption('column', 'c', $many, $this->words->of('option.column', $names));
+        $this->getDefinition()->addOptions(Rows::options($this->words));
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
-        $rows = Rows::of($input, $output);
+        $rows = Rows::of($input, $output, $this->words);
         $refused = 0;
         $arguments = $input->getArgument('values');
         if ($arguments) {
             $this->refuseFiles($arguments);
             $questions = array_chunk($arguments, count($this->keys()));
             if (count(end($questions)) !== count($this->keys())) {
-                throw new Failure('these belong together: ' . implode(' and ', $this->keys()));
+                throw new Failure('pairs', ['names' => $this->names()]);
             }
             foreach ($questions as $question) {
                 $refused += $this->answer($question, $rows) ? 0 : 1;
@@ -72,7 +66,7 @@ abstract class LookupCommand extends Command
         $reader = new Reader($stream ?? STDIN, 'standard input');
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         if ($stream === null && stream_isatty(STDIN)) {
-            $errors->writeln('One row a line; Ctrl-D ends.');
+            $errors->writeln($this->words->of('told.type'));
         }
         $progress = Progress::ofTable($output, $reader);
         $rows->besides($progress);
@@ -89,7 +83,7 @@ abstract class LookupCommand extends Command
             $rows->flush();
         }
         if (Rows::format($input) === Rows::TABLE) {
-            $errors->writeln("rows: $count, refused: $refused");
+            $errors->writeln($this->words->of('told.rows', ['rows' => $count, 'refused' => $refused]));
         }
 
         return $refused ? ExitCode::REFUSED : ExitCode::GOOD;
@@ -100,7 +94,7 @@ abstract class LookupCommand extends Command
     {
         foreach ($arguments as $argument) {
             if (is_file($argument) || preg_match(self::TABLES, $argument)) {
-                throw new Failure("$argument is the name of a file. A file is read like this: sepa {$this->getName()} <$argument");
+                throw new Failure('is_file', ['file' => $argument, 'command' => (string) $this->getName()]);
             }
         }
     }
@@ -218,13 +212,20 @@ abstract class LookupCommand extends Command
         return $columns;
     }
 
-    /** @param list<string> $headings */
-    private function noColumn(array $headings): Unreadable
+    /** The keys as people call them: they and the examples of --column go together. */
+    private function names(): string
     {
-        $names = implode(' and ', $this->keys());
+        $names = array_map(fn (string $key): string => $this->words->word('key', $key), $this->keys());
+
+        return implode($this->words->of('key.and'), $names);
+    }
+
+    /** @param list<string> $headings */
+    private function noColumn(array $headings): Failure
+    {
         $headings = array_map([Rows::class, 'clean'], $headings);
 
-        return new Unreadable("no column for $names: name it with --column. The first row has: '" . implode("', '", $headings) . "'");
+        return new Failure('no_column', ['names' => $this->names(), 'headings' => implode("', '", $headings)]);
     }
 
     /**

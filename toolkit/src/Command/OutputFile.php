@@ -71,7 +71,7 @@ final class OutputFile
         }
         for ($links = 0; is_link($path); ++$links) {
             if ($links === self::MAX_LINKS) {
-                throw new Failure("cannot write $path: its links end nowhere");
+                throw new Failure('links', ['file' => $path]);
             }
             $end = (string) readlink($path);
             $path = strncmp($end, '/', 1) === 0 ? $end : dirname($path) . "/$end";
@@ -141,6 +141,6 @@ final class OutputFile
 
     private function failure(): Failure
     {
-        return new Failure(SystemError::told("cannot write $this->path"));
+        return Failure::ofSystem('cannot_write', $this->path);
     }
 }

@@ -5,96 +5,71 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Reader;
+use Sepa\Toolkit\Payment\Columns;
 use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Options;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
-use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
 use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
-use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
 /** A command that makes a document for the bank out of a CSV file. */
-abstract class PaymentsCommand extends Command
+abstract class PaymentsCommand extends TranslatedCommand
 {
-    /** Options that give what the submitting party is asked for, by key of its faults. */
-    private const PARTY = [
-        'name' => 'name', 'iban' => 'iban', 'bic' => 'bic', 'creditorId' => 'creditor-id', 'type' => 'type',
-        'date' => 'date', 'messageId' => 'message-id',
-    ];
-
     abstract protected function payments(InputInterface $input): Payments;
+
+    /** SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI. */
+    abstract protected function kind(): int;
+
+    /** @return array<string, string> value by key, for rows that have none of their own */
+    protected function common(InputInterface $input): array
+    {
+        return [];
+    }
 
     protected function configure(): void
     {
-        $required = InputOption::VALUE_REQUIRED;
-        $this->addArgument('file', InputArgument::REQUIRED, 'CSV file with a row of headings; - for standard input');
-        $this->addOption('name', null, $required, 'Your name');
-        $this->addOption('iban', null, $required, 'Your IBAN');
-        $this->addOption('bic', null, $required, "Your bank's BIC");
-        $this->addOption('rulebook', null, $required, implode(', ', Rulebook::names()), Rulebook::LATEST);
-        $this->addOption('date', null, $required, 'Day for rows without one, such as 2026-12-31; today without');
-        $this->addOption('message-id', null, $required, 'Id of the message, at most 30 characters; generated without');
-        $this->addOption('single-booking', null, InputOption::VALUE_NONE, 'One booking for each payment instead of one for all');
-        $this->addOption('german', null, InputOption::VALUE_NONE, 'Read amounts such as 1.190,00 and dates such as 31.12.2026');
-        $this->addOption('transliterate', null, InputOption::VALUE_NONE, 'Replace characters that are not allowed, and tell them');
-        $this->addOption('ignore', null, $required | InputOption::VALUE_IS_ARRAY, 'Heading of a column that is not for the bank');
-        $this->addOption('output', 'o', $required, 'File for the document; standard output without');
-        $this->getDefinition()->addOptions(Rows::options());
+        $this->addArgument('file', InputArgument::OPTIONAL, $this->words->of('argument.table'));
+        array_map([$this, 'value'], ['name', 'iban', 'bic']);
+        $this->value('rulebook', Rulebook::LATEST);
+        array_map([$this, 'value'], ['date', 'message-id']);
+        array_map([$this, 'flag'], ['single-booking', 'german', 'transliterate', 'shorten']);
+        array_map([$this, 'values'], ['map', 'ignore']);
+        $this->flag('template');
+        $this->value('output', null, 'o');
+        $this->getDefinition()->addOptions(Rows::options($this->words));
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
+        if ($input->getOption('template')) {
+            return $this->writeTemplate($input, $output);
+        }
+        if ($input->getArgument('file') === null) {
+            throw new Failure('no_file', ['command' => (string) $this->getName()]);
+        }
         $payments = $this->payments($input);
         $reader = Reader::open($input->getArgument('file'));
-        $file = self::output($input, $reader);
-        $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'));
+        $file = self::output($input);
+        if ($file !== null && $reader->reads($file)) {
+            throw new Failure('same_file', ['file' => $file]);
+        }
+        $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'), $this->map($input), $this->common($input));
+        $report = new Report($input, $output, $this->words, $sheet, $file !== null);
         $progress = Progress::ofTable($output, $reader);
+        $report->follow($payments, $progress);
         $sheet->fill($payments, $progress);
         $progress->hide();
-
-        $format = Rows::format($input);
+        $report->end($payments);
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
-        $faults = $payments->faults();
-        // Standard output is for the document, if there is one and no file for it.
-        $toErrors = $format === Rows::TABLE || (!$faults && $file === null);
-        $report = Rows::of($input, $toErrors ? $errors : $output);
-        foreach (['fault' => $faults, 'warning' => $payments->warnings()] as $severity => $found) {
-            foreach ($found as $fault) {
-                self::report($report, $severity, $fault, $sheet);
-            }
-        }
-        foreach ($payments->changes() as $change) {
-            self::report($report, 'change', $change, $sheet);
-        }
-        $report->flush();
-        if ($faults) {
-            $errors->writeln(sprintf('payments: %d, faults: %d, no document was written', count($payments), $payments->faultCount()));
-            $this->suggest($faults, $input, $errors);
 
-            return self::isUsage($faults) ? ExitCode::FAILED : ExitCode::REFUSED;
-        }
-        $isReplaced = $file !== null && OutputFile::replaces($file);
-        $this->deliver($payments, $file, $output);
-        $summary = sprintf(
-            'payments: %d, %s EUR, rulebook %s, message %s',
-            count($payments),
-            $payments->sum(),
-            $payments->rulebook(),
-            $payments->messageId()
-        );
-        $errors->writeln(Rows::clean($summary), OutputInterface::OUTPUT_RAW);
-        if ($isReplaced) {
-            $new = $input->getOption('message-id') === null ? ' The message id is new: to the bank this is another message.' : '';
-            $errors->writeln(Rows::clean("$file was there and is replaced.$new"), OutputInterface::OUTPUT_RAW);
-        }
-
-        return ExitCode::GOOD;
+        return $payments->faults() ? $this->refuse($payments, $input, $errors) : $this->deliver($payments, $input, $output, $errors);
     }
 
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
@@ -107,95 +82,143 @@ abstract class PaymentsCommand extends Command
         }
     }
 
-    protected static function options(InputInterface $input): Options
+    protected function options(InputInterface $input): Options
     {
+        self::oneOf('rulebook', $input, Rulebook::names());
+        $date = $input->getOption('date');
+
         return Options::under($input->getOption('rulebook'))
-            ->on($input->getOption('date'))
+            ->on($date !== null && $input->getOption('german') ? Sheet::understood('date', $date) : $date)
             ->withMessageId($input->getOption('message-id'))
             ->bookedSingly($input->getOption('single-booking'))
-            ->transliterating($input->getOption('transliterate'));
+            ->transliterating($input->getOption('transliterate'))
+            ->shortening($input->getOption('shorten'));
     }
 
     /** @param list<string> $options */
-    protected static function need(InputInterface $input, array $options): void
+    protected function need(InputInterface $input, array $options): void
     {
-        $missing = array_filter($options, static function (string $option) use ($input): bool {
-            return $input->getOption($option) === null;
-        });
+        $missing = array_filter($options, static fn (string $option): bool => $input->getOption($option) === null);
         if ($missing) {
-            throw new Failure('missing: --' . implode(', --', $missing));
+            throw new Failure('missing', ['options' => '--' . implode(', --', $missing)]);
         }
     }
 
+    /** @param list<string> $values that an option may have */
+    protected static function oneOf(string $option, InputInterface $input, array $values): void
+    {
+        $value = $input->getOption($option);
+        if ($value !== null && !in_array($value, $values, true)) {
+            throw new Failure('value', ['option' => "--$option", 'value' => $value, 'values' => implode(', ', $values)]);
+        }
+    }
+
+    /** @return array<string, string> key by heading */
+    private function map(InputInterface $input): array
+    {
+        $keys = array_merge(Keys::ofKind($this->kind()), Columns::OWN);
+        $map = [];
+        foreach ($input->getOption('map') as $pair) {
+            // The heading itself may have an equals sign.
+            $key = substr((string) strrchr($pair, '='), 1);
+            if (!in_array($key, $keys, true)) {
+                throw new Failure('map', ['value' => $pair, 'keys' => implode(', ', $keys)]);
+            }
+            $map[trim(substr($pair, 0, -strlen($key) - 1))] = $key;
+        }
+
+        return $map;
+    }
+
     /** The file for the document; null for standard output. */
-    private static function output(InputInterface $input, Reader $reader): ?string
+    private static function output(InputInterface $input): ?string
     {
         $file = $input->getOption('output');
         if ($file === '') {
-            throw new Failure('--output needs the name of a file');
-        }
-        if ($file !== null && $reader->reads($file)) {
-            throw new Failure("$file is the file that is read: give the document another name");
+            throw new Failure('no_output');
         }
 
         return in_array($file, ['-', '/dev/stdout'], true) ? null : $file;
     }
 
-    private function deliver(Payments $payments, ?string $file, OutputInterface $output): void
+    private function writeTemplate(InputInterface $input, OutputInterface $output): int
     {
-        $document = $payments->document();
+        $table = (new Template($this->kind(), $input->getOption('german')))->text(date('Y-m-d'));
+        $file = self::output($input);
         if ($file === null) {
-            Rows::write($output, $document);
+            Rows::write($output, $table);
         } else {
-            OutputFile::write([$file => $document]);
+            OutputFile::write([$file => $table]);
         }
+
+        return ExitCode::GOOD;
     }
 
-    private static function report(Rows $rows, string $severity, Fault $fault, Sheet $sheet): void
+    private function deliver(Payments $payments, InputInterface $input, OutputInterface $output, OutputInterface $errors): int
     {
-        $option = self::PARTY[$fault->key ?? ''] ?? null;
-        $column = $fault->row === null && $option !== null ? "--$option" : $sheet->heading((string) $fault->key) ?? $fault->key;
-        $record = [
-            'severity' => $severity,
-            'row' => $fault->row,
-            'column' => $column,
-            'key' => $fault->key,
-            'code' => $fault->code,
-            'reason' => $fault->text(),
-            'hint' => $fault->hint(),
-        ];
-        $rows->add($record, static function () use ($record): array {
-            return array_map('strval', array_diff_key($record, ['key' => 0, 'code' => 0]));
-        });
+        $file = self::output($input);
+        $isReplaced = $file !== null && OutputFile::replaces($file);
+        if ($file === null) {
+            Rows::write($output, $payments->document());
+        } else {
+            OutputFile::write([$file => $payments->document()]);
+        }
+        $this->say($errors, 'done', [
+            'payments' => count($payments),
+            'sum' => $payments->sum(),
+            'rulebook' => $payments->rulebook(),
+            'message' => $payments->messageId(),
+        ]);
+        if ($isReplaced) {
+            $this->say($errors, 'replaced', ['file' => $file, 'new' => $input->getOption('message-id') === null ? 'yes' : 'no']);
+        }
+
+        return ExitCode::GOOD;
     }
 
-    /** @param list<Fault> $faults */
-    private function suggest(array $faults, InputInterface $input, OutputInterface $errors): void
+    private function refuse(Payments $payments, InputInterface $input, OutputInterface $errors): int
     {
-        $codes = array_column($faults, 'code');
-        if (in_array('unknown_heading', $codes, true)) {
-            $errors->writeln('--ignore leaves out a column that is not for the bank.');
+        $this->say($errors, 'refused', ['payments' => count($payments), 'faults' => $payments->faultCount()]);
+        $faults = $payments->faults();
+        foreach ($this->suggestions($faults) as $option => $isHelpful) {
+            if ($isHelpful && !$input->getOption($option)) {
+                $this->say($errors, "suggest.$option");
+            }
         }
-        $inRows = array_column(array_filter($faults, static function (Fault $fault): bool {
-            return $fault->row !== null;
-        }), 'code');
-        if (array_intersect(['amount', 'date'], $inRows) && !$input->getOption('german')) {
-            $errors->writeln('--german reads amounts such as 1.190,00 and dates such as 31.12.2026.');
-        }
-        if (in_array('characters', $codes, true) && !$input->getOption('transliterate')) {
-            $errors->writeln('--transliterate replaces characters that are not allowed in names and texts.');
-        }
-    }
-
-    /** @param list<Fault> $faults */
-    private static function isUsage(array $faults): bool
-    {
         foreach ($faults as $fault) {
-            if ($fault->row === null && isset(self::PARTY[$fault->key ?? ''])) {
-                return true;
+            if ($fault->row === null && isset(Report::PARTY[$fault->key ?? ''])) {
+                return ExitCode::FAILED;
             }
         }
 
-        return false;
+        return ExitCode::REFUSED;
+    }
+
+    /**
+     * @param list<Fault> $faults
+     * @return array<string, bool> options, and whether they would help
+     */
+    private function suggestions(array $faults): array
+    {
+        $found = [];
+        foreach ($faults as $fault) {
+            $place = $fault->row === null ? 'party' : (Keys::form((string) $fault->key) === Keys::TEXT ? 'text' : 'row');
+            $found[$fault->code][$place][(string) $fault->key] = true;
+        }
+        $lacking = ($found['missing_column']['row'] ?? []) + ($found['missing_column']['text'] ?? []);
+
+        return [
+            'map' => $lacking || isset($found['unknown_heading']),
+            'ignore' => isset($found['unknown_heading']),
+            'german' => isset($found['amount']['row']) || isset($found['date']['row']),
+            'transliterate' => isset($found['characters']['text']),
+            'shorten' => isset($found['length']['text']),
+        ] + ($this->getDefinition()->hasOption('seq') ? ['seq' => isset($lacking['seq']) || isset($found['missing']['row']['seq'])] : []);
+    }
+
+    /** @param array<string, mixed> $values */
+    private function say(OutputInterface $errors, string $id, array $values = []): void
+    {
+        $errors->writeln(Rows::clean($this->words->of("told.$id", $values)), OutputInterface::OUTPUT_RAW);
     }
 }

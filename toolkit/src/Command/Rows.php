@@ -58,29 +58,31 @@ final class Rows
 
     private ?Progress $progress = null;
 
-    public function __construct(OutputInterface $output, string $format, bool $headings = true, bool $raw = false)
+    private ?Words $words;
+
+    public function __construct(OutputInterface $output, string $format, bool $headings = true, bool $raw = false, ?Words $words = null)
     {
         $this->output = $output;
         $this->format = $format;
         $this->headings = $headings;
         $this->raw = $raw;
+        $this->words = $words;
     }
 
     /** @return list<InputOption> that choose the format */
-    public static function options(): array
+    public static function options(?Words $words = null): array
     {
-        return [
-            new InputOption('csv', null, InputOption::VALUE_NONE, 'Write CSV'),
-            new InputOption('json', null, InputOption::VALUE_NONE, 'Write one JSON object a line'),
-            new InputOption('no-headings', null, InputOption::VALUE_NONE, 'Write CSV without the row of headings'),
-            new InputOption('raw', null, InputOption::VALUE_NONE, 'Write CSV without the apostrophe before texts that look like formulas'),
-        ];
+        $words = $words ?? new Words('en');
+
+        return array_map(static function (string $name) use ($words): InputOption {
+            return new InputOption($name, null, InputOption::VALUE_NONE, $words->of("option.$name"));
+        }, ['csv', 'json', 'no-headings', 'raw']);
     }
 
     public static function format(InputInterface $input): string
     {
         if ($input->getOption('csv') && $input->getOption('json')) {
-            throw new Failure('either --csv or --json');
+            throw new Failure('formats');
         }
         if ($input->getOption('csv')) {
             return self::CSV;
@@ -89,9 +91,12 @@ final class Rows
         return $input->getOption('json') ? self::JSON : self::TABLE;
     }
 
-    public static function of(InputInterface $input, OutputInterface $output): self
+    /** @param Words|null $words in which the headings of tables are */
+    public static function of(InputInterface $input, OutputInterface $output, ?Words $words = null): self
     {
-        return new self($output, self::format($input), !$input->getOption('no-headings'), (bool) $input->getOption('raw'));
+        $raw = (bool) $input->getOption('raw');
+
+        return new self($output, self::format($input), !$input->getOption('no-headings'), $raw, $words);
     }
 
     /** CSV as a German spreadsheet opens it: semicolons, decimal commas, days such as 31.12.2026, a byte order mark. */
@@ -162,7 +167,7 @@ final class Rows
             $written = @fwrite($output->getStream(), $text);
             if ($written === false || $written === 0) {
                 // A reader that has seen enough is no fault to tell.
-                throw new Failure(SystemError::reason() === 'Broken pipe' ? '' : SystemError::told('cannot write the output'));
+                throw SystemError::reason() === 'Broken pipe' ? new Failure('') : Failure::ofSystem('cannot_write_output');
             }
             $text = substr($text, $written);
         }
@@ -173,7 +178,7 @@ final class Rows
     {
         $table = new Table($output);
         $headings = array_keys($this->tableRows[0]);
-        $table->setHeaders($headings);
+        $table->setHeaders($this->words === null ? $headings : array_map(fn (string $heading): string => $this->words->word('column', $heading), $headings));
         foreach (array_keys($headings) as $column) {
             $table->setColumnMaxWidth($column, self::CELL_WIDTH);
         }

@@ -57,7 +57,7 @@ final class Reader implements \IteratorAggregate
         SystemError::forget();
         $stream = @fopen($file, 'rb');
         if ($stream === false) {
-            throw new Unreadable(SystemError::told("cannot read $file"));
+            throw Unreadable::bySystem($file);
         }
 
         return new self($stream, $file);
@@ -144,7 +144,7 @@ final class Reader implements \IteratorAggregate
             SystemError::forget();
             $chunk = @fread($this->stream, self::CHUNK);
             if ($chunk === false) {
-                throw new Unreadable(SystemError::told("cannot read $this->name"));
+                throw Unreadable::bySystem($this->name);
             }
             $chunk = $this->bytesRead === 0 ? $this->withoutMark($chunk) : $chunk;
             $this->bytesRead += strlen($chunk);

@@ -4,6 +4,8 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Iban;
 
+use Sepa\Toolkit\Texts;
+
 /**
  * What is known about one IBAN.
  *
@@ -45,6 +47,25 @@ final class IbanCheck implements \JsonSerializable
         $this->hint = $hint;
         $this->bic = $bic;
         $this->bank = $bank;
+    }
+
+    /** Why it is refused, in German or else in the extension's words; null for a good one. */
+    public function reason(string $locale = 'en'): ?string
+    {
+        return $locale === 'en' ? $this->reason : $this->text('reason', $locale);
+    }
+
+    /** What to do about it; null for a good one. */
+    public function hint(string $locale = 'en'): ?string
+    {
+        return $locale === 'en' ? $this->hint : $this->text('hint', $locale);
+    }
+
+    private function text(string $part, string $locale): ?string
+    {
+        $code = $this->code === 'empty' ? 'missing' : $this->code;
+
+        return $code === null ? null : Texts::of('faults', "$code.$part", ['key' => 'iban', 'label' => 'IBAN'], $locale);
     }
 
     /** @return array{iban: string, valid: bool, code: ?string, reason: ?string, bic: ?string, bank: ?string} */

@@ -17,7 +17,7 @@ final class Columns implements \Countable
 
     public const CURRENCY = 'currency';
 
-    private const OWN = [self::ACCOUNT, self::BANK_CODE, self::CURRENCY];
+    public const OWN = [self::ACCOUNT, self::BANK_CODE, self::CURRENCY];
 
     /** Of a cell without a heading. */
     public const NONE = '';

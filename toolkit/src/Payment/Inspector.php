@@ -250,14 +250,16 @@ final class Inspector
     public function inWordsOfExtension(array $values, array $faults, string $text): array
     {
         $values = array_diff_key($values, $this->added);
-        foreach ($values as $key => $value) {
+        // What is good together is good one by one.
+        $isRestGood = $faults && $this->extension->refusal(array_diff_key($values, $faults)) === null;
+        foreach ($isRestGood ? array_intersect_key($values, $faults) : $values as $key => $value) {
             $reason = Rules::garbled($value) ? null : $this->extension->refusalOf($key, $value);
             if ($reason !== null && ($faults[$key][0] ?? '') !== 'duplicate_key') {
                 $faults[$key] = $this->reasons->of($reason, $key, $value);
             }
         }
         // What is left is between values that are good by themselves.
-        $between = $this->extension->refusal(array_diff_key($values, $faults));
+        $between = $isRestGood ? null : $this->extension->refusal(array_diff_key($values, $faults));
         if ($between !== null && !array_intersect_key($faults, Keys::address())) {
             $key = $this->rulebook->structured ? 'addrTown' : 'addrLine1';
             $faults[$key] = $this->reasons->of($between, $key, $values[$key] ?? '');

@@ -97,10 +97,9 @@ final class IbanPage implements Page
         if ($check->valid) {
             return ['iban' => $check->iban, 'notice' => ['kind' => 'good', 'heading' => $this->view->text('iban.good'), 'facts' => $this->facts($check->iban)]];
         }
-        $code = $check->code === 'empty' ? 'missing' : $check->code;
-        $of = fn (string $part): string => $this->view->text("$code.$part", ['label' => 'IBAN'], 'faults');
+        $language = $this->view->language;
 
-        return ['iban' => null, 'notice' => ['kind' => 'bad', 'heading' => $of('reason'), 'text' => $of('hint')]];
+        return ['iban' => null, 'notice' => ['kind' => 'bad', 'heading' => $check->reason($language), 'text' => $check->hint($language)]];
     }
 
     /** @return array{iban: ?string, notice: array<string, mixed>} */

@@ -77,10 +77,10 @@ final class SepaTest extends TestCase
         yield [['command' => 'bank', '--json' => true, 'values' => ['COBADEFF', 'x']], null, 1, '{"query":"COBADEFF","bic":"COBADEFF","bank":"COMMERZBANK AG","schemes":["SCT","SDD","B2B"],"reason":null}' . "\n"
             . '{"query":"x","bic":null,"bank":null,"schemes":null,"reason":"the directory finds banks by IBANs of DE, AT, CH and LI only"}' . "\n"];
         yield 'what a spreadsheet or a terminal would obey' => [['command' => 'check', '--csv' => true], "iban\n=A1\e[2J\n", 1, "iban,valid,code,reason,bic,bank\n'=A1?[2J,false,iban_country,No country has these letters,,\n"];
-        yield 'a misspelled command' => [['command' => 'chek'], null, 2, '', "sepa: Command \"chek\" is not defined.\n\nDid you mean this?\n    check\n"];
+        yield 'a misspelled command' => [['command' => 'chek'], null, 2, '', "sepa: There is no command 'chek'. Is this meant: check?\n"];
         yield 'a heading of a stranger' => [$check, "A\e[2J,B\n1,2\n", 2, '', "sepa: no column for iban: name it with --column. The first row has: 'A?[2J', 'B'\n"];
-        yield 'no such command' => [['command' => 'nonsense'], null, 2, '', "sepa: Command \"nonsense\" is not defined.\n"];
-        yield 'no such option' => [['command' => 'check', '--nonsense' => true], null, 2, '', "sepa: The \"--nonsense\" option does not exist.\n"];
+        yield 'no such command' => [['command' => 'nonsense'], null, 2, '', "sepa: There is no command 'nonsense'. sepa list shows all.\n"];
+        yield 'no such option' => [['command' => 'check', '--nonsense' => true], null, 2, '', "sepa: There is no option '--nonsense'. Each command tells its own: sepa help COMMAND\n"];
     }
 
     /** @dataProvider statements */
@@ -171,6 +171,54 @@ final class SepaTest extends TestCase
         self::assertSame(['change', 2, 'Empfänger', '“José” becomes “Jose”'], array_values(array_intersect_key(json_decode($output, true), ['severity' => 0, 'row' => 0, 'column' => 0, 'reason' => 0])));
     }
 
+    public function testPeopleSeeTheFirstOfAKindAndProgramsAll(): void
+    {
+        $csv = "name,iban,amount\n" . str_repeat("A,NL91ABNA0417164300,\"1,00\"\n", 1500);
+        [$status, $output, $errors] = $this->pay($csv);
+        self::assertSame([1, ''], [$status, $output]);
+        self::assertSame(20, substr_count($errors, '| Invalid amount'));
+        self::assertStringContainsString('| fault    |     | amount | and 1,480 more; --json has all |', $errors);
+        self::assertSame(1500, substr_count($this->pay($csv, ['--json' => true])[1], '"code":"amount"'));
+        // A heading that is missing is told once.
+        [, , $errors] = $this->pay(str_replace('amount', 'total due', $csv));
+        self::assertStringContainsString('payments: 1500, faults: 2, no document', $errors);
+        self::assertStringContainsString('--map "Heading=key"', $errors);
+    }
+
+    /** @dataProvider templates */
+    public function testATemplateIsTakenAsItIs(string $command, array $options): void
+    {
+        $table = $this->ask(['command' => $command, '--template' => true] + $options, null)[1];
+        self::assertSame(isset($options['--german']), strpos($table, ';1.190,00;') !== false);
+        [$status, , $errors] = $this->pay($table, ['--json' => true, '-o' => "$this->folder/out.xml", '--creditor-id' => $command === 'debit' ? 'DE98ZZZ09999999999' : null] + $options, $command);
+        self::assertStringStartsWith('payments: 2, 1238.50 EUR', $errors);
+        self::assertSame(0, $status);
+    }
+
+    public function templates(): array
+    {
+        return [['transfer', []], ['transfer', ['--german' => true]], ['debit', []], ['debit', ['--german' => true]]];
+    }
+
+    public function testGermanIsSpokenToPeopleAndNotToPrograms(): void
+    {
+        $this->tester = new ApplicationTester(new Application('de'));
+        $csv = "Empfänger;IBAN;Betrag;Mandat;Mandatsdatum\nMüller;NL91;1190.00;M;31.12.2025\n";
+        $debit = ['--creditor-id' => 'DE98ZZZ09999999999', '--german' => true];
+        [, , $errors] = $this->pay($csv, $debit, 'debit');
+        self::assertStringContainsString('| Fehler |     2 | IBAN ', $errors);
+        self::assertStringContainsString('| Keine Spalte für Sequenz ', $errors);
+        self::assertStringContainsString("\n--seq FRST (oder RCUR, FNAL, OOFF) gilt für alle Zeilen ohne Sequenz.\n", $errors);
+        $json = $this->pay($csv, $debit + ['--json' => true, '--seq' => 'RCUR'], 'debit')[1];
+        self::assertSame(1, substr_count($json, "\n"));
+        self::assertStringContainsString('"code":"iban_length","reason":"Wrong IBAN length"', $json);
+        self::assertSame("sepa: --seq kann nicht „X“ sein. Möglich sind FRST, RCUR, FNAL, OOFF\n", $this->pay($csv, $debit + ['--seq' => 'X'], 'debit')[2]);
+        self::assertStringContainsString('none/x kann nicht gelesen werden: Es gibt sie nicht', $this->pay('', ['file' => "$this->folder/none/x"])[2]);
+        self::assertSame("sepa: Den Befehl „chek“ gibt es nicht. Ist das gemeint: check?\n", $this->ask(['command' => 'chek'], null)[2]);
+        self::assertStringContainsString("\nAufruf:\n  check [Optionen]", $this->ask(['command' => 'help', 'command_name' => 'check'], null)[1]);
+        self::assertStringContainsString('| nein   |     | Die Länge der IBAN ist falsch: ', $this->ask(['command' => 'check', 'values' => ['DE1']], null)[1]);
+    }
+
     /** @param array<string, mixed> $options */
     private function pay(string $csv, array $options = [], string $command = 'transfer'): array
     {
@@ -196,9 +244,11 @@ final class SepaTest extends TestCase
         return [
             [['--name' => null, '--bic' => null], 'transfer', self::GOOD, 'missing: --name, --bic'],
             [[], 'debit', self::GOOD, 'missing: --creditor-id'],
-            [['--creditor-id' => 'DE98ZZZ09999999999', '--type' => 'X'], 'debit', self::GOOD, 'unknown type of direct debit: X'],
+            [['--map' => ['Betrag=money']], 'transfer', self::GOOD, "--map takes \"Heading=key\", and not 'Betrag=money'"],
+            [['--map' => ['Betrag=amount']], 'transfer', self::GOOD, "no column has the heading 'Betrag'"],
+            [['--creditor-id' => 'DE98ZZZ09999999999', '--type' => 'X'], 'debit', self::GOOD, "--type cannot be 'X'"],
             [['--creditor-id' => 'DE98ZZZ09999999999', '--type' => 'COR1'], 'debit', self::GOOD, '| --type '],
-            [['--rulebook' => 'DE-9'], 'transfer', self::GOOD, 'unknown rulebook: DE-9'],
+            [['--rulebook' => 'DE-9'], 'transfer', self::GOOD, "--rulebook cannot be 'DE-9'"],
             [['--date' => '2026-02-30'], 'transfer', self::GOOD, 'No such date: 2026-02-30'],
             [[], 'transfer', '', 'the file is empty'],
             [['file' => '/nonexistent'], 'transfer', '', 'cannot read /nonexistent'],
