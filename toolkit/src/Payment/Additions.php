@@ -18,8 +18,10 @@ final class Additions
     ];
 
     /** No values. */
-    private const NONE = ['i' => '', 'd' => '', 'D' => '', 'c' => '', 'C' => '', 'p' => '', 'r' => '', 'n' => '', 'N' => '',
-        '1' => '', '2' => ''];
+    private const NONE = [
+        'i' => '', 'd' => '', 'D' => '', 'c' => '', 'C' => '', 'p' => '', 'r' => '', 'n' => '', 'N' => '',
+        '1' => '', '2' => '',
+    ];
 
     private const REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t\t<Strd><CdtrRefInf><Tp><CdOrPrtry><Cd>SCOR</Cd></CdOrPrtry>"
         . "<Issr>ISO</Issr></Tp><Ref>%s</Ref></CdtrRefInf></Strd>\n\t\t\t\t</RmtInf>\n";
@@ -166,7 +168,8 @@ final class Additions
             return '';
         }
         $name = $name === '' ? '' : "\t\t\t\t\t<Nm>$name</Nm>\n";
-        $id = $id === '' ? '' : "\t\t\t\t\t<Id>\n\t\t\t\t\t\t<OrgId>\n\t\t\t\t\t\t\t<Othr>\n\t\t\t\t\t\t\t\t<Id>$id</Id>\n"
+        $id = $id === '' ? '' : "\t\t\t\t\t<Id>\n\t\t\t\t\t\t<OrgId>\n\t\t\t\t\t\t\t<Othr>\n"
+            . "\t\t\t\t\t\t\t\t<Id>$id</Id>\n"
             . "\t\t\t\t\t\t\t</Othr>\n\t\t\t\t\t\t</OrgId>\n\t\t\t\t\t</Id>\n";
 
         return "\t\t\t\t<$element>\n$name$id\t\t\t\t</$element>\n";
@@ -193,8 +196,9 @@ final class Additions
         $scheme = "\t\t\t\t\t\t\t<OrgnlCdtrSchmeId>\n"
             . ($name === '' ? '' : "\t\t\t\t\t\t\t\t<Nm>$name</Nm>\n")
             . ($id === '' ? '' : "\t\t\t\t\t\t\t\t<Id>\n\t\t\t\t\t\t\t\t\t<PrvtId>\n\t\t\t\t\t\t\t\t\t\t<Othr>\n"
-                . "\t\t\t\t\t\t\t\t\t\t\t<Id>$id</Id>\n\t\t\t\t\t\t\t\t\t\t\t<SchmeNm>\n\t\t\t\t\t\t\t\t\t\t\t\t<Prtry>SEPA</Prtry>\n"
-                . "\t\t\t\t\t\t\t\t\t\t\t</SchmeNm>\n\t\t\t\t\t\t\t\t\t\t</Othr>\n\t\t\t\t\t\t\t\t\t</PrvtId>\n\t\t\t\t\t\t\t\t</Id>\n")
+                . "\t\t\t\t\t\t\t\t\t\t\t<Id>$id</Id>\n\t\t\t\t\t\t\t\t\t\t\t<SchmeNm>\n"
+                . "\t\t\t\t\t\t\t\t\t\t\t\t<Prtry>SEPA</Prtry>\n\t\t\t\t\t\t\t\t\t\t\t</SchmeNm>\n"
+                . "\t\t\t\t\t\t\t\t\t\t</Othr>\n\t\t\t\t\t\t\t\t\t</PrvtId>\n\t\t\t\t\t\t\t\t</Id>\n")
             . "\t\t\t\t\t\t\t</OrgnlCdtrSchmeId>\n";
         $details = "\t\t\t\t\t\t<AmdmntInfDtls>\n";
         if (strpos($xml, $details) === false) {

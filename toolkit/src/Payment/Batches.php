@@ -122,7 +122,10 @@ final class Batches implements Receiver
     /** Sum of the good payments of all messages in euro, with two decimals. */
     public function sum(): string
     {
-        $cents = array_sum(array_map(static fn (Payments $message): int => (int) str_replace('.', '', $message->sum()), $this->messages()));
+        $cents = 0;
+        foreach ($this->messages() as $message) {
+            $cents += (int) str_replace('.', '', $message->sum());
+        }
 
         return substr_replace(str_pad((string) $cents, 3, '0', STR_PAD_LEFT), '.', -2, 0);
     }
@@ -163,7 +166,8 @@ final class Batches implements Receiver
             $settled[$key] = self::word($key, $text);
             $code = $this->brokenWord($key, $settled[$key]);
             if ($code !== null) {
-                $known[$key] = [$code, ['value' => Fault::shown(mb_scrub($text, 'UTF-8')), 'rulebook' => $this->options->rulebook]];
+                $facts = ['value' => Fault::shown(mb_scrub($text, 'UTF-8')), 'rulebook' => $this->options->rulebook];
+                $known[$key] = [$code, $facts];
             }
         }
         ksort($settled);
@@ -215,7 +219,7 @@ final class Batches implements Receiver
     /** @param array<string, string> $sorting */
     private function message(array $sorting, int $row, ?string $label): Payments
     {
-        $place = implode("\n", array_map(static fn (string $key): string => "$key $sorting[$key]", array_keys($sorting)));
+        $place = serialize($sorting);
         if (!isset($this->messages[$place])) {
             $notes = new Notes();
             $this->messages[$place] = $this->make($sorting, $notes);
@@ -240,7 +244,9 @@ final class Batches implements Receiver
         $options = isset($sorting['priority']) ? $options->withPriority($sorting['priority']) : $options;
         $options = isset($sorting['type']) ? $options->ofType($sorting['type']) : $options;
 
-        return $this->kind === SEPA_MSGTYPE_CTI ? new Transfers($party, $options, $notes) : new Collections($party, $options, $notes);
+        return $this->kind === SEPA_MSGTYPE_CTI
+            ? new Transfers($party, $options, $notes)
+            : new Collections($party, $options, $notes);
     }
 
     /**

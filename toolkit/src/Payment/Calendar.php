@@ -8,7 +8,9 @@ namespace Sepa\Toolkit\Payment;
 final class Calendar
 {
     /** Days of every year on which TARGET is closed; Good Friday and Easter Monday are the others. */
-    private const CLOSED = ['01-01' => 'new_year', '05-01' => 'labour_day', '12-25' => 'christmas', '12-26' => 'december_26'];
+    private const CLOSED = [
+        '01-01' => 'new_year', '05-01' => 'labour_day', '12-25' => 'christmas', '12-26' => 'december_26',
+    ];
 
     public static function exists(string $date): bool
     {

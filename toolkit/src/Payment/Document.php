@@ -144,7 +144,9 @@ final class Document
 
     private function payment(string $xml, string $addition): string
     {
-        return $this->kind === SEPA_MSGTYPE_CTI ? Additions::toTransfer($xml, $addition) : Additions::toDebit($xml, $addition);
+        return $this->kind === SEPA_MSGTYPE_CTI
+            ? Additions::toTransfer($xml, $addition)
+            : Additions::toDebit($xml, $addition);
     }
 
     /** Payments to which nothing is added. A transfer without remittance information has none, not an empty one. */
@@ -156,7 +158,10 @@ final class Document
     private function copy(int $from, int $to): void
     {
         while ($from < $to) {
-            $end = $to - $from <= self::PIECE ? $to : strpos($this->xml, $this->end, $from + self::PIECE) + strlen($this->end);
+            $end = $to;
+            if ($to - $from > self::PIECE) {
+                $end = strpos($this->xml, $this->end, $from + self::PIECE) + strlen($this->end);
+            }
             $this->done[] = $this->without($from, $end);
             $from = $end;
         }

@@ -67,7 +67,8 @@ final class Fault implements \JsonSerializable
     /**
      * What to do about it.
      *
-     * @param bool|null $german whether 1.190,00 and 31.12.2026 are understood where it is said; as the language has it if null
+     * @param bool|null $german whether 1.190,00 and 31.12.2026 are understood where it is said; as the language has
+     *     it if null
      */
     public function hint(string $locale = 'en', ?bool $german = null): string
     {

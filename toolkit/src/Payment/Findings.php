@@ -33,7 +33,8 @@ final class Findings implements \Countable
     {
         ++$this->count;
         $number = $this->ofCode[$code] = ($this->ofCode[$code] ?? 0) + 1;
-        $column = isset($this->counts[$code][$key]) || count($this->counts[$code] ?? []) < self::KEPT ? (string) $key : '';
+        $isApart = isset($this->counts[$code][$key]) || count($this->counts[$code] ?? []) < self::KEPT;
+        $column = $isApart ? (string) $key : '';
         $this->counts[$code][$column] = ($this->counts[$code][$column] ?? 0) + 1;
         if ($number > self::KEPT && $this->listener === null) {
             return;

@@ -12,6 +12,9 @@ final class Head
 
     private const PRIORITIES = ['HIGH', 'NORM'];
 
+    /** What debits never have. */
+    private const OF_TRANSFERS = ['instant' => 0, 'at' => 0, 'priority' => 0];
+
     private const TIME = '/^(\d{4}-\d\d-\d\d)T([01]\d|2[0-3]):[0-5]\d:[0-5]\d(Z|[+-](0\d|1[0-4]):[0-5]\d)$/D';
 
     /** For each kind: element of the own account, of the submitting party's day, and the end of that day's block. */
@@ -61,7 +64,7 @@ final class Head
             'bic' => !$this->rulebook->wantsBic,
         ]);
         $faults = [];
-        foreach ($isDebit ? array_intersect_key($asked, ['instant' => 0, 'at' => 0, 'priority' => 0]) : [] as $key => $is) {
+        foreach (array_intersect_key($asked, $isDebit ? self::OF_TRANSFERS : []) as $key => $is) {
             $faults[$key] = [$key, 'not_in_debits', []];
         }
         foreach (array_diff_key($asked, $possible) as $key => $is) {
@@ -86,7 +89,8 @@ final class Head
             $odd[] = ['priority', 'instant_priority', []];
         }
         $category = $this->options->category;
-        if ($category !== null && !PurposeCodes::exists(PurposeCodes::CATEGORY, $category) && $this->rulebook->country !== 'AT') {
+        $isTested = $category === null || $this->rulebook->country === 'AT';
+        if (!$isTested && !PurposeCodes::exists(PurposeCodes::CATEGORY, $category)) {
             $odd[] = ['category', 'purpose_unknown', ['value' => Fault::shown($category)]];
         }
 
@@ -136,8 +140,9 @@ final class Head
         }
         if ($category !== null && !preg_match('/^[A-Z0-9]{4}$/D', $category)) {
             $faults['category'] = ['category', 'purpose', ['value' => Fault::shown($category)]];
-        } elseif ($category !== null && $this->rulebook->country === 'AT' && !PurposeCodes::isOld(PurposeCodes::CATEGORY, $category)) {
-            $faults['category'] = ['category', 'purpose_national', ['value' => $category, 'rulebook' => $this->rulebook->name]];
+        } elseif ($category !== null && $this->rulebook->lacksPurpose(PurposeCodes::CATEGORY, $category)) {
+            $facts = ['value' => $category, 'rulebook' => $this->rulebook->name];
+            $faults['category'] = ['category', 'purpose_national', $facts];
         }
         if ($priority !== null && !in_array($priority, self::PRIORITIES, true)) {
             $faults['priority'] = ['priority', 'priority', ['value' => Fault::shown($priority)]];
@@ -154,9 +159,11 @@ final class Head
     {
         [$account, $day] = self::ELEMENTS[$this->kind];
         $dateLine = "\t\t\t<$day>$date</$day>\n";
-        $edits = [$dateLine => $this->kind === SEPA_MSGTYPE_CTI && $this->rulebook->hasDt ? $this->dated($date) : $dateLine];
+        $hasDt = $this->kind === SEPA_MSGTYPE_CTI && $this->rulebook->hasDt;
+        $edits = [$dateLine => $hasDt ? $this->dated($date) : $dateLine];
         if ($this->options->priority !== null) {
-            $edits["\t\t\t<PmtTpInf>\n"] = "\t\t\t<PmtTpInf>\n\t\t\t\t<InstrPrty>{$this->options->priority}</InstrPrty>\n";
+            $priority = "\t\t\t\t<InstrPrty>{$this->options->priority}</InstrPrty>\n";
+            $edits["\t\t\t<PmtTpInf>\n"] = "\t\t\t<PmtTpInf>\n$priority";
         }
         $type = ($this->options->instant ? self::code('LclInstrm', 'INST') : '')
             . ($this->options->category === null ? '' : self::code('CtgyPurp', $this->options->category));
@@ -172,7 +179,8 @@ final class Head
         }
         if ($this->party->bic === '') {
             $bic = $this->rulebook->structured ? 'BICFI' : 'BIC';
-            $edits["\t\t\t\t\t<$bic>" . self::FILLER . "</$bic>\n"] = "\t\t\t\t\t<Othr>\n\t\t\t\t\t\t<Id>NOTPROVIDED</Id>\n\t\t\t\t\t</Othr>\n";
+            $none = "\t\t\t\t\t<Othr>\n\t\t\t\t\t\t<Id>NOTPROVIDED</Id>\n\t\t\t\t\t</Othr>\n";
+            $edits["\t\t\t\t\t<$bic>" . self::FILLER . "</$bic>\n"] = $none;
         }
 
         return $edits;

@@ -13,7 +13,9 @@ use Sepa\Toolkit\Iban\Ibans;
 final class Inspector
 {
     /** As the extension has them, for BICs. */
-    private const OUTSIDE_EEA = ['AD', 'BL', 'CH', 'GB', 'GG', 'GI', 'IM', 'JE', 'MC', 'NC', 'PF', 'PM', 'SM', 'TF', 'VA', 'WF'];
+    private const OUTSIDE_EEA = [
+        'AD', 'BL', 'CH', 'GB', 'GG', 'GI', 'IM', 'JE', 'MC', 'NC', 'PF', 'PM', 'SM', 'TF', 'VA', 'WF',
+    ];
 
     /** Anything but what all texts and ids take at any place. */
     private const NOT_SIMPLE = "~[^A-Za-z0-9 '()+,\\-.:?]~";
@@ -191,12 +193,15 @@ final class Inspector
             return [];
         }
 
-        return self::isOutsideEea($values['iban'] ?? '') ? [$key => [$key === 'addrLine1' ? 'address_line' : 'address', []]] : [];
+        $code = $key === 'addrLine1' ? 'address_line' : 'address';
+
+        return self::isOutsideEea($values['iban'] ?? '') ? [$key => [$code, []]] : [];
     }
 
     /**
      * @param array<string, mixed> $address of the submitting party
-     * @return array{array<string, string>, array<string, array{string, array<string, int|string|list<string>>}>} texts, faults
+     * @return array{array<string, string>, array<string, array{string, array<string, int|string|list<string>>}>}
+     *     texts and faults by key
      */
     public function ownAddress(array $address): array
     {
@@ -204,7 +209,8 @@ final class Inspector
         foreach (array_diff_key($values, Keys::address()) as $key => $text) {
             $faults[$key] = ['unknown_key', ['keys' => implode(', ', array_keys(Keys::address()))]];
         }
-        $faults += $this->faultsOfValues($values) + Address::faults(array_intersect_key($values + $faults, Keys::address()), $this->rulebook);
+        $parts = array_intersect_key($values + $faults, Keys::address());
+        $faults += $this->faultsOfValues($values) + Address::faults($parts, $this->rulebook);
         foreach (array_diff_key($values, $this->added, $faults) as $key => $text) {
             $reason = $this->extension->refusalOf($key, $text);
             $faults += $reason === null ? [] : [$key => $this->reasons->of($reason, $key, $text)];
@@ -226,7 +232,8 @@ final class Inspector
         $isPlain = $isSimple || !preg_match('/[^\x20-\x7E]/', $all);
         foreach ($values as $key => $value) {
             $isUsual = $isPlain && $value !== '' && $value[0] !== ' ';
-            if ($isUsual && (!isset($this->ruled[$key]) || ($isSimple && strlen($value) <= ($this->simple[$key] ?? -1)))) {
+            $asksNoFurther = !isset($this->ruled[$key]) || ($isSimple && strlen($value) <= ($this->simple[$key] ?? -1));
+            if ($isUsual && $asksNoFurther) {
                 continue;
             }
             $fault = ($isUsual ? null : Rules::garbled($value)) ?? $this->rules->broken($key, $value);

@@ -60,7 +60,8 @@ final class Keys
         'name' => ['Name', 'Name', self::BOTH, self::PAYMENT, self::TEXT, 70,
             'beguenstigterzahlungspflichtiger accountholder firma firmenname company companyname'],
         'iban' => ['IBAN', 'IBAN', self::BOTH, self::PAYMENT, self::IBAN, 34,
-            'kontoiban accountiban ibannumber ibankontonummer kontonummeriban ibankonto ibannummer ibannr ibanoderkontonummer'],
+            'kontoiban accountiban ibannumber ibankontonummer kontonummeriban ibankonto ibannummer ibannr '
+            . 'ibanoderkontonummer'],
         'amount' => ['Amount', 'Betrag', self::BOTH, self::PAYMENT, self::AMOUNT, 12,
             'betrageur betragineur betrageuro betragineuro summe zahlbetrag amounteur sum total '
             . 'rechnungsbetrag bruttobetrag gesamtbetrag endbetrag ueberweisungsbetrag einzugsbetrag '
@@ -69,8 +70,9 @@ final class Keys
             'zweck buchungstext remittance remittanceinformation paymentreference details '
             . 'verwendungszweckzeile verwendung betreff zahlungsgrund remittanceinfo paymentdetails description'],
         'date' => ['Date', 'Datum', self::BOTH, self::PAYMENT, self::DATE, 10,
-            'ausfuehrungsdatum ausfuehrung termin faelligkeit faelligkeitsdatum faelligam einzugsdatum duedate executiondate '
-            . 'collectiondate paymentdate zahlungsdatum zahlungstermin ausfuehrungstermin ueberweisungsdatum '
+            'ausfuehrungsdatum ausfuehrung termin faelligkeit faelligkeitsdatum faelligam einzugsdatum duedate '
+            . 'executiondate collectiondate paymentdate zahlungsdatum zahlungstermin ausfuehrungstermin '
+            . 'ueberweisungsdatum '
             . 'faellig faelligzum einzugstermin abbuchungsdatum requestedexecutiondate'],
         'id' => ['End-to-end id', 'Ende-zu-Ende-Id', self::BOTH, self::PAYMENT, self::ID, 35,
             'endezuendereferenz e2eid endtoendreference kundenreferenz endtoendreferenz endezuenderef '
@@ -80,15 +82,16 @@ final class Keys
         'purp' => ['Purpose code', 'Zweckcode', self::BOTH, self::PAYMENT, self::PURPOSE, 4, 'purpose'],
         'rf' => ['Creditor reference', 'Strukturierte Referenz', self::BOTH, self::ADDED, self::RF, 25,
             'rfreferenz rfreference creditorreference structuredreference glaeubigerreferenz referenznummer'],
-        'instr_id' => ['Instruction id', 'Auftrags-Id', self::BOTH, self::ADDED, self::ID, 35, 'instrid auftragsreferenz'],
+        'instr_id' => ['Instruction id', 'Auftrags-Id', self::BOTH, self::ADDED, self::ID, 35,
+            'instrid auftragsreferenz'],
         'ultm_dbtr' => ['Ultimate debtor', 'Abweichender Zahler', self::BOTH, self::ADDED, self::TEXT, 70,
             'abweichenderzahlungspflichtiger abweichenderschuldner ultimatepayer'],
-        'ultm_dbtr_id' => ['Id of the ultimate debtor', 'Id des abweichenden Zahlers', self::BOTH, self::ADDED, self::ID, 35,
-            'ultimatedebtorid'],
+        'ultm_dbtr_id' => ['Id of the ultimate debtor', 'Id des abweichenden Zahlers', self::BOTH, self::ADDED,
+            self::ID, 35, 'ultimatedebtorid'],
         'ultm_cdtr' => ['Ultimate creditor', 'Abweichender Empfänger', self::BOTH, self::ADDED, self::TEXT, 70,
             'abweichenderzahlungsempfaenger abweichenderglaeubiger ultimatepayee ultimatebeneficiary'],
-        'ultm_cdtr_id' => ['Id of the ultimate creditor', 'Id des abweichenden Empfängers', self::BOTH, self::ADDED, self::ID, 35,
-            'ultimatecreditorid'],
+        'ultm_cdtr_id' => ['Id of the ultimate creditor', 'Id des abweichenden Empfängers', self::BOTH, self::ADDED,
+            self::ID, 35, 'ultimatecreditorid'],
         'seq' => ['Sequence type', 'Sequenz', self::DEBIT, self::PAYMENT, self::CODE, 4,
             'sequence sequenztyp sequenzart'],
         'mref' => ['Mandate reference', 'Mandatsreferenz', self::DEBIT, self::PAYMENT, self::ID, 35,
@@ -103,11 +106,12 @@ final class Keys
         'old_iban' => ['Old IBAN', 'Alte IBAN', self::DEBIT, self::PAYMENT, self::IBAN, 34, ''],
         'old_name' => ['Old creditor name', 'Alter Gläubigername', self::DEBIT, self::ADDED, self::TEXT, 70,
             'alternameglaeubiger oldname'],
-        'old_creditor_id' => ['Old creditor identifier', 'Alte Gläubiger-Id', self::DEBIT, self::ADDED, self::CREDITOR, 35,
-            'alteglaeubigeridentifikationsnummer alteglaeubigerid oldcreditorid'],
+        'old_creditor_id' => ['Old creditor identifier', 'Alte Gläubiger-Id', self::DEBIT, self::ADDED,
+            self::CREDITOR, 35, 'alteglaeubigeridentifikationsnummer alteglaeubigerid oldcreditorid'],
         'smnda' => ['Other bank (SMNDA)', 'Andere Bank (SMNDA)', self::DEBIT, self::PAYMENT, self::CODE, 1, ''],
         'own_iban' => ['Own IBAN', 'Eigene IBAN', self::BOTH, self::DOCUMENT, self::IBAN, 34,
-            'auftraggeberiban ibanauftraggeber ibandesauftraggebers auftraggeberkonto eigeneskonto ownaccount orderingaccount'],
+            'auftraggeberiban ibanauftraggeber ibandesauftraggebers auftraggeberkonto eigeneskonto ownaccount '
+            . 'orderingaccount'],
         'type' => ['Kind of direct debit', 'Art der Lastschrift', self::DEBIT, self::DOCUMENT, self::CODE, 4,
             'lastschriftart localinstrument'],
         'instant' => ['Instant payment', 'Echtzeitüberweisung', self::TRANSFER, self::DOCUMENT, self::CODE, 8,
@@ -116,12 +120,14 @@ final class Keys
         'priority' => ['Priority', 'Priorität', self::TRANSFER, self::DOCUMENT, self::CODE, 4, 'dringlichkeit'],
         'addrStreet' => ['Street', 'Straße', self::BOTH, self::FIELDS, self::TEXT, 70, 'streetname'],
         'addrNum' => ['House number', 'Hausnummer', self::BOTH, self::FIELDS, self::TEXT, 16, 'hausnr buildingnumber'],
-        'addrCode' => ['Postcode', 'Postleitzahl', self::BOTH, self::FIELDS, self::TEXT, 16, 'plz postalcode zip zipcode'],
+        'addrCode' => ['Postcode', 'Postleitzahl', self::BOTH, self::FIELDS, self::TEXT, 16,
+            'plz postalcode zip zipcode'],
         'addrTown' => ['Town', 'Ort', self::BOTH, self::FIELDS, self::TEXT, 35, 'stadt wohnort city'],
         'addrCC' => ['Country', 'Land', self::BOTH, self::COUNTRY, self::CODE, 2, 'laendercode countrycode'],
         'addrLine1' => ['Address line 1', 'Adresszeile 1', self::BOTH, self::LINES, self::TEXT, 70,
             'adresse anschrift adresse1 address address1'],
-        'addrLine2' => ['Address line 2', 'Adresszeile 2', self::BOTH, self::LINES, self::TEXT, 70, 'adresse2 address2'],
+        'addrLine2' => ['Address line 2', 'Adresszeile 2', self::BOTH, self::LINES, self::TEXT, 70,
+            'adresse2 address2'],
         'addrDept' => ['Department', 'Abteilung', self::BOTH, self::FIELDS, self::TEXT, 70, ''],
         'addrSubDept' => ['Sub-department', 'Unterabteilung', self::BOTH, self::FIELDS, self::TEXT, 70, ''],
         'addrBldg' => ['Building', 'Gebäude', self::BOTH, self::FIELDS, self::TEXT, 35, ''],

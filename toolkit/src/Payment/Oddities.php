@@ -59,17 +59,17 @@ final class Oddities
         if ($isOwn || !$this->commonTold) {
             $this->commonTold = $this->commonTold || !$isOwn;
             foreach ($this->dates[$date] ?? $this->oddInDate($date) as [$code, $facts]) {
-                $this->notes->warnings->add($isOwn ? $row : null, $isOwn ? $label : null, 'date', $code, $facts);
+                $this->add($isOwn ? $row : null, $isOwn ? $label : null, 'date', $code, $facts);
             }
         }
         if (isset($values['bic'])) {
             $this->bic($values['bic'], $values['iban'], $row, $label);
         }
         if (isset($values['purp']) && !PurposeCodes::exists(PurposeCodes::PURPOSE, $values['purp'])) {
-            $this->notes->warnings->add($row, $label, 'purp', 'purpose_unknown', ['value' => $values['purp']]);
+            $this->add($row, $label, 'purp', 'purpose_unknown', ['value' => $values['purp']]);
         }
         if ($this->isInstant && Inspector::isOutsideEea($values['iban'])) {
-            $this->notes->warnings->add($row, $label, 'iban', 'instant_outside_eea');
+            $this->add($row, $label, 'iban', 'instant_outside_eea');
         }
         if (isset($values['addrLine1']) || isset($values['addrLine2'])) {
             $this->address($values, $row, $label);
@@ -83,8 +83,15 @@ final class Oddities
     public function address(array $values, ?int $row, ?string $label): void
     {
         if (!$this->rulebook->structured && (isset($values['addrLine1']) || isset($values['addrLine2']))) {
-            $this->notes->warnings->add($row, $label, isset($values['addrLine1']) ? 'addrLine1' : 'addrLine2', 'address_lines', ['date' => self::NO_LINES]);
+            $key = isset($values['addrLine1']) ? 'addrLine1' : 'addrLine2';
+            $this->add($row, $label, $key, 'address_lines', ['date' => self::NO_LINES]);
         }
+    }
+
+    /** @param array<string, int|string> $facts */
+    private function add(?int $row, ?string $label, string $key, string $code, array $facts = []): void
+    {
+        $this->notes->warnings->add($row, $label, $key, $code, $facts);
     }
 
     /** @param array<string, string> $values */
@@ -92,13 +99,13 @@ final class Oddities
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {
-            $this->notes->warnings->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
+            $this->add($row, $label, 'id', 'duplicate_id', ['row' => $this->ids[$id]]);
         } elseif ($id !== null) {
             $this->ids[$id] = $row;
         }
         $payment = "{$values['iban']} $cents";
         if (isset($this->payments[$payment])) {
-            $this->notes->warnings->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
+            $this->add($row, $label, 'amount', 'duplicate_payment', ['row' => $this->payments[$payment]]);
         } else {
             $this->payments[$payment] = $row;
         }
@@ -109,7 +116,7 @@ final class Oddities
         $bank = strtoupper(substr($bic, 4, 2));
         $country = substr($iban, 0, 2);
         if ($bank !== $country && !in_array($bank, self::SERVED[$country] ?? [], true)) {
-            $this->notes->warnings->add($row, $label, 'bic', 'bic_other_country', ['bank' => $bank, 'country' => $country]);
+            $this->add($row, $label, 'bic', 'bic_other_country', ['bank' => $bank, 'country' => $country]);
         }
     }
 
@@ -121,14 +128,15 @@ final class Oddities
     {
         $rulebook = $this->rulebook->name;
         if ($values['mdate'] > $date) {
-            $this->notes->warnings->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
+            $this->add($row, $label, 'mdate', 'date_order', ['signed' => $values['mdate'], 'date' => $date]);
         }
         if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::OLD) {
-            $this->notes->warnings->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook]);
+            $this->add($row, $label, 'smnda', 'smnda_national', ['rulebook' => $rulebook]);
         }
-        if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::FIRST && strtoupper($values['seq']) !== 'FRST') {
-            $values = ['sequence' => $values['seq'], 'rulebook' => $rulebook];
-            $this->notes->warnings->add($row, $label, 'smnda', 'smnda_sequence', $values);
+        $isFirst = strtoupper($values['seq']) === 'FRST';
+        if (isset($values['smnda']) && $this->rulebook->smnda === Rulebook::FIRST && !$isFirst) {
+            $facts = ['sequence' => $values['seq'], 'rulebook' => $rulebook];
+            $this->add($row, $label, 'smnda', 'smnda_sequence', $facts);
         }
     }
 

@@ -87,7 +87,8 @@ abstract class Payments implements Receiver
     {
         $own = ['name' => $this->transliterated('name', $party->name, null, null)];
         $party = $party->named(($this->shortens ? $this->shortened($own, null, null) : $own)['name']);
-        $party = $party->withAccount($party->iban, $this->ownBic($party, $options))->livingAt($this->ownAddress($party));
+        $party = $party->withAccount($party->iban, $this->ownBic($party, $options))
+            ->livingAt($this->ownAddress($party));
         $this->head = new Head($party, $options, $this->rulebook, static::KIND);
         foreach ($this->head->faults() as [$key, $code, $values]) {
             $this->refuse(null, null, $key, $code, $values);
@@ -237,7 +238,8 @@ abstract class Payments implements Receiver
         }
         $faults = $this->inspector->inWordsOfExtension($values, $faults, $text);
         // In the order of the caller's keys, what is missing at the end.
-        foreach (array_filter(array_replace(array_intersect_key($values, $faults), $faults)) as $key => [$code, $found]) {
+        $faults = array_filter(array_replace(array_intersect_key($values, $faults), $faults));
+        foreach ($faults as $key => [$code, $found]) {
             $this->refuse($row, $label, (string) $key, $code, $found);
         }
 

@@ -87,7 +87,9 @@ final class Reasons
             case 'message_id':
                 return ['limit' => Keys::limit($key)];
             case 'rulebook':
-                return ['rulebook' => $this->rulebook->name, 'structured' => $this->rulebook->structured ? 'yes' : 'no'];
+                $structured = $this->rulebook->structured ? 'yes' : 'no';
+
+                return ['rulebook' => $this->rulebook->name, 'structured' => $structured];
             default:
                 return ['value' => Fault::shown($value), 'rulebook' => $this->rulebook->name];
         }

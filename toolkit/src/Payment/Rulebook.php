@@ -26,10 +26,13 @@ final class Rulebook
     /** At least some banks take pain.001.001.03, pain.008.001.02 and older ones until this day. */
     private const NOVEMBER_2026 = '2026-11-14';
 
-    private const COLUMNS = ['country', 'structured', 'wantsBic', 'hasDt', 'fewerInIds', 'smnda', 'outsideEea', 'instant', 'ends'];
+    private const COLUMNS = [
+        'country', 'structured', 'wantsBic', 'hasDt', 'fewerInIds', 'smnda', 'outsideEea', 'instant', 'ends',
+    ];
 
     private const ROWS = [
-        //           country, address by fields, BIC, Dt, fewer characters in ids, SMNDA, address outside the EEA, instant, ends
+        //           country, address by fields, BIC, Dt, fewer characters in ids, SMNDA, address outside the EEA,
+        //           instant, ends
         'DE-2.6' => ['DE', false, true, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
         'DE-2.7' => ['DE', false, false, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
         'DE-2.8' => ['DE', false, false, false, false, self::FIRST, '', false, self::NOVEMBER_2026],
@@ -97,6 +100,12 @@ final class Rulebook
     public static function names(): array
     {
         return array_keys(self::ROWS);
+    }
+
+    /** Whether its banks' schemas have a list of purposes, and not this one. */
+    public function lacksPurpose(string $list, string $code): bool
+    {
+        return $this->country === 'AT' && !PurposeCodes::isOld($list, $code);
     }
 
     /**

@@ -16,7 +16,9 @@ final class Rules
     /** Form of the national part of a creditor identifier, where it is known. */
     private const CREDITOR_IDS = ['DE' => '\d{11}', 'AT' => '\d{11}', 'NL' => '\d{12}'];
 
-    private const RULED = [Keys::AMOUNT => 0, Keys::DATE => 0, Keys::PURPOSE => 0, Keys::ID => 0, Keys::CREDITOR => 0, Keys::RF => 0];
+    private const RULED = [
+        Keys::AMOUNT => 0, Keys::DATE => 0, Keys::PURPOSE => 0, Keys::ID => 0, Keys::CREDITOR => 0, Keys::RF => 0,
+    ];
 
     /** ISO 11649: RF, two check digits, up to 21 letters and digits. */
     private const RF = '/^RF\d\d[A-Z0-9]{1,21}$/D';
@@ -117,9 +119,10 @@ final class Rules
         if (!preg_match('/^[A-Z0-9]{4}$/D', $value)) {
             return ['purpose', ['value' => Fault::shown($value)]];
         }
-        $isMissing = $this->rulebook->country === 'AT' && !PurposeCodes::isOld(PurposeCodes::PURPOSE, $value);
 
-        return $isMissing ? ['purpose_national', ['value' => $value, 'rulebook' => $this->rulebook->name]] : null;
+        return $this->rulebook->lacksPurpose(PurposeCodes::PURPOSE, $value)
+            ? ['purpose_national', ['value' => $value, 'rulebook' => $this->rulebook->name]]
+            : null;
     }
 
     /** Whether it is a creditor reference with the right check digits. */
@@ -176,7 +179,8 @@ final class Rules
     private function brokenCreditorId(string $value): ?array
     {
         $national = self::CREDITOR_IDS[substr($value, 0, 2)] ?? '[A-Z0-9]{1,28}';
-        $isGood = preg_match("/^[A-Z]{2}\\d{2}[A-Z0-9]{3}$national$/D", $value) && $this->extension->isCreditorId($value);
+        $isGood = preg_match("/^[A-Z]{2}\\d{2}[A-Z0-9]{3}$national$/D", $value)
+            && $this->extension->isCreditorId($value);
 
         return $isGood ? null : ['creditor_id', ['value' => Fault::shown($value)]];
     }

@@ -11,7 +11,8 @@ final class Transliterator
 {
     /** What has a usual stand-in that transliteration does not know. */
     private const STAND_INS = [
-        'Ä' => 'Ae', 'Ö' => 'Oe', 'Ü' => 'Ue', '&' => '+', '_' => '-', '@' => '(at)', '%' => 'v.H.', '€' => 'EUR', '§' => 'Par.', '°' => '.',
+        'Ä' => 'Ae', 'Ö' => 'Oe', 'Ü' => 'Ue', '&' => '+', '_' => '-', '@' => '(at)', '%' => 'v.H.', '€' => 'EUR',
+        '§' => 'Par.', '°' => '.',
     ];
 
     private Extension $extension;
