@@ -13,7 +13,7 @@ get_engine() {
         7.4) debian_root bullseye php7.4-cli php7.4-json php7.4-xml php7.4-dev ;;
         8.4) debian_root trixie php-cli php-xml php-dev ;;
         8.5 | 8.6) debian_root experimental "php$1-cli" "php$1-dev" ;;
-        i386) debian_root bookworm php-cli php-dev ;;
+        i386) need arch-test arch-test && debian_root bookworm php-cli php-dev ;;
         7.4-zts) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts ;;
         7.4-zts-debug) debian_source bullseye php7.4 --enable-json --enable-maintainer-zts --enable-debug ;;
         8.4-zts) debian_source trixie php8.4 --enable-zts ;;
