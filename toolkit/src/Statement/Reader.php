@@ -67,6 +67,16 @@ final class Reader implements \IteratorAggregate
         return new self(static fn (): array => [Source::string($text, $name)]);
     }
 
+    /** @param array<string, string> $texts contents of files by name */
+    public static function texts(array $texts): self
+    {
+        return new self(static function () use ($texts): \Generator {
+            foreach ($texts as $name => $text) {
+                yield Source::string($text, (string) $name);
+            }
+        });
+    }
+
     /**
      * What is wrong with the files as wholes, after all statements have been walked over.
      *

@@ -77,38 +77,31 @@ final class Input
     }
 
     /**
-     * Path of an uploaded file, null if none was chosen. It goes with the request.
+     * Uploaded files, as path and name. They go with the request.
      *
-     * @throws Refused if it is too large or did not come through
+     * @return list<array{string, string}>
+     * @throws Refused if one is too large or did not come through
      */
-    public function upload(string $name): ?string
+    public function uploads(string $name): array
     {
-        $file = $this->files[$name] ?? null;
-        if ($file === null) {
-            return null;
-        }
-        if (!$file instanceof UploadedFile) {
-            throw new Refused('refused.broken_file', 400);
-        }
-        if (in_array($file->getError(), [UPLOAD_ERR_INI_SIZE, UPLOAD_ERR_FORM_SIZE], true)) {
-            throw new Refused('refused.large_file', 413);
-        }
-        if (!$file->isValid()) {
-            throw new Refused('refused.broken_file', 400);
-        }
-        if ($file->getSize() > self::MAX_UPLOAD) {
-            throw new Refused('refused.large_file', 413);
+        $uploads = [];
+        foreach (is_array($this->files[$name] ?? null) ? $this->files[$name] : [$this->files[$name] ?? null] as $file) {
+            if ($file === null) {
+                continue;
+            }
+            if (!$file instanceof UploadedFile) {
+                throw new Refused('refused.broken_file', 400);
+            }
+            if (in_array($file->getError(), [UPLOAD_ERR_INI_SIZE, UPLOAD_ERR_FORM_SIZE], true) || ($file->isValid() && $file->getSize() > self::MAX_UPLOAD)) {
+                throw new Refused('refused.large_file', 413);
+            }
+            if (!$file->isValid()) {
+                throw new Refused('refused.broken_file', 400);
+            }
+            $uploads[] = [$file->getPathname(), self::line($file->getClientOriginalName())];
         }
 
-        return $file->getPathname();
-    }
-
-    /** What a chosen file is called; null if none was chosen. */
-    public function fileName(string $name): ?string
-    {
-        $file = $this->files[$name] ?? null;
-
-        return $file instanceof UploadedFile ? self::line($file->getClientOriginalName()) : null;
+        return $uploads;
     }
 
     /**

@@ -80,14 +80,14 @@ final class PaymentPage implements Page
     private function take(PaymentForm $form, Input $input): ?array
     {
         $table = null;
-        $path = $input->upload('file');
+        $uploads = $input->uploads('file');
         if ($input->action() === 'drop') {
             $form->drop(null);
         } elseif ($input->action() === 'example' && $form->isEmpty()) {
             $form->party = array_intersect_key(self::EXAMPLE_PARTY, $form->party) + $form->party;
             $table = Table::file(self::EXAMPLES[$this->kind], basename(self::EXAMPLES[$this->kind]));
-        } elseif ($path !== null) {
-            $table = Table::file($path, (string) $input->fileName('file'));
+        } elseif ($uploads) {
+            $table = Table::file(...$uploads[0]);
         } elseif (trim($input->block('pasted')) !== '') {
             $table = Table::pasted($input->block('pasted'), $this->view->text('payment.pasted'));
         }

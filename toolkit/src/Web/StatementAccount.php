@@ -12,8 +12,11 @@ use Sepa\Toolkit\Statement\Statement;
 /** Statements of one account that follow from each other, as far as they are shown. */
 final class StatementAccount
 {
-    /** @var string the account's number, grouped if it is an IBAN; empty if it is not named */
+    /** @var string the IBAN, grouped, else the account as the bank writes it; empty if it is not named */
     public string $name;
+
+    /** @var string|null the bank's name */
+    public ?string $bank;
 
     public string $currency;
 
@@ -23,20 +26,26 @@ final class StatementAccount
 
     public ?BalanceChart $chart;
 
-    /** @var list<array{statement: Statement, rows: list<array{booking: Booking, balance: \Sepa\Toolkit\Statement\Amount|null}>, rest: int}> */
+    /** @var list<array{id: string, statement: Statement, rows: list<array{booking: Booking, balance: \Sepa\Toolkit\Statement\Amount|null}>}> */
     public array $statements = [];
 
     public function __construct(Statement $first)
     {
-        $isIban = preg_match('/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D', $first->account);
-        $this->name = $isIban ? Ibans::grouped($first->account) : $first->account;
+        $isGerman = preg_match('~^(\d{8})/(\d{1,10})$~D', $first->account, $part);
+        $iban = Ibans::check($isGerman ? (string) Ibans::convert($part[2], $part[1])->iban : $first->account);
+        $this->name = $iban->valid ? Ibans::grouped($iban->iban) : $first->account;
+        $this->bank = $iban->bank;
         $this->currency = $first->currency;
         $this->opening = $first->opening;
         $this->chart = $first->opening ? new BalanceChart($first->currency, $first->opening->amount->units) : null;
     }
 
-    /** @param int|null $most bookings that are shown; null if the statement itself is not */
-    public function add(Statement $statement, ?int $most): void
+    /**
+     * @param string $id of the statement on the page
+     * @param callable(Booking): bool $isShown asked once for each booking
+     * @param bool $showsEmpty whether it is shown without bookings
+     */
+    public function add(Statement $statement, string $id, callable $isShown, bool $showsEmpty): void
     {
         $rows = [];
         $balance = $statement->opening ? $statement->opening->amount : null;
@@ -45,13 +54,19 @@ final class StatementAccount
             if ($this->chart && $balance) {
                 $this->chart->add($balance->units);
             }
-            if (count($rows) < $most) {
+            if ($isShown($booking)) {
                 $rows[] = ['booking' => $booking, 'balance' => $balance];
             }
         }
+        foreach ($statement->pending as $booking) {
+            if ($isShown($booking)) {
+                $rows[] = ['booking' => $booking, 'balance' => null];
+            }
+        }
         $this->closing = $statement->closing;
-        if ($most !== null) {
-            $this->statements[] = ['statement' => $statement, 'rows' => $rows, 'rest' => count($statement->bookings) - count($rows)];
+        $isEmpty = count($statement->bookings) + count($statement->pending) === 0;
+        if ($rows || ($isEmpty && $showsEmpty)) {
+            $this->statements[] = ['id' => $id, 'statement' => $statement, 'rows' => $rows];
         }
     }
 }

@@ -4,19 +4,21 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
+use Sepa\Toolkit\Statement\Booking;
 use Sepa\Toolkit\Statement\Reader;
 use Sepa\Toolkit\Statement\Statement;
 use Symfony\Component\HttpFoundation\Response;
 
-/** Reads a statement file and shows its bookings and the running balance. */
+/** Reads files of statements, shows their bookings with the running balance, and finds among them. */
 final class StatementPage implements Page
 {
     private const EXAMPLE = __DIR__ . '/../../../examples/statement.sta';
 
-    /** Of one file; the rest is counted. */
-    private const MAX_STATEMENTS = 100;
+    /** Bookings of a page. */
+    private const SHOWN = 200;
 
-    private const MAX_BOOKINGS = 500;
+    /** Statements without bookings, and links to those that are to be looked at; the rest is counted. */
+    private const MAX_STATEMENTS = 100;
 
     private View $view;
 
@@ -27,50 +29,94 @@ final class StatementPage implements Page
 
     public function respond(Input $input, ?array $notice): Response
     {
-        $values = ['hasExample' => is_file(self::EXAMPLE), 'accounts' => [], 'result' => null];
-        if ($input->action() !== '') {
-            $path = $input->action() === 'example' ? self::EXAMPLE : $input->upload('file');
-            $values = ($path === null ? ['result' => ['statements' => null]] : $this->read(Reader::file($path))) + $values;
+        $action = $input->action();
+        $search = new Search($input);
+        $files = $action === 'example' ? Files::example(self::EXAMPLE) : Files::of($input);
+        if ($action === 'csv' && $files->contents) {
+            return Spreadsheet::download($this->rows($files, $search), 'bookings.csv');
+        }
+        $page = max(1, (int) $input->text('p'));
+        $values = $action !== '' && $files->contents ? $this->read($files, $search, $page) : ['result' => null, 'accounts' => []];
+        if (!$files->contents && !in_array($action, ['', 'again'], true)) {
+            $notice = ['kind' => 'bad', 'heading' => $this->view->text('statement.choose')];
         }
 
-        return $this->view->page('statement', $values + ['notice' => $notice]);
+        return $this->view->page('statement', $values + [
+            'notice' => $notice,
+            'hasExample' => is_file(self::EXAMPLE),
+            'packed' => $files->packed(),
+            'files' => array_map('strval', array_keys($files->contents)),
+            'search' => $search,
+            'page_number' => $page,
+            // Without its files nothing of it can be shown again.
+            'did' => $files->contents ? 'again' : '',
+        ]);
     }
 
     /** @return array<string, mixed> */
-    private function read(Reader $reader): array
+    private function read(Files $files, Search $search, int $page): array
     {
-        $accounts = [];
+        $reader = Reader::texts($files->contents);
+        $accounts = $wanting = [];
         $last = null;
-        $statements = $bookings = $good = 0;
+        $statements = $bookings = $found = $empty = $good = 0;
+        $isShown = function (Booking $booking) use ($search, $page, &$found): bool {
+            return $search->finds($booking) && (int) ceil(++$found / self::SHOWN) === $page;
+        };
         foreach ($reader as $statement) {
-            $good += $statement->balanced && !$statement->faults ? 1 : 0;
+            ++$statements;
             if (!$last || !self::follows($last, $statement)) {
                 $accounts[] = new StatementAccount($statement);
             }
-            $isShown = ++$statements <= self::MAX_STATEMENTS;
-            end($accounts)->add($statement, $isShown ? max(0, self::MAX_BOOKINGS - $bookings) : null);
-            $bookings += count($statement->bookings);
+            if (!$statement->isGood() && count($wanting) < self::MAX_STATEMENTS) {
+                $wanting[] = ['statement' => $statement, 'id' => "s$statements", 'page' => intdiv($found, self::SHOWN) + 1];
+            }
+            $good += $statement->isGood() ? 1 : 0;
+            $showsEmpty = $search->isEmpty() && $page === 1 && ++$empty <= self::MAX_STATEMENTS;
+            end($accounts)->add($statement, "s$statements", $isShown, $showsEmpty);
+            $bookings += count($statement->bookings) + count($statement->pending);
             $last = $statement;
         }
-        $faults = $reader->faults();
 
         return [
             'accounts' => array_filter($accounts, static fn (StatementAccount $account): bool => $account->statements !== []),
-            'faults' => count($faults) + $statements - $good,
+            'faults' => count($reader->faults()) + $statements - $good,
             'result' => [
                 'statements' => $statements,
                 'bookings' => $bookings,
+                'found' => $found,
+                'pages' => (int) ceil($found / self::SHOWN),
                 'wanting' => $statements - $good,
-                'faults' => $faults,
-                'isCut' => $statements > self::MAX_STATEMENTS || $bookings > self::MAX_BOOKINGS,
-                'most' => [self::MAX_STATEMENTS, self::MAX_BOOKINGS],
+                'links' => $wanting,
+                'faults' => $reader->faults(),
+                'hints' => $reader->hints(),
             ],
         ];
+    }
+
+    /** @return iterable<list<string>> of what is found */
+    private function rows(Files $files, Search $search): iterable
+    {
+        yield array_map([$this->view, 'text'], array_map(static fn (string $key): string => "detail.$key", [
+            'own', 'number', 'booked', 'valuta', 'amount', 'currency', 'name', 'account', 'bank', 'remittance', 'txtext', 'eref', 'mref', 'file',
+        ]));
+        $day = static fn (?\DateTimeInterface $day): string => $day ? $day->format('d.m.Y') : '';
+        foreach (Reader::texts($files->contents) as $statement) {
+            foreach ($statement->bookings as $booking) {
+                if ($search->finds($booking)) {
+                    yield array_map('strval', [
+                        $statement->account, $statement->number, $day($booking->booked), $day($booking->valuta), $booking->amount->text(','),
+                        $statement->currency, $booking->name, $booking->account, $booking->bank, $booking->remittance(), $booking->txtext,
+                        $booking->eref, $booking->mref, $statement->file,
+                    ]);
+                }
+            }
+        }
     }
 
     /** Whether a statement goes on where another ended. */
     private static function follows(Statement $last, Statement $next): bool
     {
-        return $last->account === $next->account && $last->balanced && $next->opening && $last->closing->amount == $next->opening->amount;
+        return $last->account === $next->account && $last->balanced && $last->closing && $next->opening && $last->closing->amount == $next->opening->amount;
     }
 }

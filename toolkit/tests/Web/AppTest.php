@@ -117,17 +117,42 @@ final class AppTest extends TestCase
         $tried = [
             422 => [self::upload(':20:x')],
             413 => [self::upload(str_repeat('x', Input::MAX_UPLOAD + 1)), self::upload('', UPLOAD_ERR_INI_SIZE)],
-            400 => [self::upload('', UPLOAD_ERR_PARTIAL), ['file' => [self::upload('')['file']]]],
+            400 => [self::upload('', UPLOAD_ERR_PARTIAL), ['file' => [[self::upload('')['file']]]]],
         ];
         foreach ($tried as $status => $uploads) {
             foreach ($uploads as $files) {
-                $path = (is_array($files['file']) ? $files['file'][0] : $files['file'])->getPathname();
+                $path = (is_array($files['file']) ? $files['file'][0][0] : $files['file'])->getPathname();
                 $answer = self::post('transfer', ['do' => 'check', 'name' => 'Zimmerei', 'row' => [['name' => 'Typed']]], $files);
                 self::assertSame($status, $answer->getStatusCode());
                 self::assertStringContainsString('value="Zimmerei"', $answer->getContent());
                 self::assertStringContainsString('value="Typed"', $answer->getContent());
                 self::assertFileDoesNotExist($path);
             }
+        }
+    }
+
+    public function testStatementsTravelPackedAndAreSearched(): void
+    {
+        $booking = ":61:2611271127%s%d,40NTRFNONREF\n:86:166?00X?20EREF+E-%1\$d?21SVWZ+Rechnung %1\$d?32Kunde =%1\$d\n";
+        $text = ":20:1\n:25:37040044/532013000\n:28C:%d/1\n:60F:C261126EUR1,\n%s:62F:C261127EUR%s\n-\n";
+        $bookings = implode('', array_map(static fn (int $i): string => strtr($booking, ['%s' => 'C', '%d' => $i, '%1$d' => $i]), range(1, 450)));
+        $good = sprintf($text, 1, $bookings, '101656,');
+        $files = ['file' => [self::upload((string) gzencode($good))['file'], self::upload(sprintf($text, 2, '', '5,'))['file']]];
+        $read = self::post('statement', ['do' => 'read'], $files);
+        self::assertStringContainsString('2 statements, 450 bookings: 1 to be looked at', $read->getContent());
+        self::assertStringContainsString('DE89 3704 0044 0532 0130 00', $read->getContent());
+        self::assertSame(200, substr_count($read->getContent(), '<td><strong'));
+        $carried = array_diff_key(self::fields($read), ['file' => 1]);
+        foreach ([[['p' => '3'], 50, 'Rechnung 450'], [['q' => 'e-441 KUNDE'], 1, 'Rechnung 441'], [['q' => '44,40'], 1, 'Rechnung 44'], [['q' => 'E-44'], 11, 'Rechnung 449'], [['from' => '28.11.2026', 'do' => 'read'], 0, 'Found: 0']] as [$asked, $rows, $part]) {
+            $page = self::post('statement', $asked + $carried)->getContent();
+            self::assertSame($rows, substr_count($page, '<td><strong'), $part);
+            self::assertStringContainsString($part, $page);
+        }
+        $csv = explode("\r\n", self::post('statement', ['do' => 'csv', 'q' => 'E-44'] + $carried)->getContent());
+        self::assertCount(13, $csv);
+        self::assertStringContainsString(';27.11.2026;44,40;EUR;"Kunde =44";', $csv[1]);
+        foreach (['x', base64_encode('x'), base64_encode((string) gzencode("\xFF\xFF\xFF\xFF\0\0\0\1ab"))] as $odd) {
+            self::assertSame(200, self::post('statement', ['did' => 'again', 'packed' => $odd])->getStatusCode());
         }
     }
 

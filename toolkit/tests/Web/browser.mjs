@@ -2,6 +2,7 @@
 // Screenshots and downloads go to the folder. Run by script/test-page.
 import { createRequire } from 'node:module';
 import { readFileSync } from 'node:fs';
+import { gzipSync } from 'node:zlib';
 
 const [address, folder, browserPath, only = ''] = process.argv.slice(2);
 const { chromium } = createRequire(`${folder}/`)('playwright-core');
@@ -237,6 +238,25 @@ await test('200 IBANs are checked and come back in their order', 'iban', async p
     equal(csv.slice(1, 201).map(line => line.split(';')[0]), lines);
 });
 
+await test('a booking of a packed file is found by its reference', 'statement', async page => {
+    await page.setInputFiles('#f-file', [
+        { name: 'november.sta.gz', mimeType: 'application/gzip', buffer: gzipSync(readFileSync(`${examples}statement.sta`)) },
+        file('leer.sta', ':20:1\r\n:25:37040044/532013000\r\n:60F:C261126EUR1,\r\n:62F:C261126EUR2,\r\n-\r\n'),
+    ]);
+    await press(page, 'Datei lesen');
+    equal(await heading(page), '6 Auszüge, 9 Buchungen: 1 Auszug ist zu prüfen');
+    await page.locator('.notice a').first().click();
+    equal(await page.evaluate(() => document.querySelector(':target h3').innerText.replace(/\s+/g, ' ')), 'Auszug Differenz 1,00');
+    await fill(page, { q: 'jäger', from: '27.11.2026' });
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('text=Gefunden: 1 Buchung');
+    equal(await page.locator('.bookings strong').allInnerTexts(), ['Familie Jäger']);
+    equal((await download(page, () => press(page, 'Als CSV-Datei herunterladen'))).text.includes(';4760,00;EUR;"Familie Jäger";'), true);
+    await press(page, 'IBAN');
+    await press(page, 'Kontoauszüge');
+    equal(await page.locator('.bookings strong').allInnerTexts(), ['Familie Jäger']);
+});
+
 await test('damage in a statement is told, and nothing in it is taken for HTML', 'statement', async page => {
     await upload(page, 'x.sta', `:20:${html}\n:25:${html}\n:60F:C261126EUR1,00\n:61:261127RC0,40NTRF${html}\n:86:166?00${html}?20${html}?32${html}\n:86`);
     await press(page, 'Datei lesen');
@@ -245,8 +265,6 @@ await test('damage in a statement is told, and nothing in it is taken for HTML',
     equal(await page.locator('.bookings strong').innerText(), html);
     equal(await page.locator('.badge').first().innerText(), 'abgeschnitten');
     equal(await page.locator('.bookings .money').nth(1).innerText(), '−0,40');
-    await press(page, 'Datei lesen');
-    equal(await heading(page), 'Bitte wählen Sie zuerst eine Datei.');
     await page.setInputFiles('#f-file', file('large.sta', 'x'.repeat(12 * 1024 * 1024)));
     await press(page, 'Datei lesen');
     equal(await heading(page), 'Die Datei ist zu groß: Sie darf 10 MB haben. Ihre Eingaben sind noch da.');
@@ -264,6 +282,11 @@ const states = {
         await press(page, 'Prüfen');
     }],
     'statement': ['statement', page => press(page, 'Beispiel zeigen')],
+    'statement-search': ['statement', async page => {
+        await press(page, 'Beispiel zeigen');
+        await fill(page, { q: 'november' });
+        await press(page, 'Suchen');
+    }],
     'statement-faults': ['statement', async page => {
         await upload(page, 'x.sta', readFileSync(`${examples}statement.sta`, 'utf8').replace('C261127EUR16556,78', 'C261127EUR16556,79').slice(0, 1500));
         await press(page, 'Datei lesen');
