@@ -4,10 +4,9 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
-use Sepa\Toolkit\Payment\Collections;
+use Sepa\Toolkit\Payment\Batches;
 use Sepa\Toolkit\Payment\Options;
 use Sepa\Toolkit\Payment\Party;
-use Sepa\Toolkit\Payment\Payments;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
 use Symfony\Component\Console\Input\InputInterface;
@@ -35,9 +34,9 @@ final class DebitCommand extends PaymentsCommand
         }
     }
 
-    protected function payments(InputInterface $input): Payments
+    protected function payments(InputInterface $input): Batches
     {
-        $this->need($input, ['name', 'iban', 'bic', 'creditor-id']);
+        $this->need($input, ['name', 'iban', 'creditor-id']);
         self::oneOf('type', $input, array_keys(Options::TYPES));
         self::oneOf('seq', $input, self::SEQUENCES);
         $party = Party::creditor(
@@ -47,7 +46,9 @@ final class DebitCommand extends PaymentsCommand
             $input->getOption('creditor-id')
         );
 
-        return new Collections($party, $this->options($input)->ofType($input->getOption('type')));
+        $options = $this->options($input)->ofType($input->getOption('type'));
+
+        return Batches::collections($this->located($party, $input), $options);
     }
 
     protected function common(InputInterface $input): array

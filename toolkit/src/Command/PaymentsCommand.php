@@ -5,11 +5,12 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Command;
 
 use Sepa\Toolkit\Csv\Reader;
+use Sepa\Toolkit\Payment\Batches;
 use Sepa\Toolkit\Payment\Columns;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Options;
-use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Symfony\Component\Console\Completion\CompletionInput;
@@ -22,7 +23,7 @@ use Symfony\Component\Console\Output\OutputInterface;
 /** A command that makes a document for the bank out of a CSV file. */
 abstract class PaymentsCommand extends TranslatedCommand
 {
-    abstract protected function payments(InputInterface $input): Payments;
+    abstract protected function payments(InputInterface $input): Batches;
 
     /** SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI. */
     abstract protected function kind(): int;
@@ -39,8 +40,9 @@ abstract class PaymentsCommand extends TranslatedCommand
         array_map([$this, 'value'], ['name', 'iban', 'bic']);
         $this->value('rulebook', Rulebook::LATEST);
         array_map([$this, 'value'], ['date', 'message-id']);
-        array_map([$this, 'flag'], ['single-booking', 'german', 'transliterate', 'shorten']);
-        array_map([$this, 'values'], ['map', 'ignore']);
+        array_map([$this, 'value'], ['category', 'currency']);
+        array_map([$this, 'flag'], ['no-bic', 'hybrid', 'single-booking', 'german', 'transliterate', 'shorten']);
+        array_map([$this, 'values'], ['address', 'map', 'ignore']);
         $this->flag('template');
         $this->value('output', null, 'o');
         $this->getDefinition()->addOptions(Rows::options($this->words));
@@ -57,9 +59,7 @@ abstract class PaymentsCommand extends TranslatedCommand
         $payments = $this->payments($input);
         $reader = Reader::open($input->getArgument('file'));
         $file = self::output($input);
-        if ($file !== null && $reader->reads($file)) {
-            throw new Failure('same_file', ['file' => $file]);
-        }
+        self::demandOther($reader, $file === null ? [] : [$file]);
         $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'), $this->map($input), $this->common($input));
         $report = new Report($input, $output, $this->words, $sheet, $file !== null);
         $progress = Progress::ofTable($output, $reader);
@@ -69,7 +69,9 @@ abstract class PaymentsCommand extends TranslatedCommand
         $report->end($payments);
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
 
-        return $payments->faults() ? $this->refuse($payments, $input, $errors) : $this->deliver($payments, $input, $output, $errors);
+        return $payments->faults()
+            ? $this->refuse($payments, $input, $errors)
+            : $this->deliver($payments, $reader, $input, $output, $errors);
     }
 
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
@@ -91,8 +93,28 @@ abstract class PaymentsCommand extends TranslatedCommand
             ->on($date !== null && $input->getOption('german') ? Sheet::understood('date', $date) : $date)
             ->withMessageId($input->getOption('message-id'))
             ->bookedSingly($input->getOption('single-booking'))
+            ->forCategory($input->getOption('category'))
+            ->inAccountOf($input->getOption('currency'))
+            ->withoutBic($input->getOption('no-bic'))
+            ->withHybridAddresses($input->getOption('hybrid'))
             ->transliterating($input->getOption('transliterate'))
             ->shortening($input->getOption('shorten'));
+    }
+
+    /** The submitting party with the address that the options tell. */
+    protected function located(Party $party, InputInterface $input): Party
+    {
+        $address = [];
+        foreach ($input->getOption('address') as $pair) {
+            [$key, $value] = explode('=', $pair, 2) + [1 => null];
+            if ($value === null || !isset(Keys::address()[$key])) {
+                $keys = implode(', ', array_keys(Keys::address()));
+                throw new Failure('address', ['value' => $pair, 'keys' => $keys]);
+            }
+            $address[$key] = $value;
+        }
+
+        return $party->livingAt($address);
     }
 
     /** @param list<string> $options */
@@ -116,7 +138,7 @@ abstract class PaymentsCommand extends TranslatedCommand
     /** @return array<string, string> key by heading */
     private function map(InputInterface $input): array
     {
-        $keys = array_merge(Keys::ofKind($this->kind()), Columns::OWN);
+        $keys = array_merge(Keys::all($this->kind()), Columns::OWN);
         $map = [];
         foreach ($input->getOption('map') as $pair) {
             // The heading itself may have an equals sign.
@@ -154,29 +176,70 @@ abstract class PaymentsCommand extends TranslatedCommand
         return ExitCode::GOOD;
     }
 
-    private function deliver(Payments $payments, InputInterface $input, OutputInterface $output, OutputInterface $errors): int
-    {
+    private function deliver(
+        Batches $payments,
+        Reader $reader,
+        InputInterface $input,
+        OutputInterface $output,
+        OutputInterface $errors
+    ): int {
         $file = self::output($input);
-        $isReplaced = $file !== null && OutputFile::replaces($file);
-        if ($file === null) {
-            Rows::write($output, $payments->document());
-        } else {
-            OutputFile::write([$file => $payments->document()]);
+        $messages = $payments->messages();
+        if ($file === null && count($messages) > 1) {
+            throw new Failure('many', ['documents' => count($messages)]);
         }
-        $this->say($errors, 'done', [
-            'payments' => count($payments),
-            'sum' => $payments->sum(),
-            'rulebook' => $payments->rulebook(),
-            'message' => $payments->messageId(),
-        ]);
-        if ($isReplaced) {
+        $files = $file === null ? [] : self::names($file, count($messages));
+        self::demandOther($reader, $files);
+        $replaced = array_filter($files, [OutputFile::class, 'replaces']);
+        if ($files) {
+            OutputFile::write(array_combine($files, $payments->documents()));
+        } else {
+            Rows::write($output, $payments->documents()[0]);
+        }
+        foreach ($messages as $number => $message) {
+            $this->say($errors, 'done', [
+                'file' => count($messages) > 1 ? $files[$number] : 'none',
+                'payments' => count($message),
+                'sum' => $message->sum(),
+                'rulebook' => $message->rulebook(),
+                'message' => $message->messageId(),
+            ]);
+        }
+        foreach ($replaced as $file) {
             $this->say($errors, 'replaced', ['file' => $file, 'new' => $input->getOption('message-id') === null ? 'yes' : 'no']);
         }
 
         return ExitCode::GOOD;
     }
 
-    private function refuse(Payments $payments, InputInterface $input, OutputInterface $errors): int
+    /**
+     * Files of several documents: payments-1.xml and so on.
+     *
+     * @return non-empty-list<string>
+     */
+    private static function names(string $file, int $count): array
+    {
+        if ($count === 1) {
+            return [$file];
+        }
+        $ending = pathinfo($file, PATHINFO_EXTENSION);
+        $ending = $ending === '' ? '' : ".$ending";
+        $start = $ending === '' ? $file : substr($file, 0, -strlen($ending));
+
+        return array_map(static fn (int $number): string => "$start-$number$ending", range(1, $count));
+    }
+
+    /** @param list<string> $files none of which may be the table */
+    private static function demandOther(Reader $reader, array $files): void
+    {
+        foreach ($files as $file) {
+            if ($reader->reads($file)) {
+                throw new Failure('same_file', ['file' => $file]);
+            }
+        }
+    }
+
+    private function refuse(Batches $payments, InputInterface $input, OutputInterface $errors): int
     {
         $this->say($errors, 'refused', ['payments' => count($payments), 'faults' => $payments->faultCount()]);
         $faults = $payments->faults();

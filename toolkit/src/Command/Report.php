@@ -7,7 +7,7 @@ namespace Sepa\Toolkit\Command;
 use Sepa\Toolkit\Payment\Fault;
 use Sepa\Toolkit\Payment\Findings;
 use Sepa\Toolkit\Payment\Keys;
-use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Receiver;
 use Sepa\Toolkit\Payment\Sheet;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
@@ -23,7 +23,8 @@ final class Report
     /** Options that give what the submitting party is asked for, by key of its faults. */
     public const PARTY = [
         'name' => 'name', 'iban' => 'iban', 'bic' => 'bic', 'creditorId' => 'creditor-id', 'type' => 'type',
-        'date' => 'date', 'messageId' => 'message-id',
+        'date' => 'date', 'messageId' => 'message-id', 'instant' => 'instant', 'at' => 'at', 'category' => 'category',
+        'priority' => 'priority', 'currency' => 'currency', 'hybrid' => 'hybrid',
     ];
 
     private OutputInterface $output;
@@ -59,7 +60,7 @@ final class Report
     }
 
     /** Tells programs whatever is found, as it is found. */
-    public function follow(Payments $payments, Progress $progress): void
+    public function follow(Receiver $payments, Progress $progress): void
     {
         if ($this->isForPeople) {
             return;
@@ -71,7 +72,7 @@ final class Report
     }
 
     /** Tells people what was found, and programs what is wrong with the message as a whole. */
-    public function end(Payments $payments): void
+    public function end(Receiver $payments): void
     {
         if ($this->isForPeople) {
             $this->print($payments);
@@ -92,7 +93,7 @@ final class Report
         }
     }
 
-    private function print(Payments $payments): void
+    private function print(Receiver $payments): void
     {
         $all = ['fault' => $payments->faults(), 'warning' => $payments->warnings(), 'change' => $payments->changes()];
         foreach ($all as $severity => $found) {

@@ -231,6 +231,20 @@ final class SepaTest extends TestCase
         }), null);
     }
 
+    public function testSeveralDocumentsHaveNumberedNames(): void
+    {
+        $csv = "name,iban,amount,category\nA,NL91ABNA0417164300,1.00,SALA\nB,NL91ABNA0417164300,2.00,\nC,NL91ABNA0417164300,3.00,SALA\n";
+        $options = ['--message-id' => 'X', '--at' => '2026-12-01T10:00:00Z', '--address' => ['addrTown=Bern', 'addrCC=CH'], '--no-bic' => true];
+        [$status, , $errors] = $this->pay($csv, $options + ['--date' => null, '--bic' => null, '-o' => "$this->folder/end.xml"]);
+        self::assertSame(0, $status, $errors);
+        self::assertStringContainsString('end-1.xml: payments: 2, 4.00 EUR, rulebook DE-3.7, message X-1', $errors);
+        $xml = (string) file_get_contents("$this->folder/end-2.xml");
+        foreach (['<MsgId>X-2<', '<Cd>INST<', '<DtTm>2026-12-01T10:00:00Z<', '<TwnNm>Bern<', '<Id>NOTPROVIDED<', '>2.00<'] as $part) {
+            self::assertStringContainsString($part, $xml);
+        }
+        self::assertFileDoesNotExist("$this->folder/end.xml");
+    }
+
     /** @dataProvider wrongUse */
     public function testWrongUse(array $options, string $command, string $csv, string $reason): void
     {
@@ -242,7 +256,9 @@ final class SepaTest extends TestCase
     public function wrongUse(): array
     {
         return [
-            [['--name' => null, '--bic' => null], 'transfer', self::GOOD, 'missing: --name, --bic'],
+            [['--name' => null, '--iban' => null], 'transfer', self::GOOD, 'missing: --name, --iban'],
+            [[], 'transfer', "name,iban,amount,category\nA,NL91ABNA0417164300,1.00,SALA\nB,NL91ABNA0417164300,2.00,\n", '2 documents: --output'],
+            [['--address' => ['addrTwn=Bern']], 'transfer', self::GOOD, "not 'addrTwn=Bern'"],
             [[], 'debit', self::GOOD, 'missing: --creditor-id'],
             [['--map' => ['Betrag=money']], 'transfer', self::GOOD, "--map takes \"Heading=key\", and not 'Betrag=money'"],
             [['--map' => ['Betrag=amount']], 'transfer', self::GOOD, "no column has the heading 'Betrag'"],
