@@ -92,12 +92,13 @@ return [
             Die Überschriften sind übliche deutsche oder englische Wörter (Empfänger, IBAN,
             Betrag, Verwendungszweck, Datum, ...) oder die Schlüssel name, iban, bic, amount,
             ref, date, id, purp, addrTown, ... Aus Kontonummer und Bankleitzahl in zwei Spalten
-            werden IBANs. Alle Zeilen werden geprüft; gibt es Fehler, werden sie genannt und
-            keine Datei geschrieben.
+            werden IBANs. Spalten für eigene IBAN, Echtzeit, Kategorie und Priorität verteilen
+            die Zeilen auf mehrere Dateien. Alle Zeilen werden geprüft; gibt es Fehler, werden
+            sie genannt und keine Datei geschrieben.
 
               <info>sepa transfer --template --german >zahlungen.csv</info>
               <info>sepa transfer zahlungen.csv --german --name "Zimmerei Sander GmbH" \
-                  --iban DE89370400440532013000 --bic COBADEFFXXX -o zahlungen.xml</info>
+                  --iban DE89370400440532013000 -o zahlungen.xml</info>
 
             Ende mit 0, wenn die Datei geschrieben ist, 1, wenn Zeilen Fehler haben, 2, wenn der
             Aufruf oder die Tabelle nicht stimmt.
@@ -113,8 +114,7 @@ return [
 
               <info>sepa debit --template --german >mitglieder.csv</info>
               <info>sepa debit mitglieder.csv --german --name "Turnverein 1862 e.V." \
-                  --iban DE89370400440532013000 --bic COBADEFFXXX \
-                  --creditor-id DE98ZZZ09999999999 -o dezember.xml</info>
+                  --iban DE89370400440532013000 --creditor-id DE98ZZZ09999999999 -o dezember.xml</info>
 
             Ende mit 0, wenn die Datei geschrieben ist, 1, wenn Zeilen Fehler haben, 2, wenn der
             Aufruf oder die Tabelle nicht stimmt.

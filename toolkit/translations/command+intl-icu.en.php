@@ -91,12 +91,13 @@ return [
         'help' => <<<'HELP'
             The headings are transaction keys (name, iban, bic, amount, ref, date, id, purp,
             addrTown, ...) or usual German and English words for them. Account number and
-            bank code in two columns become IBANs. All rows are tested; if there are faults,
-            they are told and no document is written.
+            bank code in two columns become IBANs. Columns for own IBAN, instant payment,
+            category and priority sort the rows into several documents. All rows are tested;
+            if there are faults, they are told and no document is written.
 
               <info>sepa transfer --template >payments.csv</info>
               <info>sepa transfer payments.csv --name "Zimmerei Sander GmbH" \
-                  --iban DE89370400440532013000 --bic COBADEFFXXX -o payments.xml</info>
+                  --iban DE89370400440532013000 -o payments.xml</info>
 
             Exit code: 0 document written, 1 rows have faults, 2 wrong usage or file.
             HELP,
@@ -110,7 +111,7 @@ return [
 
               <info>sepa debit --template >members.csv</info>
               <info>sepa debit members.csv --name "Turnverein 1862 e.V." --iban DE89370400440532013000 \
-                  --bic COBADEFFXXX --creditor-id DE98ZZZ09999999999 -o december.xml</info>
+                  --creditor-id DE98ZZZ09999999999 -o december.xml</info>
 
             Exit code: 0 document written, 1 rows have faults, 2 wrong usage or file.
             HELP,

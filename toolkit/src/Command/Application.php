@@ -26,8 +26,8 @@ final class Application extends Console
 {
     /** Of Symfony's help: ids of translations/command, too. */
     private const PHRASES = [
-        'Description:', 'Usage:', 'Arguments:', 'Options:', 'Help:', 'Available commands:', '[default: ', '[options]', '[arguments]',
-        '(multiple values allowed)', 'Display help for a command', 'List commands', 'Dump the shell completion script',
+        'Description:', 'Usage:', 'Arguments:', 'Options:', 'Help:', 'Available commands:', '[default: ', '[options]',
+        '[arguments]', '(multiple values allowed)', 'Display help for a command', 'List commands', 'Dump the shell completion script',
     ];
 
     private Words $words;
@@ -99,8 +99,8 @@ final class Application extends Console
         }
         $help = new BufferedOutput($output->getVerbosity(), $output->isDecorated(), $output->getFormatter());
         $status = parent::doRunCommand($command, $input, $help);
-        $phrases = array_map(fn (string $phrase): string => $this->words->word('symfony', $phrase), array_combine(self::PHRASES, self::PHRASES));
-        Rows::write($output, strtr($help->fetch(), $phrases));
+        $phrases = array_map(fn (string $phrase): string => $this->words->word('symfony', $phrase), self::PHRASES);
+        Rows::write($output, strtr($help->fetch(), array_combine(self::PHRASES, $phrases)));
 
         return $status;
     }

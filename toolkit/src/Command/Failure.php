@@ -34,9 +34,9 @@ final class Failure extends \RuntimeException
     public function text(Words $words): string
     {
         $reason = $this->values['system'] ?? '';
-        $values = ['reason' => $reason === '' ? 'none' : SystemError::translated((string) $reason, $words->locale)] + $this->values;
+        $reason = $reason === '' ? 'none' : SystemError::translated((string) $reason, $words->locale);
 
-        $text = $words->of("failure.$this->id", $values);
+        $text = $words->of("failure.$this->id", ['reason' => $reason] + $this->values);
 
         return $text === "failure.$this->id" ? $this->id : $text;
     }

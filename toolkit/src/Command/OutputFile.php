@@ -82,6 +82,9 @@ final class OutputFile
 
     private function fill(): void
     {
+        if (is_dir($this->path)) {
+            throw new Failure('cannot_write', ['file' => $this->path, 'system' => 'Is a directory']);
+        }
         if ($this->isDirect) {
             return;
         }

@@ -60,7 +60,8 @@ abstract class PaymentsCommand extends TranslatedCommand
         $reader = Reader::open($input->getArgument('file'));
         $file = self::output($input);
         self::demandOther($reader, $file === null ? [] : [$file]);
-        $sheet = new Sheet($reader, $input->getOption('german'), $input->getOption('ignore'), $this->map($input), $this->common($input));
+        $isGerman = $input->getOption('german');
+        $sheet = new Sheet($reader, $isGerman, $input->getOption('ignore'), $this->map($input), $this->common($input));
         $report = new Report($input, $output, $this->words, $sheet, $file !== null);
         $progress = Progress::ofTable($output, $reader);
         $report->follow($payments, $progress);
@@ -69,9 +70,14 @@ abstract class PaymentsCommand extends TranslatedCommand
         $report->end($payments);
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
 
-        return $payments->faults()
-            ? $this->refuse($payments, $input, $errors)
-            : $this->deliver($payments, $reader, $input, $output, $errors);
+        if ($payments->faults()) {
+            return $this->refuse($payments, $input, $errors);
+        }
+        $files = self::names($file, count($payments->messages()));
+        self::demandOther($reader, $files);
+        $this->deliver($payments, $files, $output, $errors, $input->getOption('message-id') === null);
+
+        return ExitCode::GOOD;
     }
 
     public function complete(CompletionInput $input, CompletionSuggestions $suggestions): void
@@ -176,29 +182,26 @@ abstract class PaymentsCommand extends TranslatedCommand
         return ExitCode::GOOD;
     }
 
+    /**
+     * @param list<string> $files none for standard output
+     * @param bool $isNew whether message ids are new
+     */
     private function deliver(
         Batches $payments,
-        Reader $reader,
-        InputInterface $input,
+        array $files,
         OutputInterface $output,
-        OutputInterface $errors
-    ): int {
-        $file = self::output($input);
-        $messages = $payments->messages();
-        if ($file === null && count($messages) > 1) {
-            throw new Failure('many', ['documents' => count($messages)]);
-        }
-        $files = $file === null ? [] : self::names($file, count($messages));
-        self::demandOther($reader, $files);
+        OutputInterface $errors,
+        bool $isNew
+    ): void {
         $replaced = array_filter($files, [OutputFile::class, 'replaces']);
         if ($files) {
             OutputFile::write(array_combine($files, $payments->documents()));
         } else {
             Rows::write($output, $payments->documents()[0]);
         }
-        foreach ($messages as $number => $message) {
+        foreach ($payments->messages() as $number => $message) {
             $this->say($errors, 'done', [
-                'file' => count($messages) > 1 ? $files[$number] : 'none',
+                'file' => count($files) > 1 ? $files[$number] : 'none',
                 'payments' => count($message),
                 'sum' => $message->sum(),
                 'rulebook' => $message->rulebook(),
@@ -206,21 +209,23 @@ abstract class PaymentsCommand extends TranslatedCommand
             ]);
         }
         foreach ($replaced as $file) {
-            $this->say($errors, 'replaced', ['file' => $file, 'new' => $input->getOption('message-id') === null ? 'yes' : 'no']);
+            $this->say($errors, 'replaced', ['file' => $file, 'new' => $isNew ? 'yes' : 'no']);
         }
-
-        return ExitCode::GOOD;
     }
 
     /**
      * Files of several documents: payments-1.xml and so on.
      *
-     * @return non-empty-list<string>
+     * @return list<string> none for standard output
      */
-    private static function names(string $file, int $count): array
+    private static function names(?string $file, int $count): array
     {
         if ($count === 1) {
-            return [$file];
+            return $file === null ? [] : [$file];
+        }
+        // A pipe or a device has no second one, either.
+        if ($file === null || (file_exists($file) && !is_file($file))) {
+            throw new Failure('many', ['documents' => $count]);
         }
         $ending = pathinfo($file, PATHINFO_EXTENSION);
         $ending = $ending === '' ? '' : ".$ending";
@@ -244,12 +249,12 @@ abstract class PaymentsCommand extends TranslatedCommand
         $this->say($errors, 'refused', ['payments' => count($payments), 'faults' => $payments->faultCount()]);
         $faults = $payments->faults();
         foreach ($this->suggestions($faults) as $option => $isHelpful) {
-            if ($isHelpful && !$input->getOption($option)) {
+            if ($isHelpful && $input->hasOption($option) && !$input->getOption($option)) {
                 $this->say($errors, "suggest.$option");
             }
         }
         foreach ($faults as $fault) {
-            if ($fault->row === null && isset(Report::PARTY[$fault->key ?? ''])) {
+            if (Report::option($fault) !== null) {
                 return ExitCode::FAILED;
             }
         }
@@ -275,8 +280,9 @@ abstract class PaymentsCommand extends TranslatedCommand
             'ignore' => isset($found['unknown_heading']),
             'german' => isset($found['amount']['row']) || isset($found['date']['row']),
             'transliterate' => isset($found['characters']['text']),
-            'shorten' => isset($found['length']['text']),
-        ] + ($this->getDefinition()->hasOption('seq') ? ['seq' => isset($lacking['seq']) || isset($found['missing']['row']['seq'])] : []);
+            'shorten' => isset($found['length']['text']) || isset($found['length_characters']['text']),
+            'seq' => isset($lacking['seq']) || isset($found['missing']['row']['seq']),
+        ];
     }
 
     /** @param array<string, mixed> $values */

@@ -21,10 +21,10 @@ final class Report
     private const SHOWN = 20;
 
     /** Options that give what the submitting party is asked for, by key of its faults. */
-    public const PARTY = [
+    private const PARTY = [
         'name' => 'name', 'iban' => 'iban', 'bic' => 'bic', 'creditorId' => 'creditor-id', 'type' => 'type',
         'date' => 'date', 'messageId' => 'message-id', 'instant' => 'instant', 'at' => 'at', 'category' => 'category',
-        'priority' => 'priority', 'currency' => 'currency', 'hybrid' => 'hybrid',
+        'priority' => 'priority', 'currency' => 'currency', 'hybrid' => 'hybrid', 'rulebook' => 'rulebook',
     ];
 
     private OutputInterface $output;
@@ -45,8 +45,13 @@ final class Report
     private bool $german;
 
     /** @param bool $hasFile whether the document has a file of its own */
-    public function __construct(InputInterface $input, OutputInterface $output, Words $words, Sheet $sheet, bool $hasFile)
-    {
+    public function __construct(
+        InputInterface $input,
+        OutputInterface $output,
+        Words $words,
+        Sheet $sheet,
+        bool $hasFile
+    ) {
         $this->output = $output;
         $this->errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         $this->words = $words;
@@ -115,7 +120,8 @@ final class Report
                 // Twenty times the same is not read twenty times.
                 $isNew = ($hints[$fault->code][$key] ?? null) !== $hint;
                 $hints[$fault->code][$key] = $hint;
-                $this->cells($severity, $fault->row, $this->label($fault), $fault->text($this->words->locale), $isNew ? $hint : '');
+                $text = $fault->text($this->words->locale);
+                $this->cells($severity, $fault->row, $this->label($fault), $text, $isNew ? $hint : '');
                 $left[$fault->code][$key] = ($left[$fault->code][$key] ?? 1) - 1;
             } elseif ($number === self::SHOWN + 1) {
                 $this->printMore($severity, $this->label($fault), $left[$fault->code][$key]);
@@ -162,9 +168,20 @@ final class Report
     /** The heading or the option, else the key. */
     private function column(Fault $fault): ?string
     {
-        $option = $fault->row === null ? self::PARTY[$fault->key ?? ''] ?? null : null;
+        return self::option($fault) ?? $this->sheet->heading((string) $fault->key) ?? $fault->key;
+    }
 
-        return $option === null ? $this->sheet->heading((string) $fault->key) ?? $fault->key : "--$option";
+    /** The option that a fault of the submitting party is about. */
+    public static function option(Fault $fault): ?string
+    {
+        if ($fault->row !== null || $fault->key === null) {
+            return null;
+        }
+        if (isset(Keys::address()[$fault->key])) {
+            return "--address $fault->key";
+        }
+
+        return isset(self::PARTY[$fault->key]) ? '--' . self::PARTY[$fault->key] : null;
     }
 
     /** A key without a column by its name. */

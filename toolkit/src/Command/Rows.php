@@ -60,8 +60,13 @@ final class Rows
 
     private ?Words $words;
 
-    public function __construct(OutputInterface $output, string $format, bool $headings = true, bool $raw = false, ?Words $words = null)
-    {
+    public function __construct(
+        OutputInterface $output,
+        string $format,
+        bool $headings = true,
+        bool $raw = false,
+        ?Words $words = null
+    ) {
         $this->output = $output;
         $this->format = $format;
         $this->headings = $headings;
@@ -178,7 +183,8 @@ final class Rows
     {
         $table = new Table($output);
         $headings = array_keys($this->tableRows[0]);
-        $table->setHeaders($this->words === null ? $headings : array_map(fn (string $heading): string => $this->words->word('column', $heading), $headings));
+        $words = $this->words ?? new Words('en');
+        $table->setHeaders(array_map(static fn (string $heading): string => $words->word('column', $heading), $headings));
         foreach (array_keys($headings) as $column) {
             $table->setColumnMaxWidth($column, self::CELL_WIDTH);
         }
@@ -199,7 +205,9 @@ final class Rows
 
     private static function cleanOf(string $characters, string $text): string
     {
-        return (string) preg_replace("/[$characters\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]/u", '?', mb_scrub($text, 'UTF-8'));
+        $obeyed = "/[$characters\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]/u";
+
+        return (string) preg_replace($obeyed, '?', mb_scrub($text, 'UTF-8'));
     }
 
     private static function printable(string $cell): string

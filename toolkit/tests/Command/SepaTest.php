@@ -243,6 +243,11 @@ final class SepaTest extends TestCase
             self::assertStringContainsString($part, $xml);
         }
         self::assertFileDoesNotExist("$this->folder/end.xml");
+        // None is written if one cannot be.
+        mkdir("$this->folder/new-2.xml");
+        self::assertSame(2, $this->pay($csv, ['-o' => "$this->folder/new.xml"])[0]);
+        self::assertFileDoesNotExist("$this->folder/new-1.xml");
+        rmdir("$this->folder/new-2.xml");
     }
 
     /** @dataProvider wrongUse */
@@ -258,6 +263,7 @@ final class SepaTest extends TestCase
         return [
             [['--name' => null, '--iban' => null], 'transfer', self::GOOD, 'missing: --name, --iban'],
             [[], 'transfer', "name,iban,amount,category\nA,NL91ABNA0417164300,1.00,SALA\nB,NL91ABNA0417164300,2.00,\n", '2 documents: --output'],
+            [['--address' => ['addrTown=Bern']], 'transfer', self::GOOD, '| --address addrCC | Country missing'],
             [['--address' => ['addrTwn=Bern']], 'transfer', self::GOOD, "not 'addrTwn=Bern'"],
             [[], 'debit', self::GOOD, 'missing: --creditor-id'],
             [['--map' => ['Betrag=money']], 'transfer', self::GOOD, "--map takes \"Heading=key\", and not 'Betrag=money'"],
