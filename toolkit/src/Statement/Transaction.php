@@ -141,6 +141,9 @@ abstract class Transaction implements \JsonSerializable
                 $told[$name] = $value;
             }
         }
+        if (($told['line'] ?? null) === 0) {
+            unset($told['line']);
+        }
         if ($this->instructed) {
             $told['instructedCurrency'] = $this->instructed->currency;
         }

@@ -142,7 +142,34 @@ final class CamtTest extends TestCase
         yield 'structured' => [self::entry('<RltdPties><UltmtCdtr><Nm>keine Information vorhanden</Nm></UltmtCdtr><UltmtDbtr><Nm>U</Nm></UltmtDbtr></RltdPties><Purp><Cd>SALA</Cd></Purp><RmtInf><Strd><CdtrRefInf><Ref>RF18539007547034</Ref></CdtrRefInf></Strd></RmtInf>'), ['reference' => 'RF18539007547034', 'abwa' => 'U', 'abwe' => null, 'purp' => 'SALA', 'svwz' => null]];
         $full = str_repeat('ä', 140);
         yield 'full lines go on' => [self::entry("<RmtInf><Ustrd>$full</Ustrd><Ustrd>b</Ustrd><Ustrd>c </Ustrd><Ustrd>d</Ustrd></RmtInf>"), ['svwz' => "{$full}b c d"]];
+        yield 'labels in the text' => [self::entry('<Refs><EndToEndId>E1</EndToEndId></Refs><RmtInf><Ustrd>Beitrag EREF: X MREF: M-7 CRED: DE98ZZZ09999999999</Ustrd><Ustrd>IBAN: ' . self::OTHER . ' BIC: COBADEFF</Ustrd></RmtInf>'), ['eref' => 'E1', 'mref' => 'M-7', 'cred' => 'DE98ZZZ09999999999', 'account' => self::OTHER, 'bank' => 'COBADEFF']];
         yield 'no entry text' => [self::entry(), ['txtext' => 'GUTSCHRIFT', 'svwz' => null, 'booked' => '2026-11-27']];
+    }
+
+    /** A day in both forms: bookings say the same but for what one form lacks. */
+    public function testBothFormsSayTheSame(): void
+    {
+        $both = [];
+        foreach ([true, false] as $isCamt) {
+            $bookings = '';
+            foreach ([['C', '42,50', '166', 'NTRF', 'Jäger', 'E-1', '', 'Miete Mai'], ['D', '7,00', '105', 'NDDT', 'Stadtwerke', 'E-2', 'M-2', 'Abschlag'], ['C', '0,01', '152', 'NSTO', 'Jäger', '', '', 'Probe']] as [$mark, $amount, $gvc, $code, $name, $eref, $mref, $text]) {
+                $party = $mark === 'C' ? 'Dbtr' : 'Cdtr';
+                $bookings .= $isCamt ? str_replace('GUTSCHRIFT ', 'TEXT', self::entry(
+                    '<Refs>' . ($eref === '' ? '' : "<EndToEndId>$eref</EndToEndId>") . ($mref === '' ? '' : "<MndtId>$mref</MndtId>") . "</Refs><RltdPties><$party><Pty><Nm>$name</Nm></Pty></$party><{$party}Acct><Id><IBAN>" . self::OTHER
+                    . "</IBAN></Id></{$party}Acct></RltdPties><RltdAgts><{$party}Agt><FinInstnId><BICFI>COBADEFF</BICFI></FinInstnId></{$party}Agt></RltdAgts><RmtInf><Ustrd>$text</Ustrd></RmtInf>",
+                    str_replace(',', '.', $amount),
+                    $mark === 'C' ? 'CRDT' : 'DBIT',
+                    "<AcctSvcrRef>B1</AcctSvcrRef><BkTxCd><Prtry><Cd>$code+$gvc+9249</Cd><Issr>DK</Issr></Prtry></BkTxCd>"
+                )) : ":61:2611271127$mark$amount$code//B1\r\n:86:$gvc?00TEXT?109249" . ($eref === '' ? '' : "?20EREF+$eref") . ($mref === '' ? '' : "?21MREF+$mref") . "?22SVWZ+$text?30COBADEFF?31" . self::OTHER . "?32$name\r\n";
+            }
+            [$statement] = self::read($isCamt ? self::message($bookings, '135.51')
+                : "\r\n:20:S1\r\n:25:" . self::OWN . "\r\n:28C:7\r\n:60F:C261127EUR100,00\r\n$bookings:62F:C261127EUR135,51\r\n:64:C261127EUR7,\r\n-\r\n");
+            self::assertTrue($statement->isGood());
+            $both[] = array_map(static fn (Booking $booking): array => array_diff_key($booking->jsonSerialize(), ['line' => 1, 'entry' => 1, 'details' => 1]), iterator_to_array($statement->bookings));
+            $head[] = array_diff_key($statement->head(), ['form' => 1, 'hints' => 1]);
+        }
+        self::assertEquals($both[1], $both[0]);
+        self::assertSame(json_encode($head[1]), str_replace(['"PRCD"'], ['"OPBD"'], json_encode($head[0])));
     }
 
     public function testABatchIsOneBookingWithItsPayments(): void

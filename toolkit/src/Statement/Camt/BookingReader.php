@@ -18,13 +18,17 @@ final class BookingReader
 {
     private string $account;
 
+    /** @var string of entries that tell none */
+    private string $currency;
+
     private bool $turnsReversals;
 
     private Days $days;
 
-    public function __construct(string $account, bool $turnsReversals)
+    public function __construct(string $account, string $currency, bool $turnsReversals)
     {
         $this->account = $account;
+        $this->currency = $currency;
         $this->turnsReversals = $turnsReversals;
         $this->days = new Days();
     }
@@ -45,7 +49,7 @@ final class BookingReader
     private function booking(array $entry, string $parts): Booking
     {
         $single = $entry['parts'] === 1 ? json_decode($parts, true) : [];
-        $currency = $entry['amount@'] ?? '';
+        $currency = $entry['amount@'] ?? $this->currency;
         $units = $this->turnsReversals && $entry['reversal'] ? -$entry['units'] : $entry['units'];
         $status = trim($entry['status'] ?? Booking::BOOKED);
         $valuta = $entry['valuta'] ?? $entry['booked'] ?? '';
@@ -74,7 +78,7 @@ final class BookingReader
     private function parts(array $entry, string $text): \Generator
     {
         $details = new Details($this->account, $entry);
-        $currency = $entry['amount@'] ?? '';
+        $currency = $entry['amount@'] ?? $this->currency;
         $mine = $entry['units'] < 0 ? 'DBIT' : 'CRDT';
         $against = strpos($text, "\"sign\":\"$mine\"") === false;
         for ($at = 0; $at < strlen($text); $at = $end + 1) {

@@ -229,7 +229,7 @@ final class Builder
             $this->tellMissing($isPage);
         }
         $turned = $this->proof->settle($statement, $this->notes);
-        $reader = new BookingReader($statement->account, $turned);
+        $reader = new BookingReader($statement->account, $statement->currency, $turned);
         foreach ([0, 1] as $which) {
             $this->flush($which);
         }

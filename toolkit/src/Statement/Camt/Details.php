@@ -25,6 +25,7 @@ final class Details
 
     private const PLAIN = ['eref', 'mref', 'instrid', 'txid', 'uetr', 'purp', 'reference', 'abwa', 'abwe', 'reason', 'rate'];
 
+    /** @var string the own */
     private string $account;
 
     /** @var array<string, mixed> */
@@ -67,6 +68,9 @@ final class Details
         $values += $this->kind($transaction) + $this->money($transaction);
         if ($transaction) {
             $values += $this->party($transaction, $isDebit) + $this->text($transaction);
+            foreach (Labels::read((string) $values['svwz']) as $member => $value) {
+                $values[$member] = $values[$member] ?? $value;
+            }
         }
 
         return $values;

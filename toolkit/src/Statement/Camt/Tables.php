@@ -31,8 +31,6 @@ final class Tables
         '/StmtPgntn/LastPgInd' => 'last', '/RptPgntn/LastPgInd' => 'last', '/NtfctnPgntn/LastPgInd' => 'last',
         '/ElctrncSeqNb' => 'number',
         '/CreDtTm' => 'created',
-        '/FrToDt/FrDtTm' => 'from',
-        '/FrToDt/ToDtTm' => 'to',
         '/CpyDplctInd' => 'copy',
         '/Acct/Id/IBAN' => 'account', '/Acct/Id/Othr/Id' => 'account',
         '/Acct/Ccy' => 'currency',
