@@ -65,6 +65,6 @@ return [
     'too_large' => 'Die Summe der Umsätze übersteigt 64 Bit.',
     'too_long' => 'Ein Feld oder ein Umsatz ist länger, als es sein kann, und wurde abgeschnitten.',
     'too_many' => 'Das Archiv hat {count} Dateien; gelesen werden {most}.',
-    'too_much' => 'Gepackt ist mehr als ein Gigabyte, das nicht weiter gelesen wird.',
+    'too_much' => 'Gepackt ist weit mehr, als eine Bank liefert; es wird nicht weiter gelesen.',
     'place' => ['line' => 'Zeile {line}', 'entry' => 'Umsatz {entry}'],
 ];

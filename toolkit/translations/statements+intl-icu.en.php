@@ -73,6 +73,6 @@ return [
     'too_large' => 'The sum of the bookings is beyond 64 bits.',
     'too_long' => 'A field or a booking is longer than it can be, and was cut.',
     'too_many' => 'The archive has {count} files; {most} are read.',
-    'too_much' => 'What is packed is more than a gigabyte and is not read any further.',
+    'too_much' => 'What is packed is far more than a bank delivers, and is not read any further.',
     'place' => ['line' => 'line {line}', 'entry' => 'entry {entry}'],
 ];

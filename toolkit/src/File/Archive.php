@@ -39,7 +39,8 @@ final class Archive
             $trouble->tell('too_many', ['count' => $zip->numFiles, 'most' => self::MAX_MEMBERS]);
             yield self::unreadable($name, $trouble, false);
         }
-        $bytes = 0;
+        // Unpacked so far, and what is packed as a whole.
+        $bytes = [0, (int) filesize($path)];
         foreach (self::members($zip) as $index => $member) {
             if (in_array($member, self::OFFICE, true)) {
                 $trouble->tell('workbook');
@@ -67,7 +68,8 @@ final class Archive
         return $names;
     }
 
-    private static function member(\ZipArchive $zip, int $index, string $name, int &$bytes): Part
+    /** @param array{int, int} $bytes unpacked so far, and packed */
+    private static function member(\ZipArchive $zip, int $index, string $name, array &$bytes): Part
     {
         $trouble = new Trouble();
         $stat = $zip->statIndex($index) ?: [];
@@ -90,9 +92,10 @@ final class Archive
 
     /**
      * @param resource $stream
+     * @param array{int, int} $bytes
      * @return \Generator<string>
      */
-    private static function read($stream, int $size, Trouble $trouble, int &$bytes): \Generator
+    private static function read($stream, int $size, Trouble $trouble, array &$bytes): \Generator
     {
         $got = 0;
         try {
@@ -102,8 +105,8 @@ final class Archive
                     break;
                 }
                 $got += strlen($chunk);
-                $bytes += strlen($chunk);
-                if ($bytes > Source::MAX_UNPACKED) {
+                $bytes[0] += strlen($chunk);
+                if (Source::isTooMuch(...$bytes)) {
                     $trouble->tell('too_much');
 
                     return;

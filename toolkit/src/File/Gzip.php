@@ -21,13 +21,14 @@ final class Gzip
     public static function unpack(iterable $chunks, Trouble $trouble): \Generator
     {
         $context = inflate_init(ZLIB_ENCODING_GZIP);
-        $bytes = 0;
+        $bytes = $taken = 0;
         foreach ($chunks as $chunk) {
             foreach (str_split($chunk, self::STEP) as $packed) {
+                $taken += strlen($packed);
                 while ($packed !== '') {
                     $text = self::step($context, $packed);
                     $bytes += strlen((string) $text);
-                    if ($text === null || $bytes > Source::MAX_UNPACKED) {
+                    if ($text === null || Source::isTooMuch($bytes, $taken)) {
                         $trouble->tell($text === null ? 'damaged' : 'too_much');
 
                         return;

@@ -13,7 +13,10 @@ use Sepa\Toolkit\Unreadable;
 final class Source
 {
     /** Bytes that one packed file may hold; a bank's files have some megabytes. */
-    public const MAX_UNPACKED = 1000000000;
+    private const MAX_UNPACKED = 1000000000;
+
+    /** So many are always fine; beyond them a packed byte may become the others. */
+    private const FREE = 50000000, RATIO = 200;
 
     private string $name;
 
@@ -83,6 +86,12 @@ final class Source
                 }
             }
         }
+    }
+
+    /** Whether that is more than a packed file may hold. */
+    public static function isTooMuch(int $unpacked, int $packed): bool
+    {
+        return $unpacked > self::FREE && $unpacked > min(self::MAX_UNPACKED, self::RATIO * $packed);
     }
 
     /**

@@ -13,18 +13,18 @@ namespace Sepa\Toolkit\Statement;
  */
 final class Bookings implements \IteratorAggregate, \Countable
 {
-    /** @var list<string> */
+    /** @var list<mixed> */
     private array $pieces;
 
     private int $count;
 
-    /** @var callable(string): iterable<Booking> */
+    /** @var callable(mixed): iterable<Booking> */
     private $read;
 
     /**
      * @internal
-     * @param list<string> $pieces texts of some bookings each
-     * @param callable(string): iterable<Booking> $read makes them of such a text
+     * @param list<mixed> $pieces texts of some bookings each
+     * @param callable(mixed): iterable<Booking> $read makes them of such a text
      */
     public function __construct(array $pieces, int $count, callable $read)
     {

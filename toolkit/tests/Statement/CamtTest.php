@@ -272,6 +272,7 @@ final class CamtTest extends TestCase
         yield 'nested' => [str_replace('<Acct>', str_repeat('<a>', 100000), $whole), ['malformed'], 1];
         yield 'a field without end' => [str_replace('GUTSCHRIFT', str_repeat('x', 2000000), $whole), ['too_long'], 1];
         yield 'many fields' => [str_replace('<AddtlNtryInf>', str_repeat('<Chrgs><Amt Ccy="EUR">1</Amt></Chrgs>', 50000) . '<AddtlNtryInf>', $whole), ['too_long'], 1];
+        yield 'comments' => [str_replace('<Acct>', str_repeat('<!-- -->', 20000) . '<Acct>', $whole), ['malformed'], 1];
         yield 'payments' => ['<?xml version="1.0"?><Document><CstmrCdtTrfInitn/></Document>', ['other_kind']];
         yield 'version 01' => ['<Document xmlns="urn:iso:std:iso:20022:tech:xsd:camt.052.001.01"><BkToCstmrAcctRptV01/></Document>', ['old_form']];
         yield 'shell' => ['<Document xmlns="urn:iso:std:iso:20022:tech:xsd:camt.052.001.08"></Document>', ['empty_document']];

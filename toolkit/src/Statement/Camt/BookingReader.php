@@ -33,9 +33,17 @@ final class BookingReader
         $this->days = new Days();
     }
 
-    /** @return \Generator<Booking> */
-    public function each(string $text): \Generator
+    /**
+     * @param string|array{string, string} $text entries with their parts; or one entry, and its parts apart
+     * @return \Generator<Booking>
+     */
+    public function each($text): \Generator
     {
+        if (is_array($text)) {
+            yield $this->booking(json_decode($text[0], true), $text[1]);
+
+            return;
+        }
         for ($at = 0; $at < strlen($text); ) {
             $end = strpos($text, "\n", $at);
             $entry = json_decode(substr($text, $at, $end - $at), true);

@@ -44,7 +44,7 @@ final class Builder
     /** @var int number of the entry that came last */
     private int $number = 0;
 
-    /** @var array{0: list<string>, 1: list<string>} texts of what is booked, and of what is not */
+    /** @var array<int, list<string|array{string, string}>> texts of what is booked, and of what is not; an entry and its parts */
     private array $pieces = [[], []];
 
     /** @var array{0: string, 1: string} */
@@ -92,6 +92,7 @@ final class Builder
     public function transaction(array $values, array $entry): void
     {
         $units = $this->batch->add($values, $entry['amount@'] ?? null);
+        unset($values['amount'], $values['amount@'], $values['own']);
         $this->batch->text .= json_encode(['units' => $units] + $values, self::JSON) . "\n";
     }
 
@@ -261,6 +262,13 @@ final class Builder
     private function keep(int $which, array $values, string $parts): void
     {
         ++$this->count[$which];
+        if (strlen($parts) > self::PIECE) {
+            // A text of many megabytes is not copied into another.
+            $this->flush($which);
+            $this->pieces[$which][] = [json_encode($values, self::JSON), $parts];
+
+            return;
+        }
         $this->piece[$which] .= json_encode($values, self::JSON) . "\n" . $parts;
         if (strlen($this->piece[$which]) >= self::PIECE) {
             $this->flush($which);
