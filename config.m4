@@ -23,6 +23,14 @@ if test "$PHP_SEPA" != "no"; then
     sepa_cxxflags="$sepa_cxxflags -Werror"
   fi
 
+  dnl The x87 would round halves of a cent otherwise than all other processors.
+  AC_LANG_PUSH([C++])
+  AC_COMPILE_IFELSE([AC_LANG_SOURCE([[
+    #include <cfloat>
+    static_assert(FLT_EVAL_METHOD == 0 || FLT_EVAL_METHOD == 1, "");
+  ]])], [], [sepa_cxxflags="$sepa_cxxflags -msse2 -mfpmath=sse"])
+  AC_LANG_POP([C++])
+
   dnl The Makefile chooses anew on each run; here a wrong choice is told early.
   AC_MSG_CHECKING(for the bank lists)
   sepa_release=`sh $srcdir/tools/choose_release.sh "$PHP_SEPA_DIRECTORY"` || AC_MSG_ERROR([give another --with-sepa-directory])

@@ -25,7 +25,7 @@ $add(['IBAN' => 'AT483200000012345864', 'iBAN' => 'nonsense'] + payment());
 
 echo "-- arrays of every shape\n";
 $add([]);
-$add([-12345678901 => 'x', PHP_INT_MAX => 'y'] + payment());
+$add([-1234567890 => 'x', PHP_INT_MAX => 'y'] + payment());
 $add(payment(array_fill_keys(range(1, 5000), 'x')));
 
 echo "-- values that run script code\n";
@@ -58,7 +58,7 @@ restore_error_handler();
 
 echo "-- direct debits know every key\n";
 $debit = direct_debit();
-foreach ([['x'], [-12345678901 => 'x'], ["foo\0bar" => 1], ["smnda\0r" => 2], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
+foreach ([['x'], [-1234567890 => 'x'], ["foo\0bar" => 1], ["smnda\0r" => 2], ['smnda' => true, 'seq' => 'RCUR']] as $tx) {
     echo outcome(function () use ($debit, $tx) { return $debit->add($tx + payment()); }), "\n";
 }
 echo outcome(function () use ($debit) { return $debit->add(); }), "\n";

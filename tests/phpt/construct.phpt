@@ -22,7 +22,7 @@ class Message extends SEPA { use Own; }
 class Statements extends SEPAStatementParser { use Own; }
 
 echo "-- message types\n";
-foreach ([0, 3, 2 ** 32 + 1, 'two'] as $type) {
+foreach ([0, 3, beyond_int32() + 1, 'two'] as $type) {
     echo outcome(function () use ($type) { return credit_transfer()->__construct($type); }), "\n";
 }
 

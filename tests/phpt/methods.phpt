@@ -13,7 +13,7 @@ $values = [
     'setDate' => ['2026-02-30', '2026-1-1'],
     'setMessageId' => ['ID-1', 'ä'],
     'setBatchBooking' => [false, 0.5],
-    'setDDType' => [SEPA_DDTYPE_COR1, 3, 2 ** 32],
+    'setDDType' => [SEPA_DDTYPE_COR1, 3, beyond_int32()],
     'IBAN_check' => ["DE89370400440532013000\0", 'DE98370400440532013000', str_repeat('9', 1000000)],
     'IBAN_getBIC' => ['DE89370400440532013000', 'DE00600500090000000000', 'FR00'],
     'BIC_getBankName' => ['markdeffxxx', 'XXXXFI22'],
@@ -32,7 +32,7 @@ echo implode(' ', $written[1]), "\n";
 echo outcome(function () { return credit_transfer()->setDDType(SEPA_DDTYPE_CORE); }), "\n";
 
 echo "-- init and IBAN_convert\n";
-foreach ([[3, "DE-3.7\0"], [3, 'de-3.7'], [3, 'DE-3.70'], [3, ''], [2, 'DE-3.7'], [2 ** 32 + 3, 'DE-3.7'], [3]] as $arguments) {
+foreach ([[3, "DE-3.7\0"], [3, 'de-3.7'], [3, 'DE-3.70'], [3, ''], [2, 'DE-3.7'], [beyond_int32() + 3, 'DE-3.7'], [3]] as $arguments) {
     echo outcome(function () use ($arguments) { return SEPA::init(...$arguments); }), "\n";
 }
 foreach ([['532013000', '37040044'], ["135\0", '10050000'], ['1234567', '37040044'], ['1', '1']] as [$account, $bank]) {

@@ -45,7 +45,8 @@ function line(array $record): string
     unset($record['tx']);
     $texts = [];
     foreach ($record as $key => $value) {
-        $texts[] = "$key " . ($value === '1900-01-00' ? 'NONE' : var_export($value, true));
+        $large = PHP_INT_SIZE === 4 && is_float($value) && $value > PHP_INT_MAX;  // an integer elsewhere
+        $texts[] = "$key " . ($large ? sprintf('%.0f', $value) : ($value === '1900-01-00' ? 'NONE' : var_export($value, true)));
     }
     return implode(', ', $texts);
 }

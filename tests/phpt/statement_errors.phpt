@@ -29,7 +29,7 @@ foreach (["\0$content", "\n:20:A\n-\n", $content] as $written) {
 
 echo "-- one load for each object\n";
 $parser = new SEPAStatementParser();
-foreach ([2, 0, 2 ** 32 + 1, 'x', 1, 1, 2] as $format) {
+foreach ([2, 0, beyond_int32() + 1, 'x', 1, 1, 2] as $format) {
     load($parser, $file, $format);
 }
 load((new ReflectionClass('SEPAStatementParser'))->newInstanceWithoutConstructor(), $file, 2);

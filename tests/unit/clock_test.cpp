@@ -30,6 +30,9 @@ TEST(Clock, ZoneThatChangesBetweenReadings) {
     }
 }
 
-TEST(Clock, YearBeyondTheSystems) { EXPECT_EQ(local_time(INT64_MAX).tm_mday, 0); }
+TEST(Clock, YearBeyondTheSystems) {
+    if (sizeof(time_t) < sizeof(int64_t)) return;
+    EXPECT_EQ(local_time(static_cast<time_t>(INT64_MAX)).tm_mday, 0);
+}
 
 }  // namespace

@@ -46,7 +46,8 @@ namespace {
 
 TEST(Handle, NewAndAddByKind) {
     EXPECT_EQ(sepa_init(SEPA_INIT_RULEBOOK, nullptr), 0);
-    for (long unknown : {0L, 3L, -1L, (1L << 32) + 1, (1L << 32) + 2}) EXPECT_EQ(sepa_new(unknown), nullptr) << unknown;
+    constexpr long beyond_int = sizeof(long) == 8 ? static_cast<long>(int64_t{1} << 32) : 7;
+    for (long unknown : {0L, 3L, -1L, beyond_int + 1, beyond_int + 2}) EXPECT_EQ(sepa_new(unknown), nullptr) << unknown;
     for (long kind : {SEPA_MSGTYPE_DDI, SEPA_MSGTYPE_CTI}) {
         message_t message = new_message(kind);
         sepa_t expected;
@@ -101,6 +102,30 @@ TEST(Handle, NothingIsFreedWithItsContents) {
             << "a value replaced";
     }
     EXPECT_EQ(secrets_freed, 1);
+}
+
+// Nor does a BIC stay on the stack, here one that can be searched.
+TEST(Handle, NoBicStaysOnTheStack) {
+    static char stack[256 * 1024];
+    use_rulebook("DE-3.7");
+    message_t message = ready_message(SEPA_MSGTYPE_CTI);
+    auto work = [](void* handle) -> void* {
+        static const kv_pair_t list[] = {
+            {"iban", german_iban}, {"amount", "1"}, {"bic", "bkauatww"}, {nullptr, nullptr}};
+        auto m = static_cast<sepa_t*>(handle);
+        [[maybe_unused]] volatile char away[8192];  // from what the end of a thread writes over
+        away[0] = 0;
+        return sepa_setBIC(m, "bkauatww") && cti_add(m, list) ? handle : nullptr;
+    };
+    pthread_attr_t attributes;
+    pthread_t thread;
+    void* done = nullptr;
+    pthread_attr_init(&attributes);
+    ASSERT_EQ(pthread_attr_setstack(&attributes, stack, sizeof stack), 0);
+    ASSERT_EQ(pthread_create(&thread, &attributes, work, message.get()), 0);
+    pthread_join(thread, &done);
+    EXPECT_EQ(done, message.get());
+    EXPECT_EQ(memmem(stack, sizeof stack, "BKAUATWW", 8), nullptr);
 }
 
 TEST(Handle, AnAddIsOfOneRulebook) {

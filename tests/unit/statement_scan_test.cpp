@@ -17,12 +17,13 @@ namespace {
 // A scan against the system's own, for one text.
 template <typename Number, typename Scan>
 void expect_as_sscanf(const std::string& text, const char* format, Scan scan) {
-    Number expected = 7, value = 7;
+    Number value = 7;
+    long long expected = 7;
     int consumed = 0;
     bool success = sscanf(text.c_str(), format, &expected, &consumed) == 1;
     const char* at = text.c_str();
     EXPECT_EQ(scan(&at, &value), success) << text;
-    EXPECT_EQ(value, expected) << text;
+    EXPECT_EQ(value, static_cast<Number>(expected)) << text;
     EXPECT_EQ(at - text.c_str(), consumed) << text;
 }
 
@@ -34,9 +35,9 @@ TEST(Scan, AsSscanf) {
                                "-4294967297", "18446744073709551615", "18446744073709551616", "-18446744073709551615",
                                "-18446744073709551616", "99999999999999999999999999999"});
     for (const std::string& text : texts) {
-        expect_as_sscanf<int>(text, "%02d%n", [](auto at, auto value) { return scan_number(at, 2, value); });
-        expect_as_sscanf<int>(text, "%03d%n", [](auto at, auto value) { return scan_number(at, 3, value); });
-        expect_as_sscanf<unsigned>(text, "%u%n", scan_unsigned);
+        expect_as_sscanf<int>(text, "%02lld%n", [](auto at, auto value) { return scan_number(at, 2, value); });
+        expect_as_sscanf<int>(text, "%03lld%n", [](auto at, auto value) { return scan_number(at, 3, value); });
+        expect_as_sscanf<unsigned>(text, "%llu%n", scan_unsigned);
     }
 }
 

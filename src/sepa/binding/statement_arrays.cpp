@@ -106,13 +106,23 @@ static zend_string* string_of(const void* record, latest_t* latest) {
     return nullptr;
 }
 
+// Where the engine's integers have 32 bits, larger numbers are floats, as in
+// scripts.
+static void set_number(zval* value, uint32_t number) {
+    if (sizeof(zend_long) == sizeof number && number > INT32_MAX) {
+        ZVAL_DOUBLE(value, number);
+    } else {
+        ZVAL_LONG(value, static_cast<zend_long>(number));
+    }
+}
+
 template <const auto& Rows, size_t I>
 static void add_field(HashTable* array, zend_string* key, const void* record, latest_t* latest) {
     if (!is_shown<Rows, I>(record)) return;
     constexpr const member_t& member = Rows[I].member;
     zval value;
     if constexpr (member.type == member_type_t::INTEGER) {
-        ZVAL_LONG(&value, static_cast<zend_long>(*member.in<uint32_t>(record)));
+        set_number(&value, *member.in<uint32_t>(record));
     } else if constexpr (member.type == member_type_t::AMOUNT) {
         ZVAL_DOUBLE(&value, *member.in<double>(record));
     } else {

@@ -29,11 +29,17 @@ int sepa_setIBAN(sepa_t* handle, const char* iban) {
     return store(handle, &handle->iban, iban);
 }
 
-int sepa_setBIC(sepa_t* handle, const char* bic) {
-    bic_text_t capitals;
+static int set_bic(sepa_t* handle, const char* bic, bic_text_t& capitals) {
     if (!bic_in_capitals(bic, capitals)) return fail(handle, "sepa_setBIC: invalid BIC");
     if (!sepa_check_field(FIELD_BIC, capitals)) return fail(handle, "sepa_setBIC: invalid BIC format");
     return store(handle, &handle->bic, capitals, "sepa_setBIC: strdup() failed");
+}
+
+int sepa_setBIC(sepa_t* handle, const char* bic) {
+    bic_text_t capitals;
+    int done = set_bic(handle, bic, capitals);
+    wipe(capitals, sizeof capitals);
+    return done;
 }
 
 // Two of the texts name a function that there is not. Scripts compare them.

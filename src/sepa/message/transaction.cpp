@@ -51,14 +51,16 @@ static void append(sepa_t* handle, Record* record) {
 static void begin(draft_t* draft, cti_tx_t* record) { draft->party = draft->transfer = record; }
 static void begin(draft_t* draft, ddi_tx_t* record) { draft->party = draft->debit = record; }
 
-// The record and its texts in one block of the message's memory.
+// Puts the record and its texts, in one block of the message's memory, into the
+// message. Returns 1, or 0 with last_error.
 template <typename Record>
-static Record* keep_record(const draft_t& draft, const Record& filled) {
+static int keep_record(const draft_t& draft, const Record& filled) {
     void* block = arena_take(&draft.handle->records, sizeof(Record) + texts_size(draft));
-    if (!block) return nullptr;
+    if (!block) return fail(draft.handle, SEPA_OUT_OF_MEMORY);
     auto record = new (block) Record(filled);
     copy_texts(draft, record, reinterpret_cast<char*>(record + 1));
-    return record;
+    append(draft.handle, record);
+    return 1;
 }
 
 // A record gets into the message, and is counted, only when all is well.
@@ -67,11 +69,9 @@ static int add_record(sepa_t* handle, const Pairs& pairs, int (*check_complete)(
     Record filled = {};
     draft_t draft(handle, rulebook_in_force());
     begin(&draft, &filled);
-    if (!pairs.take(&draft) || !check_complete(draft)) return 0;
-    Record* record = keep_record(draft, filled);
-    if (!record) return fail(handle, SEPA_OUT_OF_MEMORY);
-    append(handle, record);
-    return 1;
+    int added = pairs.take(&draft) && check_complete(draft) && keep_record(draft, filled);
+    wipe(draft.bic, sizeof draft.bic);
+    return added;
 }
 
 // The final tests that open both kinds' lists, and the one that closes them.

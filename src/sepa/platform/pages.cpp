@@ -7,8 +7,7 @@
 
 namespace sepa_internal {
 
-static constexpr size_t page = 4096;                  // the least that systems have
-static constexpr size_t huge_page = size_t{2} << 20;  // what x86-64 and ARM64 call one
+static constexpr size_t page = 4096;  // the least that systems have
 static constexpr size_t least_to_prepare = 4 * page;
 
 // For less, small pages that are prepared are as fast and use no more than is
@@ -38,9 +37,13 @@ void prepare_pages(void* block, size_t size) {
 
 static size_t whole_huge_pages(size_t size) { return (size + huge_page - 1) / huge_page * huge_page; }
 
-void* allocate_large(size_t size) {
+void* reserve_large(size_t size) {
     bool fits_huge_pages = size >= least_for_a_huge_page && size <= SIZE_MAX - huge_page;
-    void* block = fits_huge_pages ? aligned_alloc(huge_page, whole_huge_pages(size)) : malloc(size);
+    return fits_huge_pages ? aligned_alloc(huge_page, whole_huge_pages(size)) : malloc(size);
+}
+
+void* allocate_large(size_t size) {
+    void* block = reserve_large(size);
     bool rest_is_small = size % huge_page < least_for_a_huge_page;
     if (block) prepare_pages(block, rest_is_small ? size : whole_huge_pages(size));
     return block;

@@ -12,7 +12,13 @@ namespace sepa_internal {
 // 2 MB where whole ones fit in, and where there are none nothing is lost.
 void prepare_pages(void* block, size_t size);
 
-// As malloc, to be freed by free, with its pages prepared.
+constexpr size_t huge_page = size_t{2} << 20;  // what x86-64 and ARM64 call one
+
+// As malloc, to be freed by free: where huge pages are to be had for it, it begins
+// at one.
+void* reserve_large(size_t size);
+
+// The same with its pages prepared.
 void* allocate_large(size_t size);
 
 }  // namespace sepa_internal

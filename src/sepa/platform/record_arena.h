@@ -1,7 +1,8 @@
 // Memory of many records that end together: blocks side by side in pieces that
-// grow up to 2 MB. A block of malloc for each would be freed and wiped by itself,
-// and its pages would be cleared 4 KB at a time; a piece of 2 MB is one page where
-// the system gives such. A quarter of the time of a payroll.
+// grow up to 16 MB. A block of malloc for each would be freed and wiped by itself,
+// and its pages would be cleared 4 KB at a time; a piece gets its pages ready as
+// blocks reach them, 2 MB at once where the system gives such pages. A quarter of
+// the time of a payroll.
 #pragma once
 
 #include <cstddef>

@@ -40,7 +40,7 @@ static iban_work_t* change_bank_by_branch(iban_work_t* work) {
     uint64_t value = account_value(work);
     uint64_t branch = value / accounts_per_branch;
     if (branch < first_branch || branch > last_branch) return work;
-    const branch_range_t& range = branch_ranges[first_rows[branch]];
+    const branch_range_t& range = branch_ranges[first_rows[static_cast<size_t>(branch)]];
     return in_range(value, {range.low, range.high}) ? change_bank(work, range.bank) : work;
 }
 
