@@ -14,6 +14,7 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\BufferedOutput;
 use Symfony\Component\Console\Output\OutputInterface;
 use Symfony\Component\Console\Output\StreamOutput;
+use Symfony\Component\Console\Terminal;
 
 /**
  * Writes rows as they come: tables for people, CSV or one JSON object a line
@@ -36,6 +37,9 @@ final class Rows
 
     /** Widest cell of a table, in characters; longer ones take several lines. */
     private const CELL_WIDTH = 60;
+
+    /** Columns up to here are as wide as they are, also where there is little room. */
+    private const NARROW = 16;
 
     /** Headings of columns whose cells stand at the right. */
     private const NUMBERS = ['row', 'amount', 'balance'];
@@ -184,9 +188,10 @@ final class Rows
         $table = new Table($output);
         $headings = array_keys($this->tableRows[0]);
         $words = $this->words ?? new Words('en');
-        $table->setHeaders(array_map(static fn (string $heading): string => $words->word('column', $heading), $headings));
-        foreach (array_keys($headings) as $column) {
-            $table->setColumnMaxWidth($column, self::CELL_WIDTH);
+        $titles = array_map(static fn (string $heading): string => $words->word('column', $heading), $headings);
+        $table->setHeaders($titles);
+        foreach ($this->widths($titles) as $column => $width) {
+            $table->setColumnMaxWidth($column, $width);
         }
         foreach (array_intersect($headings, self::NUMBERS) as $column => $heading) {
             $table->setColumnStyle($column, (new TableStyle())->setPadType(STR_PAD_LEFT));
@@ -195,6 +200,29 @@ final class Rows
             $table->addRow(array_map([self::class, 'printable'], array_values($cells)));
         }
         $table->render();
+    }
+
+    /**
+     * @param list<string> $titles
+     * @return list<int> the widest cells of the table's columns; on a terminal so that rows fit it
+     */
+    private function widths(array $titles): array
+    {
+        $widths = [];
+        foreach (array_keys($this->tableRows[0]) as $column => $heading) {
+            $longest = max(array_map('mb_strwidth', array_column($this->tableRows, $heading)));
+            $widths[] = min(self::CELL_WIDTH, max($longest, mb_strwidth($titles[$column])));
+        }
+        $isTerminal = $this->output instanceof StreamOutput && stream_isatty($this->output->getStream());
+        // A line beside each column, and a blank on both sides.
+        $room = $isTerminal ? (new Terminal())->getWidth() - 3 * count($widths) - 1 : PHP_INT_MAX;
+        $wide = array_filter($widths, static fn (int $width): bool => $width > self::NARROW);
+        if ($wide && array_sum($widths) > $room) {
+            $each = max(self::NARROW, intdiv($room - array_sum(array_diff_key($widths, $wide)), count($wide)));
+            $widths = array_replace($widths, array_map(static fn (int $width): int => min($width, $each), $wide));
+        }
+
+        return $widths;
     }
 
     /** One line without what a terminal would obey: control characters, and those that turn the direction. */

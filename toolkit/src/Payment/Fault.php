@@ -77,9 +77,9 @@ final class Fault implements \JsonSerializable
 
     public function __toString(): string
     {
-        $where = $this->row === null ? '' : "row $this->row, ";
+        $where = implode(', ', array_filter([$this->row === null ? null : "row $this->row", $this->key]));
 
-        return "$where$this->key: {$this->text()}";
+        return ($where === '' ? '' : "$where: ") . $this->text();
     }
 
     /** @return array{row: ?int, label: ?string, key: ?string, code: string, text: string, hint: string} */
