@@ -6,10 +6,14 @@ declare(strict_types=1);
 
 return [
     'argument' => [
+        'statements' => 'Was die Bank liefert: Dateien, ZIP-Archive, Ordner; - für die Standardeingabe',
+        'reports' => 'Statusberichte: Dateien, ZIP-Archive, Ordner; - für die Standardeingabe',
         'table' => 'CSV-Datei mit einer Zeile Überschriften; - für die Standardeingabe',
         'values' => 'Was nachzusehen ist: {names}; ohne Angabe wird CSV von der Standardeingabe gelesen',
     ],
     'option' => [
+        'german-csv' => 'CSV schreiben, das eine deutsche Tabellenkalkulation mit einem Doppelklick öffnet',
+        'payments' => 'Die Zahlungsdatei, die an die Bank ging (pain.001, pain.008)',
         'address' => 'Teil Ihrer Adresse, zum Beispiel addrTown=Oldenburg',
         'ansi' => 'Mit oder ohne Farben',
         'at' => 'Zeitpunkt von Echtzeitüberweisungen, zum Beispiel 2026-12-01T10:00:00+01:00',
@@ -127,7 +131,68 @@ return [
         'bank_code' => 'Bankleitzahl',
         'query' => 'BIC, IBAN oder Bankleitzahl',
     ],
+    'statement' => [
+        'about' => 'Liest Kontoauszüge (CAMT, MT940)',
+        'help' => <<<'HELP'
+            Zeigt Umsätze und Salden, was in den Dateien berichtigt wurde, und ob Anfangssaldo
+            und Umsätze den Endsaldo ergeben. CSV hat eine Zeile je Umsatz, JSON eine je Auszug.
+
+              <info>sepa statement november.zip</info>
+              <info>sepa statement --german november.zip >umsaetze.csv</info>
+              <info>sepa statement --csv auszuege/ oktober.sta >umsaetze.csv</info>
+              <info>sepa statement --json november.zip | jq "select(.balanced | not) | .difference"</info>
+
+            CAMT (camt.052, 053, 054), MT940 und MT942 werden am Inhalt erkannt, nicht am Namen
+            der Datei. Umsätze, die eine Bank nur ankündigt, stehen in keinem CSV.
+
+            Rückgabe: 0, wenn alles aufgeht oder keine Salden hat, die es belegen könnten; 1, wenn
+            etwas nicht aufgeht oder nicht lesbar war; 2, wenn in einer Datei kein Auszug ist.
+            HELP,
+        'number' => 'Nr. {number}',
+        'opening' => 'Anfangssaldo',
+        'closing' => 'Endsaldo',
+        'announced' => 'angekündigt, nicht gebucht',
+        'off' => 'GEHT NICHT AUF, Unterschied {amount}',
+        'not_balanced' => 'GEHT NICHT AUF',
+        'payments' => '{count} Zahlungen',
+        'reversal' => '{amount} (Storno)',
+        'times' => '{count}-mal',
+        'kind' => ['fault' => 'Fehler', 'note' => 'Hinweis', 'mended' => 'berichtigt'],
+        'formats' => 'entweder --german oder --json',
+    ],
+    'status' => [
+        'about' => 'Liest, was eine Bank über Zahlungen meldet (pain.002)',
+        'help' => <<<'HELP'
+            Zeigt, was aus jeder Zahlung wurde und warum: abgelehnt, ausgeführt, oder dass der Name
+            des Empfängers nicht der des Kontos ist. Mit der Datei, die an die Bank ging, steht jede
+            Zahlung darin da, in ihrer Reihenfolge, auch wenn kein Bericht sie nennt.
+
+              <info>sepa status bericht.zip</info>
+              <info>sepa status bericht.xml --payments zahlungen.xml</info>
+              <info>sepa status --csv bericht.xml >ergebnisse.csv</info>
+
+            Was kein Bericht nennt, ist damit nicht angenommen: Die meisten Banken melden nur,
+            was sie ablehnen.
+
+            Rückgabe: 0, wenn nichts abgelehnt ist und alle Namen stimmen; 1, wenn etwas abgelehnt
+            ist, ein Name abweicht oder ein Bericht beschädigt ist; 2, wenn eine Datei keinen
+            Bericht enthält.
+            HELP,
+        'none' => 'nichts gemeldet',
+        'other_file' => 'Der Bericht betrifft die Nachricht {original}, nicht {message} aus --payments.',
+        'not_sent' => 'Zahlungen in Berichten, die in der Zahlungsdatei nicht oder nicht eindeutig zu finden sind: {count}',
+        'summary' => 'gemeldete Zahlungen: {count}, abgelehnt: {refused}, Name abweichend: {names}',
+        'head' => 'Bericht {id} über {original}',
+        'at_bank' => 'bei der Bank: {name}',
+        'cut' => '{file}: Der Bericht bricht ab: Darin können Zahlungen fehlen.',
+    ],
     'column' => [
+        'booked' => 'gebucht',
+        'name' => 'Name',
+        'for' => 'Zweck',
+        'amount' => 'Betrag',
+        'balance' => 'Saldo',
+        'payment' => 'Zahlung',
         'IBAN' => 'IBAN',
         'BIC' => 'BIC',
         'valid' => 'gültig',

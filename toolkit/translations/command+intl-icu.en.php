@@ -6,10 +6,14 @@ declare(strict_types=1);
 
 return [
     'argument' => [
+        'statements' => 'What the bank delivers: files, ZIP archives, folders; - for standard input',
+        'reports' => 'Status reports: files, ZIP archives, folders; - for standard input',
         'table' => 'CSV file with a row of headings; - for standard input',
         'values' => 'What to look at: {names}; without, CSV is read from standard input',
     ],
     'option' => [
+        'german-csv' => 'Write CSV as a German spreadsheet opens it by a double click',
+        'payments' => 'The file of payments that was sent (pain.001, pain.008)',
         'address' => 'Part of your address, such as addrTown=Oldenburg',
         'ansi' => 'Colours, or none of them',
         'at' => 'Time of execution of instant payments, such as 2026-12-01T10:00:00+01:00',
@@ -123,7 +127,68 @@ return [
         'bank_code' => 'bank_code',
         'query' => 'query',
     ],
+    'statement' => [
+        'about' => 'Reads bank statements (CAMT, MT940)',
+        'help' => <<<'HELP'
+            Prints bookings and balances, what was mended in the files, and whether opening
+            balance and bookings come to the closing balance. CSV has a row for a booking,
+            JSON a line for a statement.
+
+              <info>sepa statement november.zip</info>
+              <info>sepa statement --german november.zip >bookings.csv</info>
+              <info>sepa statement --csv statements/ october.sta >bookings.csv</info>
+              <info>sepa statement --json november.zip | jq "select(.balanced | not) | .difference"</info>
+
+            CAMT (camt.052, 053, 054), MT940 and MT942 are told by what is in a file, not by
+            its name. Bookings that a bank only announces are in no CSV.
+
+            Exit code: 0 if all is balanced, or has no balances that could prove it; 1 if
+            something is not or could not be read; 2 if there is no statement in a file.
+            HELP,
+        'number' => 'no. {number}',
+        'opening' => 'opening balance',
+        'closing' => 'closing balance',
+        'announced' => 'announced, not booked',
+        'off' => 'NOT BALANCED by {amount}',
+        'not_balanced' => 'NOT BALANCED',
+        'payments' => '{count} payments',
+        'reversal' => '{amount} (reversal)',
+        'times' => '{count} times',
+        'kind' => ['fault' => 'fault', 'note' => 'note', 'mended' => 'mended'],
+        'formats' => 'either --german or --json',
+    ],
+    'status' => [
+        'about' => 'Reads what a bank reports about payments (pain.002)',
+        'help' => <<<'HELP'
+            Prints what became of each payment, and why: refused, executed, or that the name of a
+            payee is not that of the account. With the file that was sent every payment in it
+            stands there, in its order, also those that no report tells of.
+
+              <info>sepa status report.zip</info>
+              <info>sepa status report.xml --payments payments.xml</info>
+              <info>sepa status --csv report.xml >results.csv</info>
+
+            A payment that no report tells of is not thereby accepted: most banks report what
+            they refuse alone.
+
+            Exit code: 0 if nothing was refused and all names match; 1 if something was refused,
+            a name does not match or a report is damaged; 2 if there is no report in a file.
+            HELP,
+        'none' => 'nothing told',
+        'other_file' => 'The report is about the message {original}, not about {message}, which --payments gives.',
+        'not_sent' => 'Payments in reports that cannot be found in the file of payments, or not without doubt: {count}',
+        'summary' => 'payments told of: {count}, refused: {refused}, name not matching: {names}',
+        'head' => 'Report {id} about {original}',
+        'at_bank' => 'at the bank: {name}',
+        'cut' => '{file}: The report breaks off: payments may be missing in it.',
+    ],
     'column' => [
+        'booked' => 'booked',
+        'name' => 'name',
+        'for' => 'for',
+        'amount' => 'amount',
+        'balance' => 'balance',
+        'payment' => 'payment',
         'IBAN' => 'IBAN',
         'BIC' => 'BIC',
         'valid' => 'valid',

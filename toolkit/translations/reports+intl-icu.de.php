@@ -59,21 +59,4 @@ return [
         'TECH' => 'Ein technischer Fehler',
         'TM01' => 'Zu spät für diesen Tag',
     ],
-    'command' => [
-        'none' => 'nichts gemeldet',
-        'other_file' => 'Der Bericht betrifft die Nachricht {original}, nicht {message} aus --payments.',
-        'not_sent' => 'Zahlungen in Berichten, die in der Zahlungsdatei nicht oder nicht eindeutig zu finden sind: {count}',
-        'summary' => 'gemeldete Zahlungen: {count}, abgelehnt: {refused}, Name abweichend: {names}',
-        'head' => 'Bericht {id} über {original}',
-        'at_bank' => 'bei der Bank: {name}',
-        'cut' => 'Der Bericht bricht ab: Darin können Zahlungen fehlen.',
-    ],
-    'column' => [
-        'payment' => 'Zahlung',
-        'name' => 'Name',
-        'iban' => 'IBAN',
-        'amount' => 'Betrag',
-        'status' => 'Status',
-        'reason' => 'Grund',
-    ],
 ];

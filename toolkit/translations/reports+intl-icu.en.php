@@ -2,7 +2,7 @@
 
 declare(strict_types=1);
 
-/* What the codes of statuses and reasons mean, and the words of "sepa status". */
+/* What the codes of statuses and reasons mean. */
 
 return [
     'status' => [
@@ -60,22 +60,5 @@ return [
         'SL01' => 'A list of the payer at his bank blocks it',
         'TECH' => 'A technical fault',
         'TM01' => 'Too late for that day',
-    ],
-    'command' => [
-        'none' => 'nothing told',
-        'other_file' => 'The report is about the message {original}, not about {message}, which --payments gives.',
-        'not_sent' => 'Payments in reports that cannot be found in the file of payments, or not without doubt: {count}',
-        'summary' => 'payments told of: {count}, refused: {refused}, name not matching: {names}',
-        'head' => 'Report {id} about {original}',
-        'at_bank' => 'at the bank: {name}',
-        'cut' => 'The report breaks off: payments may be missing in it.',
-    ],
-    'column' => [
-        'payment' => 'payment',
-        'name' => 'name',
-        'iban' => 'IBAN',
-        'amount' => 'amount',
-        'status' => 'status',
-        'reason' => 'reason',
     ],
 ];

@@ -45,8 +45,8 @@ final class Application extends Console
             new BankCommand($this->words),
             new TransferCommand($this->words),
             new DebitCommand($this->words),
-            new StatementCommand(),
-            new StatusCommand(),
+            new StatementCommand($this->words),
+            new StatusCommand($this->words),
         ]);
     }
 

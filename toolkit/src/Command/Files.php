@@ -14,16 +14,17 @@ use Symfony\Component\Console\Input\StreamableInputInterface;
 /** The files of a bank that a command reads: names, folders, archives, or standard input. */
 final class Files
 {
-    public static function argument(string $what): InputArgument
+    /** @param string $what id in the group "argument" */
+    public static function argument(string $what, Words $words): InputArgument
     {
-        return new InputArgument('file', InputArgument::REQUIRED | InputArgument::IS_ARRAY, "$what: files, ZIP archives, folders; - for standard input");
+        return new InputArgument('file', InputArgument::REQUIRED | InputArgument::IS_ARRAY, $words->of("argument.$what"));
     }
 
     /**
      * @return list<string|resource>
      * @throws Failure if one cannot be opened
      */
-    public static function of(InputInterface $input): array
+    public static function of(InputInterface $input, Words $words): array
     {
         $files = [];
         foreach ($input->getArgument('file') as $file) {

@@ -4,7 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
-use Sepa\Toolkit\Language;
+use Sepa\Toolkit\Report\Words as Codes;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Statement\Balance;
 use Sepa\Toolkit\Statement\Booking;
@@ -12,7 +12,6 @@ use Sepa\Toolkit\Statement\Bookings;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
 use Sepa\Toolkit\Statement\Statement;
-use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
 use Symfony\Component\Console\Input\InputInterface;
@@ -20,7 +19,7 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
-final class StatementCommand extends Command
+final class StatementCommand extends TranslatedCommand
 {
     private string $format;
 
@@ -32,50 +31,32 @@ final class StatementCommand extends Command
 
     private Progress $progress;
 
-    private string $language;
-
     /** @var string the file that was printed last */
     private string $file = '';
 
     protected function configure(): void
     {
-        $this->setName('statement')->setDescription('Reads bank statements (CAMT, MT940)');
-        $this->getDefinition()->addArgument(Files::argument('What the bank delivers'));
-        $this->getDefinition()->addOptions(Rows::options());
-        $this->addOption('german', null, InputOption::VALUE_NONE, 'Write CSV as a German spreadsheet opens it by a double click');
-        $this->setHelp(<<<'HELP'
-            Prints bookings and balances, what was mended in the files, and whether opening
-            balance and bookings come to the closing balance. CSV has a row for a booking,
-            JSON a line for a statement.
-
-              <info>sepa statement november.zip</info>
-              <info>sepa statement --german november.zip >bookings.csv</info>
-              <info>sepa statement --csv statements/ october.sta >bookings.csv</info>
-              <info>sepa statement --json november.zip | jq 'select(.balanced | not) | .difference'</info>
-
-            CAMT (camt.052, 053, 054), MT940 and MT942 are told by what is in a file, not by
-            its name. Bookings that a bank only announces are in no CSV.
-
-            Exit code: 0 if all is balanced, or has no balances that could prove it; 1 if
-            something is not or could not be read; 2 if there is no statement in a file.
-            HELP);
+        $this->describe('statement');
+        $this->getDefinition()->addArgument(Files::argument('statements', $this->words));
+        $this->getDefinition()->addOptions(Rows::options($this->words));
+        $this->addOption('german', null, InputOption::VALUE_NONE, $this->words->of('option.german-csv'));
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
         $isGerman = (bool) $input->getOption('german');
         if ($isGerman && $input->getOption('json')) {
-            throw new Failure('either --german or --json');
+            throw new Failure($this->words->of('statement.formats'));
         }
         $isGerman && $input->setOption('csv', true);
         $this->format = Rows::format($input);
-        $this->rows = $isGerman ? Rows::of($input, $output)->german() : Rows::of($input, $output);
+        $this->rows = Rows::of($input, $output, $this->words);
+        $isGerman && $this->rows->german();
         $this->output = $output;
         $this->errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
-        $this->language = Language::ofCommand($input->hasOption('lang') ? $input->getOption('lang') : null, getenv());
         $this->progress = new Progress($output, null, static fn (): int => 0);
         $this->rows->besides($this->progress);
-        $reader = Reader::files(Files::of($input));
+        $reader = Reader::files(Files::of($input, $this->words));
         $worst = ExitCode::GOOD;
         $read = [];
         foreach ($reader as $statement) {
@@ -116,7 +97,7 @@ final class StatementCommand extends Command
     private function tell(array $notes, string $file = ''): void
     {
         foreach ($notes as $note) {
-            $text = 'sepa: ' . Files::told($note, $note->file === '' ? $file : $note->file, $this->language);
+            $text = 'sepa: ' . Files::told($note, $note->file === '' ? $file : $note->file, $this->words->locale);
             $this->errors->writeln(Rows::clean($text), OutputInterface::OUTPUT_RAW);
         }
     }
@@ -177,17 +158,18 @@ final class StatementCommand extends Command
         if ($statement->file !== $this->file && $statement->file !== '-') {
             $this->line($this->file = $statement->file);
         }
-        $number = $statement->number === null ? '' : " no. $statement->number" . ($statement->page === null ? '' : "/$statement->page");
-        $this->line("$statement->account$number");
-        $statement->opening && $this->line('  opening balance  ' . self::balance($statement->opening));
+        $number = $statement->number === null ? '' : "$statement->number" . ($statement->page === null ? '' : "/$statement->page");
+        $this->line(trim($statement->account . ' ' . ($number === '' ? '' : $this->say('number', ['number' => $number]))));
+        $statement->opening && $this->balance('opening', $statement->opening);
         $this->table($statement->bookings, $statement->opening ? $statement->opening->amount : null);
-        $statement->closing && $this->line('  closing balance  ' . self::balance($statement->closing));
+        $statement->closing && $this->balance('closing', $statement->closing);
         if (count($statement->pending) > 0) {
-            $this->line('  announced, not booked');
+            $this->line('  ' . $this->say('announced'));
             $this->table($statement->pending, null);
         }
         if (!$statement->balanced && ($statement->hasBalances() || !$statement->isGood())) {
-            $this->line('  NOT BALANCED' . ($statement->difference === null ? '' : ' by ' . self::money($statement->difference)));
+            $off = $statement->difference;
+            $this->line('  ' . ($off ? $this->say('off', ['amount' => self::money($off)]) : $this->say('not_balanced')));
         }
         foreach (['fault' => $statement->faults, 'note' => $statement->hints, 'mended' => $statement->mended] as $kind => $notes) {
             foreach ($notes as $note) {
@@ -201,38 +183,53 @@ final class StatementCommand extends Command
     {
         foreach ($bookings as $booking) {
             $balance = $balance === null ? null : $balance->plus($booking->amount);
-            $this->rows->add([], static function () use ($booking, $balance): array {
-                return self::cells($booking, $balance);
-            });
+            $this->rows->add([], fn (): array => $this->cells($booking, $balance));
             ($this->progress)();
         }
         $this->rows->flush();
     }
 
     /** @return array<string, string> */
-    private static function cells(Booking $booking, ?Amount $balance): array
+    private function cells(Booking $booking, ?Amount $balance): array
     {
         $payments = $booking->payments ?? count($booking->parts());
+        $amount = self::money($booking->amount);
 
         return [
             'booked' => self::day($booking->booked ?? $booking->valuta),
-            'name' => $booking->name ?? ($payments > 1 ? "$payments payments" : ''),
-            'for' => $booking->remittance(),
-            'amount' => self::money($booking->amount) . ($booking->reversal ? ' (reversal)' : ''),
+            'name' => $booking->name ?? ($payments > 1 ? $this->say('payments', ['count' => $payments]) : ''),
+            'for' => trim($booking->remittance() . ' ' . $this->reason($booking)),
+            'amount' => $booking->reversal ? $this->say('reversal', ['amount' => $amount]) : $amount,
             'balance' => $balance === null ? '' : self::money($balance),
         ];
     }
 
-    private function note(string $kind, Note $note): string
+    /** Why a payment came back. */
+    private function reason(Booking $booking): string
     {
-        $place = $note->place($this->language);
+        $meaning = Codes::of('reason', (string) $booking->reason, $this->words->locale);
 
-        return "  $kind" . ($place === '' ? '' : ", $place") . ($note->count > 1 ? ", $note->count times" : '') . ': ' . $note->text($this->language);
+        return $booking->reason === null ? '' : '(' . ($meaning === '' ? '' : "$meaning, ") . "$booking->reason)";
     }
 
-    private static function balance(Balance $balance): string
+    private function note(string $kind, Note $note): string
     {
-        return self::day($balance->date) . '  ' . self::money($balance->amount) . ' ' . $balance->amount->currency;
+        $count = $note->count > 1 ? $this->say('times', ['count' => $note->count]) : '';
+        $head = array_filter([$this->say("kind.$kind"), $note->place($this->words->locale), $count]);
+
+        return '  ' . implode(', ', $head) . ': ' . $note->text($this->words->locale);
+    }
+
+    private function balance(string $which, Balance $balance): void
+    {
+        $amount = self::money($balance->amount) . ' ' . $balance->amount->currency;
+        $this->line('  ' . $this->say($which) . '  ' . self::day($balance->date) . "  $amount");
+    }
+
+    /** @param array<string, mixed> $values */
+    private function say(string $id, array $values = []): string
+    {
+        return $this->words->of("statement.$id", $values);
     }
 
     /** As German statements print it. */

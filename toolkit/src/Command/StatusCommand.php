@@ -4,7 +4,6 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Command;
 
-use Sepa\Toolkit\Language;
 use Sepa\Toolkit\Report\Payment;
 use Sepa\Toolkit\Report\PaymentFile;
 use Sepa\Toolkit\Report\Reader;
@@ -12,10 +11,8 @@ use Sepa\Toolkit\Report\Reason;
 use Sepa\Toolkit\Report\Report;
 use Sepa\Toolkit\Report\SentPayment;
 use Sepa\Toolkit\Report\Status;
-use Sepa\Toolkit\Report\Words;
+use Sepa\Toolkit\Report\Words as Codes;
 use Sepa\Toolkit\Statement\Amount;
-use Sepa\Toolkit\Texts;
-use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
 use Symfony\Component\Console\Input\InputInterface;
@@ -23,15 +20,13 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 
-final class StatusCommand extends Command
+final class StatusCommand extends TranslatedCommand
 {
     private Rows $rows;
 
     private OutputInterface $output;
 
     private OutputInterface $errors;
-
-    private string $language;
 
     private bool $isTable;
 
@@ -43,44 +38,28 @@ final class StatusCommand extends Command
 
     protected function configure(): void
     {
-        $this->setName('status')->setDescription('Reads what a bank reports about payments (pain.002)');
-        $this->getDefinition()->addArgument(Files::argument('Status reports'));
-        $this->addOption('payments', null, InputOption::VALUE_REQUIRED, 'The file of payments that was sent (pain.001, pain.008)');
-        $this->getDefinition()->addOptions(Rows::options());
-        $this->setHelp(<<<'HELP'
-            Prints what became of each payment, and why: refused, executed, or that the name of a
-            payee is not that of the account. With the file that was sent every payment in it
-            stands there, in its order, also those that no report tells of.
-
-              <info>sepa status report.zip</info>
-              <info>sepa status report.xml --payments payments.xml</info>
-              <info>sepa status --csv report.xml >results.csv</info>
-
-            A payment that no report tells of is not thereby accepted: most banks report what
-            they refuse alone.
-
-            Exit code: 0 if nothing was refused and all names match; 1 if something was refused,
-            a name does not match or a report is damaged; 2 if there is no report in a file.
-            HELP);
+        $this->describe('status');
+        $this->getDefinition()->addArgument(Files::argument('reports', $this->words));
+        $this->addOption('payments', null, InputOption::VALUE_REQUIRED, $this->words->of('option.payments'));
+        $this->getDefinition()->addOptions(Rows::options($this->words));
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
-        $this->rows = Rows::of($input, $output);
+        $this->rows = Rows::of($input, $output, $this->words);
         $this->isTable = Rows::format($input) === Rows::TABLE;
         $this->output = $output;
         $this->errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
-        $this->language = Language::ofCommand($input->hasOption('lang') ? $input->getOption('lang') : null, getenv());
         $file = $input->getOption('payments');
         $sent = $file === null ? null : PaymentFile::read($file);
-        $reader = Reader::files(Files::of($input));
+        $reader = Reader::files(Files::of($input, $this->words));
         $read = [];
         $isGood = true;
         $reports = [];
         foreach ($reader as $report) {
             $read[$report->file] = true;
             $isGood = $isGood && !$report->isWanting();
-            $report->isCut && $this->tell($report->file . ': ' . $this->text('command.cut'));
+            $report->isCut && $this->tell($this->text('cut', ['file' => $report->file]));
             if ($sent) {
                 $reports[] = $report;
             } else {
@@ -90,9 +69,9 @@ final class StatusCommand extends Command
         $sent && $this->showBeside($sent, $reports);
         $this->rows->flush();
         foreach (array_merge($reader->hints(), $reader->faults()) as $note) {
-            $this->tell(Files::told($note, $note->file, $this->language));
+            $this->tell(Files::told($note, $note->file, $this->words->locale));
         }
-        $this->tell($this->text('command.summary', ['count' => $this->told, 'refused' => $this->refused, 'names' => $this->otherNames]));
+        $this->tell($this->text('summary', ['count' => $this->told, 'refused' => $this->refused, 'names' => $this->otherNames]));
         foreach ($reader->faults() as $fault) {
             $isGood = false;
             if (!isset($read[$fault->file])) {
@@ -132,7 +111,7 @@ final class StatusCommand extends Command
 
             return;
         }
-        $text = $this->text('command.head', ['id' => $report->id, 'original' => $report->originalId]);
+        $text = $this->text('head', ['id' => $report->id, 'original' => $report->originalId]);
         $status = $report->status === '' ? '' : ': ' . $this->words('status', $report->status);
         $why = $report->blocks ? '' : $this->reasons($report->reasons);
         Rows::write($this->output, Rows::clean($text . $status . ($why === '' ? '' : ", $why")) . "\n");
@@ -145,7 +124,7 @@ final class StatusCommand extends Command
         $whole = null;
         foreach ($reports as $report) {
             if ($report->originalId !== $sent->id) {
-                $this->tell($this->text('command.other_file', ['original' => $report->originalId, 'message' => $sent->id]));
+                $this->tell($this->text('other_file', ['original' => $report->originalId, 'message' => $sent->id]));
                 continue;
             }
             $whole = $report;
@@ -166,7 +145,7 @@ final class StatusCommand extends Command
         foreach ($lost as [$report, $payment]) {
             $this->add($report, $payment, null, $payment->block, $payment->status, $payment->reasons);
         }
-        $lost && $this->tell($this->text('command.not_sent', ['count' => count($lost)]));
+        $lost && $this->tell($this->text('not_sent', ['count' => count($lost)]));
     }
 
     /** @param list<Reason> $reasons */
@@ -200,26 +179,25 @@ final class StatusCommand extends Command
      */
     private function cells(array $record, ?Amount $amount, ?Payment $told): array
     {
-        $column = fn (string $key): string => $this->text("column.$key");
         $why = array_filter([
             $record['reason_text'] === $record['name_at_bank'] ? '' : $record['reason_text'],
-            $record['name_at_bank'] === '' ? '' : $this->text('command.at_bank', ['name' => $record['name_at_bank']]),
+            $record['name_at_bank'] === '' ? '' : $this->text('at_bank', ['name' => $record['name_at_bank']]),
         ]);
 
         return [
-            $column('payment') => $record['eref'] === '' ? $record['block'] : $record['eref'],
-            $column('name') => $record['name'],
-            $column('iban') => $record['iban'],
-            $column('amount') => $amount ? $amount->text(',', '.') . ' ' . $amount->currency : '',
-            $column('status') => $record['status'] === '' ? $this->text('command.none') : $record['meaning'],
-            $column('reason') => implode(' ', $why),
+            'payment' => $record['eref'] === '' ? $record['block'] : $record['eref'],
+            'name' => $record['name'],
+            'IBAN' => $record['iban'],
+            'amount' => $amount ? $amount->text(',', '.') . ' ' . $amount->currency : '',
+            'status' => $record['status'] === '' ? $this->text('none') : $record['meaning'],
+            'reason' => implode(' ', $why),
         ];
     }
 
     /** A code with what it means; the code alone if nobody knows it. */
     private function words(string $kind, string $code): string
     {
-        $words = Words::of($kind, $code, $this->language);
+        $words = Codes::of($kind, $code, $this->words->locale);
 
         return $words === '' ? $code : "$words ($code)";
     }
@@ -238,7 +216,7 @@ final class StatusCommand extends Command
     /** @param array<string, mixed> $values */
     private function text(string $id, array $values = []): string
     {
-        return Texts::of('reports', $id, $values, $this->language);
+        return $this->words->of("status.$id", $values);
     }
 
     private function tell(string $text): void

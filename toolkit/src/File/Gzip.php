@@ -14,6 +14,8 @@ final class Gzip
     /** Packed bytes that are taken at once: they can become a thousand times as many. */
     private const STEP = 4096;
 
+    private const GIVEN = 65536;
+
     /**
      * @param iterable<string> $chunks
      * @return \Generator<string>
@@ -34,7 +36,7 @@ final class Gzip
                         return;
                     }
                     if ($text !== '') {
-                        yield $text;
+                        yield from str_split($text, self::GIVEN);
                     }
                 }
             }
