@@ -11,18 +11,6 @@ namespace Sepa\Toolkit\Payment;
  */
 final class Additions
 {
-    /** Letter by key, for packing. */
-    private const LETTERS = [
-        'instr_id' => 'i', 'ultm_dbtr' => 'd', 'ultm_dbtr_id' => 'D', 'ultm_cdtr' => 'c', 'ultm_cdtr_id' => 'C',
-        'purp' => 'p', 'rf' => 'r', 'old_name' => 'n', 'old_creditor_id' => 'N', 'addrLine1' => '1', 'addrLine2' => '2',
-    ];
-
-    /** No values. */
-    private const NONE = [
-        'i' => '', 'd' => '', 'D' => '', 'c' => '', 'C' => '', 'p' => '', 'r' => '', 'n' => '', 'N' => '',
-        '1' => '', '2' => '',
-    ];
-
     private const REFERENCE = "\t\t\t\t<RmtInf>\n\t\t\t\t\t<Strd><CdtrRefInf><Tp><CdOrPrtry><Cd>SCOR</Cd></CdOrPrtry>"
         . "<Issr>ISO</Issr></Tp><Ref>%s</Ref></CdtrRefInf></Strd>\n\t\t\t\t</RmtInf>\n";
 
@@ -40,11 +28,13 @@ final class Additions
      */
     public static function pack(array $values, array $added, string $amount): string
     {
-        $id = $values['id'] ?? 'NOTPROVIDED';
-        $text = "$id\n$amount\n{$values['name']}\n{$values['iban']}\n" . ($values['ref'] ?? '');
-        foreach ($added as $key => $value) {
-            $text .= "\n" . self::LETTERS[$key] . $value;
-        }
+        $text = implode("\n", [
+            $values['id'] ?? 'NOTPROVIDED', $amount, $values['name'], $values['iban'], $values['ref'] ?? '',
+            $added['instr_id'] ?? '', $added['ultm_dbtr'] ?? '', $added['ultm_dbtr_id'] ?? '',
+            $added['ultm_cdtr'] ?? '', $added['ultm_cdtr_id'] ?? '', $added['rf'] ?? '',
+            $added['addrLine1'] ?? '', $added['addrLine2'] ?? '', $added['purp'] ?? '',
+            $added['old_name'] ?? '', $added['old_creditor_id'] ?? '',
+        ]);
 
         return strpbrk($text, '&<>') === false ? $text : htmlspecialchars($text, ENT_NOQUOTES);
     }
@@ -55,7 +45,8 @@ final class Additions
      */
     public static function toTransfer(string $xml, string $packed): string
     {
-        [$id, $amount, $name, $iban, $ref, $added] = self::unpack($packed);
+        [$id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1, $line2]
+            = explode("\n", $packed);
         $start = "\t\t\t<CdtTrfTxInf>\n\t\t\t\t<PmtId>\n";
         $amount = "\t\t\t\t\t<EndToEndId>$id</EndToEndId>\n\t\t\t\t</PmtId>\n\t\t\t\t<Amt>\n"
             . "\t\t\t\t\t<InstdAmt Ccy=\"EUR\">$amount</InstdAmt>\n\t\t\t\t</Amt>\n";
@@ -65,16 +56,16 @@ final class Additions
 
         [$before, $between] = self::cut($xml, $start . $amount, $account, $reference . $end);
         if ($ref === '') {
-            $reference = $added['r'] === '' ? '' : sprintf(self::REFERENCE, $added['r']);
+            $reference = $rf === '' ? '' : sprintf(self::REFERENCE, $rf);
         }
         if (strpos($before, "\t\t\t\t<Cdtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") === false) {
             throw self::misplaced();
         }
 
-        return $start . ($added['i'] === '' ? '' : "\t\t\t\t\t<InstrId>{$added['i']}</InstrId>\n") . $amount
-            . self::party('UltmtDbtr', $added['d'], $added['D'])
-            . ($added['1'] . $added['2'] === '' ? $before : self::withLines($before, $added)) . $account
-            . self::party('UltmtCdtr', $added['c'], $added['C'])
+        return $start . ($instruction === '' ? '' : "\t\t\t\t\t<InstrId>$instruction</InstrId>\n") . $amount
+            . self::party('UltmtDbtr', $debtor, $debtorId)
+            . ($line1 . $line2 === '' ? $before : self::withLines($before, [$line1, $line2])) . $account
+            . self::party('UltmtCdtr', $creditor, $creditorId)
             . $between . $reference . $end;
     }
 
@@ -84,7 +75,8 @@ final class Additions
      */
     public static function toDebit(string $xml, string $packed): string
     {
-        [$id, $amount, $name, $iban, $ref, $added] = self::unpack($packed);
+        [$id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1, $line2,
+            $purpose, $oldName, $oldId] = explode("\n", $packed);
         $start = "\t\t\t<DrctDbtTxInf>\n\t\t\t\t<PmtId>\n";
         $amount = "\t\t\t\t\t<EndToEndId>$id</EndToEndId>\n\t\t\t\t</PmtId>\n"
             . "\t\t\t\t<InstdAmt Ccy=\"EUR\">$amount</InstdAmt>\n";
@@ -93,32 +85,19 @@ final class Additions
         $end = ($ref === '' ? '' : self::reference($ref)) . "\t\t\t</DrctDbtTxInf>\n";
 
         [$before, $between] = self::cut($xml, $start . $amount, $account, $end);
-        [$before, $debtor] = self::divide($before, $mandate);
-        if ($between !== '' || strpos($debtor, "\t\t\t\t<Dbtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") === false) {
+        [$before, $payer] = self::divide($before, $mandate);
+        if ($between !== '' || strpos($payer, "\t\t\t\t<Dbtr>\n\t\t\t\t\t<Nm>$name</Nm>\n") === false) {
             throw self::misplaced();
         }
 
-        return $start . ($added['i'] === '' ? '' : "\t\t\t\t\t<InstrId>{$added['i']}</InstrId>\n") . $amount
-            . self::amended($before, $added['n'], $added['N']) . $mandate
-            . self::party('UltmtCdtr', $added['c'], $added['C'])
-            . ($added['1'] . $added['2'] === '' ? $debtor : self::withLines($debtor, $added)) . $account
-            . self::party('UltmtDbtr', $added['d'], $added['D'])
-            . ($added['p'] === '' ? '' : sprintf(self::PURPOSE, $added['p']))
-            . ($added['r'] === '' ? '' : sprintf(self::REFERENCE, $added['r']))
+        return $start . ($instruction === '' ? '' : "\t\t\t\t\t<InstrId>$instruction</InstrId>\n") . $amount
+            . ($oldName . $oldId === '' ? $before : self::amended($before, $oldName, $oldId)) . $mandate
+            . self::party('UltmtCdtr', $creditor, $creditorId)
+            . ($line1 . $line2 === '' ? $payer : self::withLines($payer, [$line1, $line2])) . $account
+            . self::party('UltmtDbtr', $debtor, $debtorId)
+            . ($purpose === '' ? '' : sprintf(self::PURPOSE, $purpose))
+            . ($rf === '' ? '' : sprintf(self::REFERENCE, $rf))
             . $end;
-    }
-
-    /** @return array{string, string, string, string, string, array<string, string>} */
-    private static function unpack(string $packed): array
-    {
-        $fields = explode("\n", $packed);
-        $added = self::NONE;
-        foreach (array_splice($fields, 5) as $field) {
-            $added[$field[0]] = substr($field, 1);
-        }
-        $fields[] = $added;
-
-        return $fields;
     }
 
     /**
@@ -175,24 +154,21 @@ final class Additions
         return "\t\t\t\t<$element>\n$name$id\t\t\t\t</$element>\n";
     }
 
-    /** @param array<string, string> $added */
-    private static function withLines(string $xml, array $added): string
+    /** @param list<string> $lines of an address, empty ones among them */
+    private static function withLines(string $xml, array $lines): string
     {
         [$before, $after] = self::divide($xml, "</Ctry>\n");
-        $lines = '';
-        foreach (array_filter([$added['1'], $added['2']], 'strlen') as $line) {
-            $lines .= "\t\t\t\t\t\t<AdrLine>$line</AdrLine>\n";
+        $elements = '';
+        foreach (array_filter($lines, 'strlen') as $line) {
+            $elements .= "\t\t\t\t\t\t<AdrLine>$line</AdrLine>\n";
         }
 
-        return "$before</Ctry>\n$lines$after";
+        return "$before</Ctry>\n$elements$after";
     }
 
     /** The mandate with the creditor's old name and identifier. */
     private static function amended(string $xml, string $name, string $id): string
     {
-        if ($name === '' && $id === '') {
-            return $xml;
-        }
         $scheme = "\t\t\t\t\t\t\t<OrgnlCdtrSchmeId>\n"
             . ($name === '' ? '' : "\t\t\t\t\t\t\t\t<Nm>$name</Nm>\n")
             . ($id === '' ? '' : "\t\t\t\t\t\t\t\t<Id>\n\t\t\t\t\t\t\t\t\t<PrvtId>\n\t\t\t\t\t\t\t\t\t\t<Othr>\n"

@@ -5,8 +5,13 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Tests\Payment;
 
 use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\Payment\Additions;
+use Sepa\Toolkit\Payment\Blocks;
 use Sepa\Toolkit\Payment\Collections;
+use Sepa\Toolkit\Payment\Document;
 use Sepa\Toolkit\Payment\Fault;
+use Sepa\Toolkit\Payment\Head;
+use Sepa\Toolkit\Payment\Misplaced;
 use Sepa\Toolkit\Payment\Options;
 use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
@@ -248,6 +253,47 @@ final class AdditionsTest extends TestCase
             $payments->add(Samples::TRANSFER);
             self::assertSame($fault === null ? [] : [$fault], array_column($payments->faults(), 'code'));
             self::assertSame($fault === null ? ['bic_other_bank'] : [], array_column($payments->warnings(), 'code'));
+        }
+    }
+
+    public function testNothingIsAddedToAnotherPayment(): void
+    {
+        foreach ([false, true] as $isDebit) {
+            $payments = $isDebit ? Samples::collections('DE-3.7') : Samples::transfers('DE-3.7');
+            $row = ['id' => 'A', 'name' => 'A & B'] + ($isDebit ? Samples::COLLECTION : Samples::TRANSFER);
+            $payments->add($row);
+            $element = $isDebit ? 'DrctDbtTxInf' : 'CdtTrfTxInf';
+            preg_match("~\t\t\t<$element>.*?</$element>\n~s", $payments->document(), $xml);
+            $add = $isDebit ? [Additions::class, 'toDebit'] : [Additions::class, 'toTransfer'];
+            self::assertStringContainsString('<InstrId>I<', $add($xml[0], Additions::pack($row, ['instr_id' => 'I'], '842.17')));
+            $others = ['id' => 'B', 'name' => 'A + B', 'iban' => 'DE12500105170648489890', 'ref' => 'Vertrag 77301-5'];
+            foreach ($others + ['amount' => '842.18'] as $key => $value) {
+                try {
+                    $add($xml[0], Additions::pack([$key => $value] + $row, ['instr_id' => 'I'], $key === 'amount' ? $value : '842.17'));
+                    self::fail("another $key");
+                } catch (Misplaced $e) {
+                    self::assertNotSame('', $e->getMessage());
+                }
+            }
+        }
+    }
+
+    public function testABlockHasTheDayAndTheNumberOfPaymentsThatAreMeant(): void
+    {
+        $payments = Samples::transfers('DE-3.5');
+        $payments->add(Samples::TRANSFER);
+        $head = new Head(Party::payer('A', 'DE89370400440532013000', 'x'), Options::latest(), new Rulebook('DE-3.5'), SEPA_MSGTYPE_CTI);
+        foreach ([['2026-12-01', 1, 84217], ['2026-12-02', 1, 84217], ['2026-12-01', 2, 84217], ['2026-12-01', 1, 84218]] as $case => [$date, $count, $cents]) {
+            $blocks = new Blocks();
+            for ($i = 0; $i < $count; ++$i) {
+                $blocks->add($date, '', '');
+            }
+            try {
+                (new Document($payments->document(), SEPA_MSGTYPE_CTI))->complete($blocks, $head, 1, $cents);
+                self::assertSame(0, $case);
+            } catch (Misplaced | \RangeException $e) {
+                self::assertNotSame(0, $case, $e->getMessage());
+            }
         }
     }
 
