@@ -53,7 +53,7 @@ return [
     'statement' => [
         'title' => 'Kontoauszüge',
         'file' => 'Dateien Ihrer Bank',
-        'file.help' => 'CAMT (camt.052, 053, 054) oder MT940, auch als ZIP oder gzip; mehrere auf einmal, je höchstens 10 MB.',
+        'file.help' => 'CAMT (camt.052, 053, 054), MT940 oder Statusberichte (pain.002), auch als ZIP oder gzip; mehrere auf einmal, je höchstens 10 MB.',
         'other_file' => 'Andere Dateien',
         'look' => 'Suchen',
         'search' => 'Suchen',
@@ -115,6 +115,11 @@ return [
         'reference' => 'Referenz',
         'reason' => 'Rückgabegrund',
         'file' => 'Datei',
+    ],
+    'report' => [
+        'title' => 'Statusbericht',
+        'read' => '{count, plural, one {# Statusbericht} other {# Statusberichte}} der Bank',
+        'status' => 'Status',
     ],
     'chart' => [
         'caption' => 'Saldo in {currency} nach jeder Buchung',

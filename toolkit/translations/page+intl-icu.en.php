@@ -53,7 +53,7 @@ return [
     'statement' => [
         'title' => 'Statements',
         'file' => 'Files of your bank',
-        'file.help' => 'CAMT (camt.052, 053, 054) or MT940, in ZIP or gzip, too; several at once, each up to 10 MB.',
+        'file.help' => 'CAMT (camt.052, 053, 054), MT940 or status reports (pain.002), in ZIP or gzip, too; several at once, each up to 10 MB.',
         'other_file' => 'Other files',
         'look' => 'Search',
         'search' => 'Search',
@@ -115,6 +115,11 @@ return [
         'reference' => 'Reference',
         'reason' => 'Reason of return',
         'file' => 'File',
+    ],
+    'report' => [
+        'title' => 'Status report',
+        'read' => '{count, plural, one {# status report} other {# status reports}} of the bank',
+        'status' => 'Status',
     ],
     'chart' => [
         'caption' => 'Running balance in {currency}, booking by booking',

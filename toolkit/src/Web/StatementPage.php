@@ -4,7 +4,10 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
+use Sepa\Toolkit\Report\Reader as ReportReader;
+use Sepa\Toolkit\Report\Report;
 use Sepa\Toolkit\Statement\Booking;
+use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
 use Sepa\Toolkit\Statement\Statement;
 use Symfony\Component\HttpFoundation\Response;
@@ -36,7 +39,7 @@ final class StatementPage implements Page
             return Spreadsheet::download($this->rows($files, $search), 'bookings.csv');
         }
         $page = max(1, (int) $input->text('p'));
-        $values = $action !== '' && $files->contents ? $this->read($files, $search, $page) : ['result' => null, 'accounts' => []];
+        $values = $action !== '' && $files->contents ? $this->read($files, $search, $page) : ['result' => null, 'accounts' => [], 'reports' => []];
         if (!$files->contents && !in_array($action, ['', 'again'], true)) {
             $notice = ['kind' => 'bad', 'heading' => $this->view->text('statement.choose')];
         }
@@ -78,9 +81,14 @@ final class StatementPage implements Page
             $last = $statement;
         }
 
+        $isReport = static fn (Note $note): bool => ($note->values['kind'] ?? '') === 'report';
+        $faults = array_values(array_filter($reader->faults(), static fn (Note $note): bool => !$isReport($note)));
+        $told = array_filter(array_merge($reader->faults(), $reader->hints()), $isReport);
+
         return [
+            'reports' => $told ? self::reports($files) : [],
             'accounts' => array_filter($accounts, static fn (StatementAccount $account): bool => $account->statements !== []),
-            'faults' => count($reader->faults()) + $statements - $good,
+            'faults' => count($faults) + $statements - $good,
             'result' => [
                 'statements' => $statements,
                 'bookings' => $bookings,
@@ -88,10 +96,23 @@ final class StatementPage implements Page
                 'pages' => (int) ceil($found / self::SHOWN),
                 'wanting' => $statements - $good,
                 'links' => $wanting,
-                'faults' => $reader->faults(),
-                'hints' => $reader->hints(),
+                'faults' => $faults,
+                'hints' => array_filter($reader->hints(), static fn (Note $note): bool => !$isReport($note)),
             ],
         ];
+    }
+
+    /** @return list<Report> what the bank tells of payments that were sent, in the files that are no statements */
+    private static function reports(Files $files): array
+    {
+        $reports = [];
+        foreach ($files->contents as $name => $content) {
+            foreach (ReportReader::string($content, (string) $name) as $report) {
+                $reports[] = $report;
+            }
+        }
+
+        return $reports;
     }
 
     /** @return iterable<list<string>> of what is found */

@@ -6,6 +6,7 @@ namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Iban\Ibans;
 use Sepa\Toolkit\Payment\Keys;
+use Sepa\Toolkit\Report\Words;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Texts;
 use Sepa\Toolkit\Version;
@@ -43,7 +44,7 @@ final class View
         $this->days = new \IntlDateFormatter($locale, \IntlDateFormatter::MEDIUM, \IntlDateFormatter::NONE, 'UTC');
         // Without a cache nothing of it is on the disk.
         $this->twig = new Environment(new FilesystemLoader(__DIR__ . '/../../templates'), ['strict_variables' => true, 'cache' => false]);
-        foreach (['text', 'label', 'cell', 'money', 'day', 'id'] as $function) {
+        foreach (['text', 'label', 'word', 'cell', 'money', 'day', 'id'] as $function) {
             $this->twig->addFunction(new TwigFunction($function, [$this, $function]));
         }
         $this->twig->addFunction(new TwigFunction('grouped', [Ibans::class, 'grouped']));
@@ -82,6 +83,12 @@ final class View
         }
 
         return in_array($id, self::TOLD_BY_ALL, true) ? $this->text("payment.$id") : Keys::label($key, $this->language, $isOwn);
+    }
+
+    /** What a code of a bank's report means. */
+    public function word(string $kind, string $code): string
+    {
+        return Words::of($kind, $code, $this->language);
     }
 
     /** What stands in a field: days and amounts as the language has them. */

@@ -156,6 +156,20 @@ final class AppTest extends TestCase
         }
     }
 
+    public function testAStatusReportStandsBesideStatements(): void
+    {
+        $report = '<Document xmlns="urn:iso:std:iso:20022:tech:xsd:pain.002.001.10"><CstmrPmtStsRpt><GrpHdr><MsgId>R1</MsgId></GrpHdr>'
+            . '<OrgnlGrpInfAndSts><OrgnlMsgId>M1</OrgnlMsgId><OrgnlMsgNmId>pain.001</OrgnlMsgNmId><GrpSts>PART</GrpSts></OrgnlGrpInfAndSts>'
+            . '<OrgnlPmtInfAndSts><OrgnlPmtInfId>P1</OrgnlPmtInfId><TxInfAndSts><OrgnlEndToEndId>E1</OrgnlEndToEndId><TxSts>RJCT</TxSts>'
+            . '<StsRsnInf><Rsn><Cd>AC04</Cd></Rsn></StsRsnInf><OrgnlTxRef><Amt><InstdAmt Ccy="EUR">10</InstdAmt></Amt><Cdtr><Pty><Nm>&lt;b></Nm></Pty></Cdtr>'
+            . '</OrgnlTxRef></TxInfAndSts></OrgnlPmtInfAndSts></CstmrPmtStsRpt></Document>';
+        $german = ['HTTP_ACCEPT_LANGUAGE' => 'de'];
+        $page = self::post('statement', ['do' => 'read'], ['file' => [self::upload($report)['file']]], $german)->getContent();
+        foreach (['1 Statusbericht der Bank', '<strong>&lt;b&gt;</strong>', '<span class="badge bad">abgelehnt</span>', 'Das Konto ist aufgelöst'] as $part) {
+            self::assertStringContainsString($part, $page);
+        }
+    }
+
     public function testFormsOfAllPagesTravelAlong(): void
     {
         $form = ['row' => [['name' => self::HOSTILE, 'iban' => 'DE88370400440532013000', 'amount' => '1']], 'did' => 'check'] + self::PARTY;
