@@ -85,7 +85,8 @@ final class Application extends Console
         } catch (\InvalidArgumentException $e) {
             self::tell($errors, $e->getMessage());
         } catch (\Throwable $e) {
-            self::tell($errors, get_class($e) . ": {$e->getMessage()}, {$e->getFile()}:{$e->getLine()}");
+            $trace = $errors->isVerbose() ? "\n{$e->getTraceAsString()}" : '';
+            self::tell($errors, get_class($e) . ": {$e->getMessage()}, {$e->getFile()}:{$e->getLine()}$trace");
         }
 
         return ExitCode::FAILED;
@@ -100,7 +101,9 @@ final class Application extends Console
         $help = new BufferedOutput($output->getVerbosity(), $output->isDecorated(), $output->getFormatter());
         $status = parent::doRunCommand($command, $input, $help);
         $phrases = array_map(fn (string $phrase): string => $this->words->word('symfony', $phrase), self::PHRASES);
-        Rows::write($output, strtr($help->fetch(), array_combine(self::PHRASES, $phrases)));
+        // As it is typed.
+        $text = (string) preg_replace('/^(.*Usage:.*\R  )/m', '$1sepa ', $help->fetch());
+        Rows::write($output, strtr($text, array_combine(self::PHRASES, $phrases)));
 
         return $status;
     }

@@ -52,6 +52,12 @@ final class Reasons
         'sepa_setName: strdup' => 'memory',
     ];
 
+    /** Sentences whose code is kept: a table can have one in each row. */
+    private const KNOWN = 100;
+
+    /** @var array<string, string> code by sentence */
+    private static array $known = [];
+
     private Extension $extension;
 
     private Rulebook $rulebook;
@@ -69,7 +75,7 @@ final class Reasons
      */
     public function of(string $said, string $key, string $value): array
     {
-        $code = Ibans::code($said, $value) ?? self::code($said);
+        $code = Ibans::code($said, $value) ?? self::$known[$said] ?? self::code($said);
         // Of countries the toolkit knows more.
         $words = strncmp($code, 'iban_country', 12) === 0 ? [] : [Fault::SAID => $said];
 
@@ -119,7 +125,8 @@ final class Reasons
                 $length = strlen($start);
             }
         }
+        self::$known = count(self::$known) < self::KNOWN ? self::$known : [];
 
-        return $found;
+        return self::$known[$said] = $found;
     }
 }

@@ -215,7 +215,7 @@ final class SepaTest extends TestCase
         self::assertSame("sepa: --seq kann nicht „X“ sein. Möglich sind FRST, RCUR, FNAL, OOFF\n", $this->pay($csv, $debit + ['--seq' => 'X'], 'debit')[2]);
         self::assertStringContainsString('none/x kann nicht gelesen werden: Es gibt sie nicht', $this->pay('', ['file' => "$this->folder/none/x"])[2]);
         self::assertSame("sepa: Den Befehl „chek“ gibt es nicht. Ist das gemeint: check?\n", $this->ask(['command' => 'chek'], null)[2]);
-        self::assertStringContainsString("\nAufruf:\n  check [Optionen]", $this->ask(['command' => 'help', 'command_name' => 'check'], null)[1]);
+        self::assertStringContainsString("\nAufruf:\n  sepa check [Optionen]", $this->ask(['command' => 'help', 'command_name' => 'check'], null)[1]);
         self::assertStringContainsString('| nein   |     | Die Länge der IBAN ist falsch: ', $this->ask(['command' => 'check', 'values' => ['DE1']], null)[1]);
     }
 
