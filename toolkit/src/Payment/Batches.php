@@ -124,10 +124,10 @@ final class Batches implements Receiver
     {
         $cents = 0;
         foreach ($this->messages() as $message) {
-            $cents += (int) str_replace('.', '', $message->sum());
+            $cents += Cents::of($message->sum());
         }
 
-        return substr_replace(str_pad((string) $cents, 3, '0', STR_PAD_LEFT), '.', -2, 0);
+        return Cents::text($cents);
     }
 
     /**
