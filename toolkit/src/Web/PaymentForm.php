@@ -6,14 +6,14 @@ namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Csv\Reader;
 use Sepa\Toolkit\Iban\Ibans;
+use Sepa\Toolkit\Payment\Batches;
 use Sepa\Toolkit\Payment\Calendar;
-use Sepa\Toolkit\Payment\Collections;
+use Sepa\Toolkit\Payment\Keys;
 use Sepa\Toolkit\Payment\Options;
 use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
-use Sepa\Toolkit\Payment\Transfers;
 
 /**
  * What stands in the form of payments: the party, and a table, which travels
@@ -33,6 +33,8 @@ final class PaymentForm
 
     /** What is chosen in place of being typed; the first if nothing is. */
     public const CHOICES = ['type' => ['CORE', 'B2B'], 'seq' => ['RCUR', 'FRST', 'OOFF', 'FNAL']];
+
+    public const CATEGORIES = ['SALA', 'PENS', 'SUPP', 'TAXS', 'SSBE', 'INTC'];
 
     /** More rows than these are better edited in the spreadsheet that they come from. */
     public const MAX_ROWS = 100;
@@ -59,6 +61,12 @@ final class PaymentForm
     public string $rulebook;
 
     public bool $transliterate;
+
+    /** Whether transfers are executed within seconds. */
+    public bool $instant;
+
+    /** @var string what all transfers are for: one of CATEGORIES, or empty */
+    public string $category;
 
     /** Whether all rows have fields, not only those with faults. */
     public bool $showsAll;
@@ -100,6 +108,9 @@ final class PaymentForm
         $rulebook = $input->text('rulebook');
         $this->rulebook = in_array($rulebook, Rulebook::names(), true) ? $rulebook : Rulebook::LATEST;
         $this->transliterate = $input->text('transliterate') !== '';
+        $this->instant = $kind === self::TRANSFER && $input->text('instant') !== '';
+        $category = $input->text('category');
+        $this->category = in_array($category, self::CATEGORIES, true) ? $category : '';
         $this->showsAll = $input->action() === 'all' || $input->text('all') !== '';
         $this->columns = self::COLUMNS[$kind];
         $this->showColumns(explode(',', $input->text('columns')));
@@ -121,10 +132,10 @@ final class PaymentForm
         return $this->own === '' && isset($typed['name'], $typed['iban']) ? http_build_query(['page' => $this->kind] + $typed) : null;
     }
 
-    /** @return list<string> of a payment */
+    /** @return list<string> of a payment, and those that sort payments into several messages */
     public function keys(): array
     {
-        return $this->kind === self::DEBIT ? Collections::transactionKeys() : Transfers::transactionKeys();
+        return Keys::all($this->kind === self::DEBIT ? SEPA_MSGTYPE_DDI : SEPA_MSGTYPE_CTI);
     }
 
     /** The BIC that goes with the own IBAN; empty if it is not known. It never becomes what somebody typed. */
@@ -137,6 +148,12 @@ final class PaymentForm
     public function bank(): ?string
     {
         return Ibans::check($this->party['iban'])->bank;
+    }
+
+    /** @return list<string> */
+    public function categories(): array
+    {
+        return self::CATEGORIES;
     }
 
     /** @return list<string> */
@@ -160,7 +177,8 @@ final class PaymentForm
     {
         $this->digest = $this->digest ?? $this->digest();
 
-        return substr($this->seed, 0, -12) . substr($this->digest, 0, 12);
+        // With room for the number that each of several messages gets.
+        return substr($this->seed, 0, -12) . substr($this->digest, 0, 10);
     }
 
     /** Whether nothing is typed and no table chosen. */
@@ -225,7 +243,7 @@ final class PaymentForm
     public function proposedDay(): string
     {
         $day = new \DateTimeImmutable($this->kind === self::DEBIT ? 'tomorrow' : 'today');
-        while (Calendar::closed($day->format('Y-m-d')) !== null) {
+        while (!$this->instant && Calendar::closed($day->format('Y-m-d')) !== null) {
             $day = $day->modify('+1 day');
         }
 
@@ -237,18 +255,20 @@ final class PaymentForm
         return Sheet::understood('date', $this->party['date']) ?: $this->proposedDay();
     }
 
-    public function payments(): Payments
+    public function payments(): Batches
     {
         $party = $this->party;
         $bic = $party['bic'] ?: $this->foundBic();
         $options = Options::under($this->rulebook)
             ->on($this->date())
             ->withMessageId($this->messageId())
-            ->transliterating($this->transliterate);
+            ->transliterating($this->transliterate)
+            ->instant($this->instant)
+            ->forCategory($this->category ?: null);
 
         return $this->kind === self::DEBIT
-            ? new Collections(Party::creditor($party['name'], $party['iban'], $bic, $party['creditorId']), $options->ofType($party['type']))
-            : new Transfers(Party::payer($party['name'], $party['iban'], $bic), $options);
+            ? Batches::collections(Party::creditor($party['name'], $party['iban'], $bic, $party['creditorId']), $options->ofType($party['type']))
+            : Batches::transfers(Party::payer($party['name'], $party['iban'], $bic), $options);
     }
 
     /** @throws \Sepa\Toolkit\Unreadable */
@@ -313,7 +333,7 @@ final class PaymentForm
     {
         $party = ['messageId' => '', 'date' => $this->date()] + $this->party;
         $hash = hash_init('sha256', HASH_HMAC, $this->seed);
-        hash_update($hash, serialize([$this->kind, $party, $this->rulebook, $this->transliterate]));
+        hash_update($hash, serialize([$this->kind, $party, $this->rulebook, $this->transliterate, $this->instant, $this->category]));
         foreach ($this->sheet()->values($this->keys()) as $values) {
             ksort($values);
             hash_update($hash, serialize(array_map([Sheet::class, 'understood'], array_keys($values), $values)) . serialize(array_keys($values)));

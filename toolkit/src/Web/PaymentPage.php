@@ -4,7 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
-use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Batches;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Unreadable;
@@ -108,9 +108,7 @@ final class PaymentPage implements Page
         $sheet->fill($payments);
         $verdict = new Verdict($payments, $form, $sheet);
         if ($input->action() === 'document' && $verdict->mayLeave($input->text('seen'))) {
-            $name = $this->kind . '-' . preg_replace('/[^A-Za-z0-9]+/', '-', $payments->messageId()) . '.xml';
-
-            return Spreadsheet::file($payments->document(), $name, 'application/xml');
+            return $this->download($payments);
         }
         $form->showRows($verdict->rows());
         if ($input->action() === 'more' || (!$form->rows && !$form->table->isThere())) {
@@ -119,6 +117,20 @@ final class PaymentPage implements Page
         $assigned = $verdict->asksForColumns() ? $form->table->columns($sheet->headings(), $sheet->columns()->keys()) : [];
 
         return $this->page($form, ['verdict' => $verdict, 'notice' => $notice, 'did' => 'check', 'assigned' => $assigned], $verdict->faults ? 422 : 200);
+    }
+
+    /** The document, or a ZIP archive of several. */
+    private function download(Batches $payments): Response
+    {
+        $documents = [];
+        foreach ($payments->messages() as $message) {
+            $name = $this->kind . '-' . preg_replace('/[^A-Za-z0-9]+/', '-', $message->messageId());
+            $documents["$name.xml"] = $message->document();
+        }
+
+        return count($documents) === 1
+            ? Spreadsheet::file(reset($documents), key($documents), 'application/xml')
+            : Spreadsheet::file(Zip::of($documents), preg_replace('/-\d+$/D', '', $name) . '.zip', 'application/zip');
     }
 
     /** @return array{latest: string, groups: array<string, list<string>>} */

@@ -5,7 +5,7 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Payment\Fault;
-use Sepa\Toolkit\Payment\Payments;
+use Sepa\Toolkit\Payment\Batches;
 use Sepa\Toolkit\Payment\Sheet;
 use Sepa\Toolkit\Statement\Amount;
 
@@ -31,6 +31,9 @@ final class Verdict
 
     public Amount $sum;
 
+    /** @var int number of documents */
+    public int $messages;
+
     /** @var array<string, Amount> sum by day; empty while there are faults */
     public array $days = [];
 
@@ -44,7 +47,7 @@ final class Verdict
     /** @var array<string, array<string, list<Fault>>> by kind, row and key */
     private array $index = [];
 
-    public function __construct(Payments $payments, PaymentForm $form, Sheet $sheet)
+    public function __construct(Batches $payments, PaymentForm $form, Sheet $sheet)
     {
         $this->form = $form;
         $this->sheet = $sheet;
@@ -53,6 +56,7 @@ final class Verdict
         ['warning' => $warnings, 'change' => $changes] = $payments->findings();
         $this->oddCount = count($warnings) + count($changes);
         $this->count = count($payments);
+        $this->messages = count($payments->messages());
         $this->sum = new Amount((int) str_replace('.', '', $payments->sum()), 'EUR');
         $this->seen = hash('sha256', serialize([$this->warnings, $this->changes, $this->oddCount]));
         // Without a good IBAN nobody can tell its bank's BIC.

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Tests\Web;
 
 use PHPUnit\Framework\TestCase;
+use Sepa\Toolkit\File\Source;
 use Sepa\Toolkit\Web\App;
 use Sepa\Toolkit\Web\BalanceChart;
 use Sepa\Toolkit\Web\Gate;
@@ -331,6 +332,20 @@ final class AppTest extends TestCase
         foreach (["A;B\n1;2\n", "name;iban;iban;amount\nB;1;2;3\n"] as $strange) {
             self::assertNotEmpty(self::fields(self::post('transfer', ['pasted' => $strange] + $form))['column'], $strange);
         }
+    }
+
+    public function testSeveralDocumentsComeAsOneArchive(): void
+    {
+        $rows = "Name;IBAN;Betrag;Eigene IBAN\nA;DE12500105170648489890;1;DE89370400440532013000\nB;DE12500105170648489890;2;DE62701500000020228888\n";
+        $answer = self::post('transfer', ['do' => 'document', 'pasted' => $rows, 'instant' => '1', 'category' => 'SALA'] + self::PARTY);
+        self::assertSame('application/zip', $answer->headers->get('Content-Type'));
+        $sums = [];
+        foreach (Source::string($answer->getContent(), 'x.zip')->parts() as $part) {
+            $text = implode('', iterator_to_array($part->chunks(), false));
+            preg_match_all('~<MsgId>[\w-]+(-\d)<|<CtrlSum>([^<]*)</CtrlSum>\s*<Init|<(INST)>|<Cd>(INST|SALA)<~', $text, $found);
+            $sums[] = implode(' ', array_filter(array_merge($found[1], $found[2], $found[4])));
+        }
+        self::assertSame(['-1 1.00 INST SALA', '-2 2.00 INST SALA'], $sums);
     }
 
     public function testDebitsHaveTheirSequenceAndKind(): void
