@@ -43,9 +43,12 @@ final class Conversion implements \JsonSerializable
     /** Why there is no IBAN, or what the bank's rule changed; null if there is nothing to tell. */
     public function reason(string $locale = 'en'): ?string
     {
+        if (!$this->codes) {
+            return null;
+        }
         $texts = array_map(static fn (string $code): string => Texts::of('banks', "conversion.$code", [], $locale), $this->codes);
 
-        return implode('; ', $texts) ?: null;
+        return implode('; ', $texts);
     }
 
     /** @return array{account: string, bank_code: string, iban: ?string, status: int, reason: ?string} */

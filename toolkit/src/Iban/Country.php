@@ -15,15 +15,21 @@ final class Country
 
     private const MODULUS = 97;
 
+    /** @var array<string, \ResourceBundle> by language */
+    private static array $names = [];
+
     /** @return string|null null for letters that no country has */
     public static function name(string $letters, string $locale = 'en'): ?string
     {
         if (!preg_match('/^[A-Z]{2}$/D', $letters) || in_array($letters, self::OTHERS, true)) {
             return null;
         }
-        $countries = \ResourceBundle::create($locale, 'ICUDATA-region')->get('Countries');
+        return self::names($locale)->get($letters) ?? self::names('en')->get($letters);
+    }
 
-        return $countries->get($letters) ?? \ResourceBundle::create('en', 'ICUDATA-region')->get('Countries')->get($letters);
+    private static function names(string $locale): \ResourceBundle
+    {
+        return self::$names[$locale] ?? self::$names[$locale] = \ResourceBundle::create($locale, 'ICUDATA-region')->get('Countries');
     }
 
     /** Why an IBAN of a country that the extension does not know is refused: a code of translations/faults. */
