@@ -73,6 +73,9 @@ final class Amount implements \JsonSerializable
      */
     public static function decimal(string $text, string $currency, ?bool &$rounded = null): ?self
     {
+        if (preg_match('/^\d{1,15}\.\d\d$/D', $text) && self::decimals($currency) === 2) {
+            return new self((int) str_replace('.', '', $text), $currency);
+        }
         if (!preg_match('/^\s*\+?(\d*)(?:\.(\d*))?\s*$/D', $text, $part) || $part[1] . ($part[2] ?? '') === '') {
             return null;
         }

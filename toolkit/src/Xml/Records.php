@@ -160,7 +160,9 @@ final class Records
             if ($key === '' || $depth === $base || ($type = $reader->nodeType) === self::ELEMENT || $type === self::END_ELEMENT) {
                 continue;
             }
-            $text = $this->text($more);
+            $text = $reader->value;
+            $more = $reader->read();
+            $more = $reader->nodeType === self::END_ELEMENT ? $reader->read() : $this->goOn($text, $more);
             $room -= strlen($text) + self::PER_VALUE;
             if ($room >= 0 && $its === '+') {
                 $values[$key][] = $text;
@@ -172,29 +174,25 @@ final class Records
     }
 
     /**
-     * The text that the reader stands on, in as many pieces as it is; the reader then
-     * stands on what comes after it, after the element's end if that is what comes.
+     * Adds to a text what comes in further pieces, up to the element's end, which is
+     * passed over, or an element in it.
+     *
+     * @return bool whether the document goes on
      */
-    private function text(bool &$more): string
+    private function goOn(string &$text, bool $more): bool
     {
         $reader = $this->reader;
-        $text = $reader->value;
-        for ($more = $reader->read(); $more; $more = $reader->read()) {
+        for (; $more; $more = $reader->read()) {
             $type = $reader->nodeType;
-            if ($type === self::END_ELEMENT) {
-                $more = $reader->read();
-
-                return $text;
-            }
-            if ($type === self::ELEMENT) {
-                return $text;
+            if ($type === self::END_ELEMENT || $type === self::ELEMENT) {
+                return $type === self::ELEMENT || $reader->read();
             }
             if ($type === self::TEXT || $type === self::CDATA) {
                 $text .= $reader->value;
             }
         }
 
-        return $text;
+        return false;
     }
 
     /**

@@ -18,7 +18,10 @@ final class Batch
 
     public int $count = 0;
 
-    /** @var string a line for each */
+    /** @var array<string, mixed>|null the only one */
+    public ?array $first = null;
+
+    /** @var string a line for each of several */
     public string $text = '';
 
     /** @var list<array<string, string>> the bank's own references of the first */

@@ -56,7 +56,6 @@ final class BookingReader
     /** @param array<string, mixed> $entry */
     private function booking(array $entry, string $parts): Booking
     {
-        $single = $entry['parts'] === 1 ? json_decode($parts, true) : [];
         $currency = $entry['amount@'] ?? $this->currency;
         $units = $this->turnsReversals && $entry['reversal'] ? -$entry['units'] : $entry['units'];
         $status = trim($entry['status'] ?? Booking::BOOKED);
@@ -71,7 +70,7 @@ final class BookingReader
             'entry' => $entry['number'],
             'payments' => isset($entry['payments']) ? (int) $entry['payments'] : null,
             'ref' => Details::reference($entry['ref'] ?? null),
-        ] + (new Details($this->account, $entry))->values($single, $entry['units'] < 0);
+        ] + (new Details($this->account, $entry))->values($entry['first'] ?? [], $entry['units'] < 0);
         if ($entry['parts'] < 2) {
             return new Booking($values);
         }

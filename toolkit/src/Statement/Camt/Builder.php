@@ -91,9 +91,20 @@ final class Builder
      */
     public function transaction(array $values, array $entry): void
     {
-        $units = $this->batch->add($values, $entry['amount@'] ?? null);
-        unset($values['amount'], $values['amount@'], $values['own']);
-        $this->batch->text .= json_encode(['units' => $units] + $values, self::JSON) . "\n";
+        $batch = $this->batch;
+        if ($batch->count === 0) {
+            // Most entries have one, whose amount is the entry's.
+            ++$batch->count;
+            $batch->first = $values;
+
+            return;
+        }
+        if ($batch->first) {
+            $batch->count = 0;
+            $batch->text = self::part($batch, $batch->first, $entry['amount@'] ?? null);
+            $batch->first = null;
+        }
+        $batch->text .= self::part($batch, $values, $entry['amount@'] ?? null);
     }
 
     /**
@@ -121,7 +132,7 @@ final class Builder
         $isBooked = trim((string) ($values['status'] ?? Booking::BOOKED)) === Booking::BOOKED;
         if ($isBooked) {
             $this->book($amount, $isReversal);
-            $id = self::id($batch->own) ?? $values['bankref'] ?? null;
+            $id = self::id($batch->first['own'] ?? $batch->own) ?? $values['bankref'] ?? null;
             $this->ids .= $id === null || $id === 'NONREF' ? ''
                 : substr(md5(($statement['account'] ?? '') . "|$amount->units|$id", true), 0, 8);
         } else {
@@ -130,6 +141,10 @@ final class Builder
         }
         unset($values['amount'], $values['sign'], $values['balances']);
         $values['units'] = $amount->units;
+        if ($batch->first) {
+            unset($batch->first['amount'], $batch->first['amount@'], $batch->first['own']);
+            $values['first'] = $batch->first;
+        }
         $values['reversal'] = $isReversal;
         $this->keep($isBooked ? 0 : 1, $values + ['number' => $this->number, 'parts' => $batch->count, 'bytes' => strlen($batch->text)], $batch->text);
     }
@@ -256,6 +271,19 @@ final class Builder
     private function book(Amount $amount, bool $isReversal): void
     {
         $this->proof->book($amount, $isReversal) || $this->notes->fault('currency', $this->number);
+    }
+
+    /**
+     * The line of JSON for one of several transactions.
+     *
+     * @param array<string, mixed> $values
+     */
+    private static function part(Batch $batch, array $values, ?string $currency): string
+    {
+        $units = $batch->add($values, $currency);
+        unset($values['amount'], $values['amount@'], $values['own']);
+
+        return json_encode(['units' => $units] + $values, self::JSON) . "\n";
     }
 
     /** @param array<string, mixed> $values */
