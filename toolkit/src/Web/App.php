@@ -12,9 +12,11 @@ use Symfony\Component\HttpFoundation\Response;
 /** Chooses page and language, and answers a request. */
 final class App
 {
-    // No script, nothing from elsewhere, no frame around it. Back and Forward show answers again, a cache on the way none.
+    // No script, nothing from elsewhere, no frame around it. Back and Forward show
+    // answers again, a cache on the way does not keep them.
     private const HEADERS = [
-        'Content-Security-Policy' => "default-src 'none'; style-src 'self'; img-src 'self'; form-action 'self'; base-uri 'none'; frame-ancestors 'none'",
+        'Content-Security-Policy' => "default-src 'none'; style-src 'self'; img-src 'self'; form-action 'self';"
+            . " base-uri 'none'; frame-ancestors 'none'",
         'X-Content-Type-Options' => 'nosniff',
         'X-Frame-Options' => 'DENY',
         'Referrer-Policy' => 'same-origin',
@@ -23,7 +25,12 @@ final class App
         'Cache-Control' => 'private, no-cache',
     ];
 
-    private const PAGES = ['transfer' => PaymentPage::class, 'debit' => PaymentPage::class, 'statement' => StatementPage::class, 'iban' => IbanPage::class];
+    private const PAGES = [
+        'transfer' => PaymentPage::class,
+        'debit' => PaymentPage::class,
+        'statement' => StatementPage::class,
+        'iban' => IbanPage::class,
+    ];
 
     private const LANGUAGE = 'sepa_lang';
 
@@ -33,9 +40,15 @@ final class App
         $gate = new Gate($request, $accounts->hosts);
         $asked = $request->query->all()['page'] ?? '';
         $name = is_string($asked) && isset(self::PAGES[$asked]) ? $asked : 'transfer';
-        $forms = new Forms($name, array_keys(self::PAGES), $request->isMethod('POST') ? $request->request->all() : self::bookmarked($request));
+        $sent = $request->isMethod('POST') ? $request->request->all() : self::bookmarked($request);
+        $forms = new Forms($name, array_keys(self::PAGES), $sent);
         $language = self::language($request);
-        $view = new View($language, ['page' => $name, 'pages' => array_keys(self::PAGES), 'kept' => $forms->others(), 'token' => $gate->token()]);
+        $view = new View($language, [
+            'page' => $name,
+            'pages' => array_keys(self::PAGES),
+            'kept' => $forms->others(),
+            'token' => $gate->token(),
+        ]);
         $class = self::PAGES[$name];
         try {
             $response = $this->answer($request, $gate, $forms->fields(), new $class($view, $name, $accounts), $view);
@@ -47,10 +60,13 @@ final class App
         } finally {
             self::removeUploads($request);
         }
-        $response->headers->add(self::HEADERS + ($response->getStatusCode() === 405 ? ['Allow' => implode(', ', Gate::METHODS)] : []));
+        $isRefused = $response->getStatusCode() === 405;
+        $response->headers->add(self::HEADERS + ($isRefused ? ['Allow' => implode(', ', Gate::METHODS)] : []));
         $response->headers->setCookie($gate->cookie());
         if ($language === self::chosen($request)) {
-            $response->headers->setCookie(Cookie::create(self::LANGUAGE, $language, '+1 year', '/', null, $request->isSecure(), true, false, 'lax'));
+            $isSecure = $request->isSecure();
+            $cookie = Cookie::create(self::LANGUAGE, $language, '+1 year', '/', null, $isSecure, true, false, 'lax');
+            $response->headers->setCookie($cookie);
         }
 
         return $response->prepare($request);
@@ -94,8 +110,9 @@ final class App
     {
         $before = $request->cookies->all()[self::LANGUAGE] ?? null;
 
-        return self::chosen($request)
-            ?? (in_array($before, Language::ALL, true) ? $before : (string) $request->getPreferredLanguage(Language::ALL));
+        $before = in_array($before, Language::ALL, true) ? $before : null;
+
+        return self::chosen($request) ?? $before ?? (string) $request->getPreferredLanguage(Language::ALL);
     }
 
     private static function chosen(Request $request): ?string

@@ -52,7 +52,9 @@ final class BalanceChart
         $lines = $this->lines();
         $high = $lines[0];
         $low = end($lines);
-        $y = static fn (float $units): float => round(max(0, min(1, ($high - $units) / ($high - $low))) * self::HEIGHT, 1);
+        $y = static function (float $units) use ($high, $low): float {
+            return round(max(0, min(1, ($high - $units) / ($high - $low))) * self::HEIGHT, 1);
+        };
         $path = $this->path($y);
         $of = fn (int $units): Amount => new Amount($units, $this->currency);
 

@@ -32,7 +32,8 @@ final class Files
             if ($size > self::MAX_SIZE) {
                 throw new Refused('refused.large_file', 413);
             }
-            $chosen[isset($chosen[$name]) ? "$name (" . (count($chosen) + 1) . ')' : $name] = (string) file_get_contents($path);
+            $name = isset($chosen[$name]) ? "$name (" . (count($chosen) + 1) . ')' : $name;
+            $chosen[$name] = (string) file_get_contents($path);
         }
 
         return new self($chosen ?: self::unpacked($input->block('packed')));
@@ -65,7 +66,8 @@ final class Files
             if ($part['name'] + $part['content'] > strlen($bytes) - $at - 8) {
                 break;
             }
-            $contents[substr($bytes, $at + 8, $part['name'])] = substr($bytes, $at + 8 + $part['name'], $part['content']);
+            $name = substr($bytes, $at + 8, $part['name']);
+            $contents[$name] = substr($bytes, $at + 8 + $part['name'], $part['content']);
         }
 
         return $contents;

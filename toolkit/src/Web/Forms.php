@@ -53,6 +53,8 @@ final class Forms
     /** The forms of the other pages, as text. */
     public function others(): string
     {
-        return json_encode($this->others, JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | JSON_INVALID_UTF8_SUBSTITUTE | JSON_PARTIAL_OUTPUT_ON_ERROR) ?: '';
+        $whole = JSON_INVALID_UTF8_SUBSTITUTE | JSON_PARTIAL_OUTPUT_ON_ERROR;
+
+        return json_encode($this->others, JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES | $whole) ?: '';
     }
 }

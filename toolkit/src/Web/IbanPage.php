@@ -42,14 +42,15 @@ final class IbanPage implements Page
         if ($action !== '' && ($input->text('query') !== '' || $action === 'bank')) {
             $answers['bank'] = $this->bank($input->text('query'));
         }
-        $bad = count(array_filter(array_filter($answers), static fn (array $answer): bool => $answer['kind'] === 'bad'));
+        $answers = array_filter($answers);
+        $bad = count(array_keys(array_column($answers, 'kind'), 'bad', true));
 
         return $this->view->page('iban', [
             'notice' => $notice,
             'lines' => $input->block('lines'),
             'query' => $input->text('query'),
-            'answers' => array_filter($answers),
-            'answered' => isset($answers[$action]) ? $action : key(array_filter($answers)),
+            'answers' => $answers,
+            'answered' => isset($answers[$action]) ? $action : key($answers),
             'did' => $action,
         ] + $this->table(count($results) > 1 ? $results : []) + ['faults' => $bad]);
     }
@@ -95,18 +96,24 @@ final class IbanPage implements Page
     {
         $check = Ibans::check($typed);
         if ($check->valid) {
-            return ['iban' => $check->iban, 'notice' => ['kind' => 'good', 'heading' => $this->view->text('iban.good'), 'facts' => $this->facts($check->iban)]];
+            $good = $this->view->text('iban.good');
+            $facts = $this->facts($check->iban);
+
+            return ['iban' => $check->iban, 'notice' => ['kind' => 'good', 'heading' => $good, 'facts' => $facts]];
         }
         $language = $this->view->language;
 
-        return ['iban' => null, 'notice' => ['kind' => 'bad', 'heading' => $check->reason($language), 'text' => $check->hint($language)]];
+        $notice = ['kind' => 'bad', 'heading' => $check->reason($language), 'text' => $check->hint($language)];
+
+        return ['iban' => null, 'notice' => $notice];
     }
 
     /** @return array{iban: ?string, notice: array<string, mixed>} */
     private function converted(string $account, string $bankCode): array
     {
         $conversion = Ibans::convert($account, $bankCode);
-        $reason = $conversion->codes ? $this->view->sentence((string) $conversion->reason($this->view->language)) . '.' : null;
+        $told = (string) $conversion->reason($this->view->language);
+        $reason = $told === '' ? null : $this->view->sentence($told) . '.';
         if ($conversion->iban === null) {
             return ['iban' => null, 'notice' => $this->bad('iban.none') + ['text' => $reason]];
         }

@@ -92,7 +92,8 @@ final class Input
             if (!$file instanceof UploadedFile) {
                 throw new Refused('refused.broken_file', 400);
             }
-            if (in_array($file->getError(), [UPLOAD_ERR_INI_SIZE, UPLOAD_ERR_FORM_SIZE], true) || ($file->isValid() && $file->getSize() > self::MAX_UPLOAD)) {
+            $isTooLarge = in_array($file->getError(), [UPLOAD_ERR_INI_SIZE, UPLOAD_ERR_FORM_SIZE], true);
+            if ($isTooLarge || ($file->isValid() && $file->getSize() > self::MAX_UPLOAD)) {
                 throw new Refused('refused.large_file', 413);
             }
             if (!$file->isValid()) {
@@ -125,6 +126,8 @@ final class Input
     /** @param mixed $value */
     private static function line($value): string
     {
-        return is_string($value) ? trim((string) preg_replace('/[\x00-\x1F\x7F]+/', ' ', mb_scrub($value, 'UTF-8'))) : '';
+        $text = is_string($value) ? mb_scrub($value, 'UTF-8') : '';
+
+        return trim((string) preg_replace('/[\x00-\x1F\x7F]+/', ' ', $text));
     }
 }

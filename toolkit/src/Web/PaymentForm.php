@@ -129,7 +129,9 @@ final class PaymentForm
     {
         $typed = array_filter(array_intersect_key($this->party, array_flip(self::BOOKMARKED)));
 
-        return $this->own === '' && isset($typed['name'], $typed['iban']) ? http_build_query(['page' => $this->kind] + $typed) : null;
+        $isWhole = $this->own === '' && isset($typed['name'], $typed['iban']);
+
+        return $isWhole ? http_build_query(['page' => $this->kind] + $typed) : null;
     }
 
     /** @return list<string> of a payment, and those that sort payments into several messages */
@@ -184,7 +186,9 @@ final class PaymentForm
     /** Whether nothing is typed and no table chosen. */
     public function isEmpty(): bool
     {
-        return $this->filledRows() === 0 && !$this->table->isThere() && $this->party['name'] . $this->party['iban'] === '';
+        $party = $this->party['name'] . $this->party['iban'];
+
+        return $party === '' && $this->filledRows() === 0 && !$this->table->isThere();
     }
 
     /** Number of rows in which something was typed. */
@@ -236,7 +240,9 @@ final class PaymentForm
     /** What was typed into rows without fields. */
     public function edits(): string
     {
-        return (string) json_encode(array_diff_key($this->rows, $this->shown), JSON_UNESCAPED_UNICODE | JSON_FORCE_OBJECT);
+        $edits = array_diff_key($this->rows, $this->shown);
+
+        return (string) json_encode($edits, JSON_UNESCAPED_UNICODE | JSON_FORCE_OBJECT);
     }
 
     /** yyyy-mm-dd, of payments for which nobody tells one: the next day on which banks can work on them. */
@@ -266,9 +272,12 @@ final class PaymentForm
             ->instant($this->instant)
             ->forCategory($this->category ?: null);
 
-        return $this->kind === self::DEBIT
-            ? Batches::collections(Party::creditor($party['name'], $party['iban'], $bic, $party['creditorId']), $options->ofType($party['type']))
-            : Batches::transfers(Party::payer($party['name'], $party['iban'], $bic), $options);
+        if ($this->kind === self::TRANSFER) {
+            return Batches::transfers(Party::payer($party['name'], $party['iban'], $bic), $options);
+        }
+        $creditor = Party::creditor($party['name'], $party['iban'], $bic, $party['creditorId']);
+
+        return Batches::collections($creditor, $options->ofType($party['type']));
     }
 
     /** @throws \Sepa\Toolkit\Unreadable */
@@ -285,13 +294,15 @@ final class PaymentForm
             fwrite($stream, implode(';', $keys) . "\n");
             rewind($stream);
 
-            return new Sheet(new Reader($stream, ''), true, [], [], $common, array_filter($typed, static fn (array $row): bool => implode('', $row) !== ''));
+            $filled = array_filter($typed, static fn (array $row): bool => implode('', $row) !== '');
+
+            return new Sheet(new Reader($stream, ''), true, [], [], $common, $filled);
         }
 
         return new Sheet($this->table->reader(), true, $this->table->ignored, $this->table->map, $common, $typed);
     }
 
-    /** What is to be added to a row's number on the page for its number in the sheet: typed rows stand below headings. */
+    /** What a row's number in the sheet is above that on the page: typed rows stand below headings. */
     public function offset(): int
     {
         return $this->table->isThere() ? 0 : 1;
@@ -333,10 +344,12 @@ final class PaymentForm
     {
         $party = ['messageId' => '', 'date' => $this->date()] + $this->party;
         $hash = hash_init('sha256', HASH_HMAC, $this->seed);
-        hash_update($hash, serialize([$this->kind, $party, $this->rulebook, $this->transliterate, $this->instant, $this->category]));
+        $options = [$this->rulebook, $this->transliterate, $this->instant, $this->category];
+        hash_update($hash, serialize([$this->kind, $party, $options]));
         foreach ($this->sheet()->values($this->keys()) as $values) {
             ksort($values);
-            hash_update($hash, serialize(array_map([Sheet::class, 'understood'], array_keys($values), $values)) . serialize(array_keys($values)));
+            $keys = array_keys($values);
+            hash_update($hash, serialize([$keys, array_map([Sheet::class, 'understood'], $keys, $values)]));
         }
 
         return hash_final($hash);

@@ -18,7 +18,11 @@ final class PaymentPage implements Page
         PaymentForm::DEBIT => __DIR__ . '/../../../examples/collections.csv',
     ];
 
-    private const EXAMPLE_PARTY = ['name' => 'Zimmerei Sander GmbH', 'iban' => 'DE89370400440532013000', 'creditorId' => 'DE98ZZZ09999999999'];
+    private const EXAMPLE_PARTY = [
+        'name' => 'Zimmerei Sander GmbH',
+        'iban' => 'DE89370400440532013000',
+        'creditorId' => 'DE98ZZZ09999999999',
+    ];
 
     private View $view;
 
@@ -97,7 +101,9 @@ final class PaymentPage implements Page
         $typed = $form->filledRows();
         $form->drop($table);
 
-        return $typed === 0 ? null : ['kind' => 'odd', 'heading' => $this->view->text('payment.replaced', ['count' => $typed])];
+        $replaced = $this->view->text('payment.replaced', ['count' => $typed]);
+
+        return $typed === 0 ? null : ['kind' => 'odd', 'heading' => $replaced];
     }
 
     /** @param array<string, string>|null $notice */
@@ -114,9 +120,13 @@ final class PaymentPage implements Page
         if ($input->action() === 'more' || (!$form->rows && !$form->table->isThere())) {
             $form->addRows();
         }
-        $assigned = $verdict->asksForColumns() ? $form->table->columns($sheet->headings(), $sheet->columns()->keys()) : [];
+        $assigned = [];
+        if ($verdict->asksForColumns()) {
+            $assigned = $form->table->columns($sheet->headings(), $sheet->columns()->keys());
+        }
+        $values = ['verdict' => $verdict, 'notice' => $notice, 'did' => 'check', 'assigned' => $assigned];
 
-        return $this->page($form, ['verdict' => $verdict, 'notice' => $notice, 'did' => 'check', 'assigned' => $assigned], $verdict->faults ? 422 : 200);
+        return $this->page($form, $values, $verdict->faults ? 422 : 200);
     }
 
     /** The document, or a ZIP archive of several. */
@@ -138,7 +148,9 @@ final class PaymentPage implements Page
     {
         $current = ['DE' => [Rulebook::LATEST], 'AT' => ['AT-6'], 'NL' => ['NL-6']];
 
-        return ['latest' => Rulebook::LATEST, 'groups' => $current + ['old' => array_diff(Rulebook::names(), ...array_values($current))]];
+        $old = array_diff(Rulebook::names(), ...array_values($current));
+
+        return ['latest' => Rulebook::LATEST, 'groups' => $current + ['old' => $old]];
     }
 
     /** @param array<string, mixed> $values */

@@ -77,8 +77,8 @@ final class Search
     private static function text(Transaction $of): string
     {
         $fields = [
-            $of->name, $of->account, $of->bank, $of->remittance(), $of->purpose, $of->txtext, $of->eref, $of->kref, $of->mref,
-            $of->cred, $of->ref, $of->bankref, $of->reference, $of->abwa, $of->abwe,
+            $of->name, $of->account, $of->bank, $of->remittance(), $of->purpose, $of->txtext, $of->eref, $of->kref,
+            $of->mref, $of->cred, $of->ref, $of->bankref, $of->reference, $of->abwa, $of->abwe,
         ];
 
         return implode("\n", array_filter($fields)) . "\n";

@@ -16,8 +16,7 @@ final class Spreadsheet
         $stream = fopen('php://memory', 'w+b');
         fwrite($stream, "\u{FEFF}");
         foreach ($rows as $row) {
-            $cells = array_map(static fn (string $cell): string => preg_match('/^[=@\t\r]|^[+-](?![\d.,]+$)/D', $cell) ? "'$cell" : $cell, $row);
-            fputcsv($stream, $cells, ';', '"', '');
+            fputcsv($stream, preg_replace('/^(?=[=@\t\r]|[+-](?![\d.,]+$))/D', "'", $row), ';', '"', '');
         }
         rewind($stream);
         $csv = str_replace("\n", "\r\n", (string) stream_get_contents($stream));

@@ -5,6 +5,7 @@ declare(strict_types=1);
 namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Iban\Ibans;
+use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Statement\Balance;
 use Sepa\Toolkit\Statement\Booking;
 use Sepa\Toolkit\Statement\Statement;
@@ -26,7 +27,7 @@ final class StatementAccount
 
     public ?BalanceChart $chart;
 
-    /** @var list<array{id: string, statement: Statement, rows: list<array{booking: Booking, balance: \Sepa\Toolkit\Statement\Amount|null}>}> */
+    /** @var list<array{id: string, statement: Statement, rows: list<array<string, Booking|Amount|null>>}> */
     public array $statements = [];
 
     public function __construct(Statement $first)

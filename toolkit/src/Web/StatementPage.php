@@ -23,6 +23,12 @@ final class StatementPage implements Page
     /** Statements without bookings, and links to those that are to be looked at; the rest is counted. */
     private const MAX_STATEMENTS = 100;
 
+    /** Of the CSV file. */
+    private const COLUMNS = [
+        'own', 'number', 'booked', 'valuta', 'amount', 'currency', 'name', 'account', 'bank', 'remittance', 'txtext',
+        'eref', 'mref', 'file',
+    ];
+
     private View $view;
 
     public function __construct(View $view)
@@ -39,7 +45,10 @@ final class StatementPage implements Page
             return Spreadsheet::download($this->rows($files, $search), 'bookings.csv');
         }
         $page = max(1, (int) $input->text('p'));
-        $values = $action !== '' && $files->contents ? $this->read($files, $search, $page) : ['result' => null, 'accounts' => [], 'reports' => []];
+        $values = ['result' => null, 'accounts' => [], 'reports' => []];
+        if ($action !== '' && $files->contents) {
+            $values = $this->read($files, $search, $page);
+        }
         if (!$files->contents && !in_array($action, ['', 'again'], true)) {
             $notice = ['kind' => 'bad', 'heading' => $this->view->text('statement.choose')];
         }
@@ -72,7 +81,8 @@ final class StatementPage implements Page
                 $accounts[] = new StatementAccount($statement);
             }
             if (!$statement->isGood() && count($wanting) < self::MAX_STATEMENTS) {
-                $wanting[] = ['statement' => $statement, 'id' => "s$statements", 'page' => intdiv($found, self::SHOWN) + 1];
+                $at = intdiv($found, self::SHOWN) + 1;
+                $wanting[] = ['statement' => $statement, 'id' => "s$statements", 'page' => $at];
             }
             $good += $statement->isGood() ? 1 : 0;
             $showsEmpty = $search->isEmpty() && $page === 1 && ++$empty <= self::MAX_STATEMENTS;
@@ -87,7 +97,7 @@ final class StatementPage implements Page
 
         return [
             'reports' => $told ? self::reports($files) : [],
-            'accounts' => array_filter($accounts, static fn (StatementAccount $account): bool => $account->statements !== []),
+            'accounts' => array_filter($accounts, static fn (StatementAccount $of): bool => $of->statements !== []),
             'faults' => count($faults) + $statements - $good,
             'result' => [
                 'statements' => $statements,
@@ -118,17 +128,15 @@ final class StatementPage implements Page
     /** @return iterable<list<string>> of what is found */
     private function rows(Files $files, Search $search): iterable
     {
-        yield array_map([$this->view, 'text'], array_map(static fn (string $key): string => "detail.$key", [
-            'own', 'number', 'booked', 'valuta', 'amount', 'currency', 'name', 'account', 'bank', 'remittance', 'txtext', 'eref', 'mref', 'file',
-        ]));
+        yield array_map(fn (string $key): string => $this->view->text("detail.$key"), self::COLUMNS);
         $day = static fn (?\DateTimeInterface $day): string => $day ? $day->format('d.m.Y') : '';
         foreach (Reader::texts($files->contents) as $statement) {
             foreach ($statement->bookings as $booking) {
                 if ($search->finds($booking)) {
                     yield array_map('strval', [
-                        $statement->account, $statement->number, $day($booking->booked), $day($booking->valuta), $booking->amount->text(','),
-                        $statement->currency, $booking->name, $booking->account, $booking->bank, $booking->remittance(), $booking->txtext,
-                        $booking->eref, $booking->mref, $statement->file,
+                        $statement->account, $statement->number, $day($booking->booked), $day($booking->valuta),
+                        $booking->amount->text(','), $statement->currency, $booking->name, $booking->account,
+                        $booking->bank, $booking->remittance(), $booking->txtext, $booking->eref, $booking->mref, $statement->file,
                     ]);
                 }
             }
@@ -138,6 +146,8 @@ final class StatementPage implements Page
     /** Whether a statement goes on where another ended. */
     private static function follows(Statement $last, Statement $next): bool
     {
-        return $last->account === $next->account && $last->balanced && $last->closing && $next->opening && $last->closing->amount == $next->opening->amount;
+        $areWhole = $last->balanced && $last->closing && $next->opening;
+
+        return $areWhole && $last->account === $next->account && $last->closing->amount == $next->opening->amount;
     }
 }

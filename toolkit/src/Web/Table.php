@@ -131,8 +131,8 @@ final class Table
         foreach ($headings as $column => $heading) {
             $known = $this->map[$heading] ?? $keys[$column] ?? '';
             if ($heading !== '') {
-                $values = array_filter(array_column(array_slice($samples, 1), $column), static fn (string $cell): bool => $cell !== '');
-                $columns[] = ['heading' => $heading, 'key' => $known ?: self::LEFT_OUT, 'samples' => array_values($values)];
+                $values = array_values(array_filter(array_column(array_slice($samples, 1), $column), 'strlen'));
+                $columns[] = ['heading' => $heading, 'key' => $known ?: self::LEFT_OUT, 'samples' => $values];
             }
         }
 

@@ -60,9 +60,14 @@ final class Verdict
         $this->sum = new Amount((int) str_replace('.', '', $payments->sum()), 'EUR');
         $this->seen = hash('sha256', serialize([$this->warnings, $this->changes, $this->oddCount]));
         // Without a good IBAN nobody can tell its bank's BIC.
-        $own = static fn (string $key): array => array_filter($payments->faults(), static fn (Fault $fault): bool => $fault->row === null && $fault->key === $key);
+        $faults = $payments->faults();
+        $own = static function (string $key) use ($faults): array {
+            $isOwn = static fn (Fault $fault): bool => $fault->row === null && $fault->key === $key;
+
+            return array_filter($faults, $isOwn);
+        };
         $hidden = $form->party['bic'] === '' && $own('iban') ? $own('bic') : [];
-        $this->faults = $this->placed(array_values(array_diff_key($payments->faults(), $hidden)));
+        $this->faults = $this->placed(array_values(array_diff_key($faults, $hidden)));
         $this->faultCount = $payments->faultCount() - count($hidden);
         if (!$this->faults) {
             $this->days = $this->sums();

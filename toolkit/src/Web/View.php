@@ -43,7 +43,8 @@ final class View
         $this->numbers = new \NumberFormatter($locale, \NumberFormatter::DECIMAL);
         $this->days = new \IntlDateFormatter($locale, \IntlDateFormatter::MEDIUM, \IntlDateFormatter::NONE, 'UTC');
         // Without a cache nothing of it is on the disk.
-        $this->twig = new Environment(new FilesystemLoader(__DIR__ . '/../../templates'), ['strict_variables' => true, 'cache' => false]);
+        $templates = new FilesystemLoader(__DIR__ . '/../../templates');
+        $this->twig = new Environment($templates, ['strict_variables' => true, 'cache' => false]);
         foreach (['text', 'label', 'word', 'cell', 'money', 'day', 'id'] as $function) {
             $this->twig->addFunction(new TwigFunction($function, [$this, $function]));
         }
@@ -82,7 +83,9 @@ final class View
             return $this->text("$this->page.$id");
         }
 
-        return in_array($id, self::TOLD_BY_ALL, true) ? $this->text("payment.$id") : Keys::label($key, $this->language, $isOwn);
+        $isOurs = in_array($id, self::TOLD_BY_ALL, true);
+
+        return $isOurs ? $this->text("payment.$id") : Keys::label($key, $this->language, $isOwn);
     }
 
     /** What a code of a bank's report means. */
@@ -94,7 +97,9 @@ final class View
     /** What stands in a field: days and amounts as the language has them. */
     public function cell(string $key, string $typed): string
     {
-        return in_array(Keys::form($key), [Keys::AMOUNT, Keys::DATE], true) ? Texts::shown($typed, $this->language) : $typed;
+        $hasForm = in_array(Keys::form($key), [Keys::AMOUNT, Keys::DATE], true);
+
+        return $hasForm ? Texts::shown($typed, $this->language) : $typed;
     }
 
     /** With its sign and all decimals, exactly: −18.240,17. */

@@ -25,11 +25,14 @@ final class Zip
             $packed = (string) gzdeflate($content);
             $head = pack('vvv', self::VERSION, self::FLAGS, self::DEFLATE) . $time
                 . pack('VVVvv', crc32($content), strlen($packed), strlen($content), strlen($name), 0);
-            $directory .= "PK\x01\x02" . pack('v', self::VERSION) . $head . pack('vvvVV', 0, 0, 0, 0, strlen($files)) . $name;
+            $directory .= "PK\x01\x02" . pack('v', self::VERSION) . $head
+                . pack('vvvVV', 0, 0, 0, 0, strlen($files)) . $name;
             $files .= "PK\x03\x04$head$name$packed";
         }
         $count = count($contents);
 
-        return $files . $directory . "PK\x05\x06" . pack('vvvvVVv', 0, 0, $count, $count, strlen($directory), strlen($files), 0);
+        $end = pack('vvvvVVv', 0, 0, $count, $count, strlen($directory), strlen($files), 0);
+
+        return "$files{$directory}PK\x05\x06$end";
     }
 }
