@@ -7,7 +7,7 @@
 
 #include "sepa/account/method_codes.h"
 #include "sepa/directory/directory_tables.h"
-#include "sepa/iban/rules/rule_versions.h"
+#include "sepa/iban/rules/rule_rows.h"
 #include "sepa/text/ascii.h"
 
 using namespace sepa_internal;
@@ -83,9 +83,9 @@ bool method_exists(unsigned method) {
 std::string unknown_in_rule(unsigned word) {
     const std::string rule = std::to_string(word / 100), version = std::to_string(word % 100);
     if (word / 100 >= IBAN_RULE_COUNT) return "rule " + rule + " does not exist";
-    int known = rule_versions[word / 100];
+    int known = sepa_internal::rule_versions[word / 100];
     if (known == static_cast<int>(word % 100)) return "";
-    if (known == unseen) return "no version of rule " + rule + " is known, this is " + version;
+    if (known == sepa_internal::unseen) return "no version of rule " + rule + " is known, this is " + version;
     return "version " + version + " of rule " + rule + " is unknown, the code has " + std::to_string(known);
 }
 

@@ -1,7 +1,8 @@
 // Turns a script array into the key list that the library takes.
 #pragma once
 
-#include "sepa/binding/sepa_module.h"
+#include "sepa/binding/php_engine.h"
+#include "sepa/message/sepa.h"
 
 constexpr uint32_t SMALL_LIST = 32;  // entries that need no allocation
 

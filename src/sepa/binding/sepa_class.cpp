@@ -1,37 +1,13 @@
-#include <cstddef>
-
+#include "sepa/binding/handle_object.h"
 #include "sepa/binding/key_list.h"
+#include "sepa/binding/sepa_exception.h"
 #include "sepa/binding/sepa_methods.h"
 
-sepa_t*& sepa_handle_of(zend_object* object) {
-    auto start = reinterpret_cast<char*>(object) - offsetof(sepa_object_t, std);
-    return reinterpret_cast<sepa_object_t*>(start)->handle;
-}
-
-void sepa_throw(const char* message, zend_long code) {
-    zend_throw_exception(sepa_exception_ce, message ? message : "", code);
-}
-
-zend_object* sepa_object_create(zend_class_entry* ce) {
-    auto object = static_cast<sepa_object_t*>(ecalloc(1, sizeof(sepa_object_t) + zend_object_properties_size(ce)));
-    zend_object_std_init(&object->std, ce);
-    object_properties_init(&object->std, ce);
-    object->std.handlers = &sepa_object_handlers;
-    return &object->std;
-}
-
-void sepa_object_dtor(zend_object* object) { zend_objects_destroy_object(object); }
-
-void sepa_object_free(zend_object* object) {
-    sepa_t*& handle = sepa_handle_of(object);
-    sepa_free(handle);
-    handle = nullptr;
-    zend_object_std_dtor(object);
-}
+using sepa_object_t = handle_object_t<sepa_t, sepa_free>;
 
 // The handle of `$this`; null, with the exception raised, if it has none.
 static sepa_t* checked_handle(zval* self) {
-    sepa_t* handle = sepa_handle_of(Z_OBJ_P(self));
+    sepa_t* handle = sepa_object_t::handle_of(Z_OBJ_P(self));
     if (!handle) sepa_throw("Invalid sepa_t handle (NULL)", 0);
     return handle;
 }
@@ -57,9 +33,7 @@ ZEND_METHOD(SEPA, __construct) {
         sepa_throw("can't create SEPA message object", SEPA_CODE_CONSTRUCTOR);
         return;
     }
-    sepa_t*& held = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
-    sepa_free(held);  // of an earlier construction
-    held = handle;
+    sepa_object_t::replace(ZEND_THIS, handle);
 }
 
 // A setter that takes one text.
@@ -105,7 +79,7 @@ ZEND_METHOD(SEPA, add) {
         return;
     }
     // Converting values can run script code that constructs the object anew.
-    handle = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
+    handle = sepa_object_t::handle_of(Z_OBJ_P(ZEND_THIS));
     int added = sepa_add_pairs(handle, list.pairs, list.count);
     key_list_free(&list);
     return_result(return_value, handle, added);
@@ -133,7 +107,7 @@ ZEND_METHOD(SEPA, toXML) {
     sepa_t* handle = checked_handle(ZEND_THIS);
     if (!handle) return;
     // An output callback that is told of too little memory cannot get at it.
-    sepa_t*& held = sepa_handle_of(Z_OBJ_P(ZEND_THIS));
+    sepa_t*& held = sepa_object_t::handle_of(Z_OBJ_P(ZEND_THIS));
     held = nullptr;
     document_room_t room = {};
     int written = sepa_write_document(handle, {take_document_room, &room});
@@ -145,3 +119,28 @@ ZEND_METHOD(SEPA, toXML) {
     else if (!room.refused)
         sepa_throw(handle->last_error, 0);
 }
+
+// clang-format off
+static const zend_function_entry sepa_methods[] = {
+    ZEND_ME(SEPA, __construct, arginfo_sepa_construct, ZEND_ACC_PUBLIC | ZEND_ACC_CTOR)
+    ZEND_ME(SEPA, setIBAN, arginfo_sepa_iban, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setBIC, arginfo_sepa_bic, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setName, arginfo_sepa_name, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setCreditorIdentifier, arginfo_sepa_identifier, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setDate, arginfo_sepa_date, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setDDType, arginfo_sepa_type, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setBatchBooking, arginfo_sepa_batchbooking, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, setMessageId, arginfo_sepa_msgid, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, add, arginfo_sepa_add, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, toXML, arginfo_sepa_none, ZEND_ACC_PUBLIC)
+    ZEND_ME(SEPA, init, arginfo_sepa_init, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, IBAN_convert, arginfo_sepa_iban_convert, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, IBAN_getBIC, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, IBAN_check, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, BIC_getBankName, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_ME(SEPA, BIC_getBankFlags, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
+    ZEND_FE_END
+};
+// clang-format on
+
+void sepa_class_register() { sepa_object_t::register_class("SEPA", sepa_methods); }

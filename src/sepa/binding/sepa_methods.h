@@ -2,7 +2,7 @@
 // sepa.stub.php by hand.
 #pragma once
 
-#include "sepa/binding/sepa_module.h"
+#include "sepa/binding/php_engine.h"
 
 // clang-format off
 #define SEPA_ONE_ARGUMENT(method, argument)                   \
@@ -59,3 +59,6 @@ ZEND_METHOD(SEPA, IBAN_getBIC);
 ZEND_METHOD(SEPA, IBAN_check);
 ZEND_METHOD(SEPA, BIC_getBankName);
 ZEND_METHOD(SEPA, BIC_getBankFlags);
+
+// Registers the class; called once, by the module's start.
+void sepa_class_register();

@@ -1,38 +1,13 @@
 #include "sepa/binding/sepa_module.h"
 
-#include <cstddef>
-
+#include "sepa/binding/sepa_exception.h"
 #include "sepa/binding/sepa_methods.h"
 #include "sepa/binding/statement_class.h"
 #include "sepa/directory/bank_directory.h"
+#include "sepa/message/sepa.h"
 #include "sepa/statement/mt940.h"
 
-zend_class_entry* sepa_ce;
-zend_class_entry* sepa_exception_ce;
-zend_object_handlers sepa_object_handlers;
-
 // clang-format off
-const zend_function_entry sepa_methods[] = {
-    ZEND_ME(SEPA, __construct, arginfo_sepa_construct, ZEND_ACC_PUBLIC | ZEND_ACC_CTOR)
-    ZEND_ME(SEPA, setIBAN, arginfo_sepa_iban, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setBIC, arginfo_sepa_bic, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setName, arginfo_sepa_name, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setCreditorIdentifier, arginfo_sepa_identifier, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setDate, arginfo_sepa_date, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setDDType, arginfo_sepa_type, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setBatchBooking, arginfo_sepa_batchbooking, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, setMessageId, arginfo_sepa_msgid, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, add, arginfo_sepa_add, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, toXML, arginfo_sepa_none, ZEND_ACC_PUBLIC)
-    ZEND_ME(SEPA, init, arginfo_sepa_init, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_ME(SEPA, IBAN_convert, arginfo_sepa_iban_convert, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_ME(SEPA, IBAN_getBIC, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_ME(SEPA, IBAN_check, arginfo_sepa_iban, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_ME(SEPA, BIC_getBankName, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_ME(SEPA, BIC_getBankFlags, arginfo_sepa_bic, ZEND_ACC_PUBLIC | ZEND_ACC_STATIC)
-    ZEND_FE_END
-};
-
 static const struct {
     const char* name;
     zend_long value;
@@ -55,21 +30,8 @@ static void register_constant(const char* name, zend_long value, int module_numb
 }
 
 static module_result_t sepa_module_startup(int, int module_number) {
-    zend_class_entry ce;
-    INIT_CLASS_ENTRY(ce, "SEPA", sepa_methods);
-    sepa_ce = zend_register_internal_class(&ce);
-    sepa_ce->create_object = sepa_object_create;
-    sepa_refuse_serialization(sepa_ce);
-
-    sepa_object_handlers = std_object_handlers;
-    sepa_object_handlers.offset = offsetof(sepa_object_t, std);
-    sepa_object_handlers.free_obj = sepa_object_free;
-    sepa_object_handlers.dtor_obj = sepa_object_dtor;
-    sepa_object_handlers.clone_obj = nullptr;
-
-    INIT_CLASS_ENTRY(ce, "SEPAException", nullptr);
-    sepa_exception_ce = zend_register_internal_class_ex(&ce, zend_ce_exception);
-
+    sepa_class_register();
+    sepa_exception_register();
     for (const auto& constant : constants) register_constant(constant.name, constant.value, module_number);
     statement_class_register();
     register_constant("SEPA_STMT_FORMAT_MT940", SEPA_STMT_FORMAT_MT940, module_number);

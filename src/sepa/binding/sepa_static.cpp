@@ -1,6 +1,7 @@
 #include "sepa/binding/sepa_methods.h"
 #include "sepa/directory/bank_directory.h"
 #include "sepa/iban/iban.h"
+#include "sepa/message/sepa.h"
 
 // The one text argument of most static methods; null, with the engine's own
 // diagnostic, if there is none. zend_parse_parameters "s" by the engine's fast

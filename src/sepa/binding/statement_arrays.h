@@ -1,7 +1,7 @@
 // The records of a statement file as script arrays.
 #pragma once
 
-#include "sepa/binding/sepa_module.h"
+#include "sepa/binding/php_engine.h"
 #include "sepa/statement/mt940.h"
 
 // Makes the texts of the arrays' keys; called once, by the module's start.

@@ -1,46 +1,16 @@
 #include "sepa/binding/statement_class.h"
 
-#include <cstddef>
-
-#include "sepa/binding/sepa_module.h"
+#include "sepa/binding/handle_object.h"
+#include "sepa/binding/sepa_exception.h"
 #include "sepa/binding/statement_arrays.h"
 
-// A script object. The handle stands before the engine's part, which the
-// property table follows and which so must stay last.
-struct statement_object_t {
-    sepa_stmt_parser_t* handle;  // null until __construct has succeeded
-    zend_object std;
-};
-
-static zend_object_handlers statement_object_handlers;
-
-// An object's handle, to read or to replace.
-static sepa_stmt_parser_t*& handle_of(zend_object* object) {
-    auto start = reinterpret_cast<char*>(object) - offsetof(statement_object_t, std);
-    return reinterpret_cast<statement_object_t*>(start)->handle;
-}
+using statement_object_t = handle_object_t<sepa_stmt_parser_t, sepa_stmt_parser_free>;
 
 // The handle of `$this`; null, with the exception raised, if it has none.
 static sepa_stmt_parser_t* checked_handle(zval* self) {
-    sepa_stmt_parser_t* handle = handle_of(Z_OBJ_P(self));
+    sepa_stmt_parser_t* handle = statement_object_t::handle_of(Z_OBJ_P(self));
     if (!handle) sepa_throw("invalid sepa_stmt_parser_t handle", 0);
     return handle;
-}
-
-static zend_object* statement_object_create(zend_class_entry* ce) {
-    auto object =
-        static_cast<statement_object_t*>(ecalloc(1, sizeof(statement_object_t) + zend_object_properties_size(ce)));
-    zend_object_std_init(&object->std, ce);
-    object_properties_init(&object->std, ce);
-    object->std.handlers = &statement_object_handlers;
-    return &object->std;
-}
-
-static void statement_object_free(zend_object* object) {
-    sepa_stmt_parser_t*& handle = handle_of(object);
-    sepa_stmt_parser_free(handle);
-    handle = nullptr;
-    zend_object_std_dtor(object);
 }
 
 static ZEND_METHOD(SEPAStatementParser, __construct) {
@@ -50,9 +20,7 @@ static ZEND_METHOD(SEPAStatementParser, __construct) {
         sepa_throw("can't create SEPAStatementParser object", SEPA_CODE_CONSTRUCTOR);
         return;
     }
-    sepa_stmt_parser_t*& held = handle_of(Z_OBJ_P(ZEND_THIS));
-    sepa_stmt_parser_free(held);
-    held = handle;
+    statement_object_t::replace(ZEND_THIS, handle);
 }
 
 static ZEND_METHOD(SEPAStatementParser, load) {
@@ -97,15 +65,5 @@ static const zend_function_entry statement_methods[] = {
 
 void statement_class_register() {
     statement_arrays_startup();
-
-    zend_class_entry ce;
-    INIT_CLASS_ENTRY(ce, "SEPAStatementParser", statement_methods);
-    zend_class_entry* registered = zend_register_internal_class(&ce);
-    registered->create_object = statement_object_create;
-    sepa_refuse_serialization(registered);
-
-    statement_object_handlers = std_object_handlers;
-    statement_object_handlers.offset = offsetof(statement_object_t, std);
-    statement_object_handlers.free_obj = statement_object_free;
-    statement_object_handlers.clone_obj = nullptr;
+    statement_object_t::register_class("SEPAStatementParser", statement_methods);
 }

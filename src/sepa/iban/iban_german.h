@@ -4,8 +4,8 @@
 namespace sepa_internal {
 
 // The remainder by 97 of an IBAN that is "DE" and 20 characters, or -1 if not
-// all of these are digits.
-// As mod97_of_digits, in two thirds of its time: three numbers are weighed.
+// all of these are digits. mod97_of_digits for this one length, a third faster: the
+// three numbers of such an IBAN are weighed.
 int german_remainder(const char* iban);
 
 // Judges bank code and account number of a German IBAN that has passed all

@@ -60,23 +60,14 @@ bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int leve
     return true;
 }
 
-text_t measured(const char* from, size_t length) {
-    text_t text = {from, length, 0};
-    each_special(from, length, [&text](size_t at) {
-        text.added += added_by(text.bytes[at]);
-        return true;
-    });
-    return text;
-}
-
 }  // namespace sepa_internal
 
 using namespace sepa_internal;
 
 int sepa_check_charset(const char* text, char* bad, int level) {
     if (!text) return 1;
-    text_t measured = {text, strlen(text), 0};
-    return check_charset(rulebook_in_force(), &measured, bad, level);
+    text_t whole = {text, strlen(text), 0};
+    return check_charset(rulebook_in_force(), &whole, bad, level);
 }
 
 bool sepa_check_message_id(const char* text) {

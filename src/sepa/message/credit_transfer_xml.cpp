@@ -1,4 +1,7 @@
+#include "sepa/message/credit_transfer_xml.h"
+
 #include "sepa/message/document.h"
+#include "sepa/message/xmlbuf_room.h"
 #include "sepa/platform/clock.h"
 
 using namespace sepa_internal;

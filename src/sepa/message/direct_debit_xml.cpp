@@ -1,5 +1,8 @@
+#include "sepa/message/direct_debit_xml.h"
+
 #include "sepa/message/document.h"
 #include "sepa/message/failure.h"
+#include "sepa/message/xmlbuf_room.h"
 #include "sepa/platform/clock.h"
 
 using namespace sepa_internal;

@@ -8,16 +8,12 @@
 #include "sepa/message/payment_blocks.h"
 #include "sepa/message/rulebook.h"
 #include "sepa/message/xml_lines.h"
+#include "sepa/platform/pages.h"
 #include "sepa/text/number_text.h"
 
 namespace sepa_internal {
 
 using namespace std::literals::string_view_literals;
-
-// Lets the processor fetch a block that will be read soon.
-inline void prefetch(const void* block, size_t size) {
-    for (size_t at = 0; at < size; at += 64) __builtin_prefetch(static_cast<const char*>(block) + at);
-}
 
 // The names by which the two kinds of document differ in shared pieces.
 struct document_kind_t {
@@ -36,10 +32,6 @@ struct document_t {
     payment_blocks_t blocks;
     xml_counter_t transactions;  // all lines of all transactions
 };
-
-// The two writers. Each returns 1, or 0 with the reason in last_error.
-int write_credit_transfer(sepa_t* handle, std::string_view head, const sepa_room_t& room);
-int write_direct_debit(sepa_t* handle, std::string_view head, const sepa_room_t& room);
 
 // Today's date for a message without one. Returns 1, or 0 with last_error.
 int ensure_date(sepa_t* handle);

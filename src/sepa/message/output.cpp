@@ -1,7 +1,10 @@
 #include <cstdlib>
 
+#include "sepa/message/credit_transfer_xml.h"
+#include "sepa/message/direct_debit_xml.h"
 #include "sepa/message/document.h"
 #include "sepa/message/wipe.h"
+#include "sepa/message/xmlbuf_room.h"
 
 using namespace sepa_internal;
 

@@ -181,11 +181,8 @@ int cti_add(sepa_t* handle, const kv_pair_t* list);
 
 int ddi_add(sepa_t* handle, const kv_pair_t* list);
 
-// The one of them that the message's kind needs.
-int sepa_add(sepa_t* handle, const kv_pair_t* list);
-
-// As sepa_add, for a caller who knows the lengths of the keys, which then are not
-// measured.
+// The one of them that the message's kind needs, for a caller who knows the lengths
+// of the keys, which then are not measured.
 int sepa_add_pairs(sepa_t* handle, const sepa_pair_t* pairs, size_t count);
 
 // Wipes a record and its texts; the memory stays the message's until sepa_free,

@@ -131,10 +131,6 @@ int ddi_add(sepa_t* handle, const kv_pair_t* list) {
     return check_list(handle, list) && add_record<ddi_tx_t>(handle, pair_list_t{list}, check_debit);
 }
 
-int sepa_add(sepa_t* handle, const kv_pair_t* list) {
-    return handle->msgtype == SEPA_MSGTYPE_DDI ? ddi_add(handle, list) : cti_add(handle, list);
-}
-
 int sepa_add_pairs(sepa_t* handle, const sepa_pair_t* pairs, size_t count) {
     pair_array_t all = {pairs, count};
     return handle->msgtype == SEPA_MSGTYPE_DDI ? add_record<ddi_tx_t>(handle, all, check_debit)

@@ -84,9 +84,6 @@ SEPA_INLINE void xml_text(Out& out, unsigned tabs, std::string_view name, const 
     if (text.bytes) xml_line(out, tabs, name, text);
 }
 
-// Room after the text of a buffer, which counts as used once it is taken.
-sepa_room_t room_in(xmlbuf_t* buffer);
-
 #undef SEPA_INLINE
 
 }  // namespace sepa_internal

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "sepa/message/xml_lines.h"
+#include "sepa/message/xmlbuf_room.h"
 
 using namespace sepa_internal;
 
@@ -44,18 +45,6 @@ int xmlbuf_append_list(xmlbuf_t* buffer, ...) {
     va_end(texts);
     return done;
 }
-
-// Room for `size` bytes after the text, which then ends after them.
-static char* take_room(void* context, size_t size) {
-    auto buffer = static_cast<xmlbuf_t*>(context);
-    if (size == SIZE_MAX || !xmlbuf_reserve(buffer, size + 1)) return nullptr;
-    char* at = append_position(buffer);
-    at[size] = '\0';
-    buffer->used = static_cast<size_t>(at - buffer->text) + size + 1;
-    return at;
-}
-
-sepa_room_t sepa_internal::room_in(xmlbuf_t* buffer) { return {take_room, buffer}; }
 
 int xmlbuf_append_escaped(xmlbuf_t* buffer, const char* text) {
     if (!text) return 1;

@@ -1,4 +1,5 @@
-// The growing text buffer in which a document is built.
+// The growing text buffer into which cti_toXML, ddi_toXML and sepa_toXML write a
+// document, for scripts it goes straight into the engine's memory.
 #pragma once
 
 #include <cstddef>

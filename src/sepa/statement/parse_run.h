@@ -21,13 +21,6 @@ struct parse_run_t {
     char* ahead(size_t count) const { return static_cast<size_t>(end - at) > count ? at + count : end; }
 };
 
-// Scans YYMMDD and keeps the year as it stands there, in two digits. Returns
-// false, with nothing stored, unless all three numbers convert.
-bool scan_date(const char* from, int32_t* year, struct tm* date);
-
-// tm_year of a two-digit year: 80 to 99 lie in the last century.
-int32_t calendar_year(int32_t year);
-
 // The handlers stand at the start of their line and return false where it ends
 // the statement.
 bool read_transaction(parse_run_t* run);  // ":61:"

@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "sepa/statement/dates.h"
 #include "sepa/statement/parse_run.h"
 #include "sepa/statement/parser_handle.h"
 #include "sepa/text/amount.h"
@@ -14,20 +15,6 @@ static constexpr size_t date_column = 6;
 static constexpr size_t currency_column = 12;
 static constexpr size_t amount_column = 15;
 static constexpr size_t amount_width = 15;
-
-static constexpr int32_t last_year_of_2000s = 79;
-
-int32_t calendar_year(int32_t year) { return year <= last_year_of_2000s ? year + 100 : year; }
-
-bool scan_date(const char* from, int32_t* year, struct tm* date) {
-    int32_t yy, month, day;
-    if (!scan_number(&from, 2, &yy) || !scan_number(&from, 2, &month) || !scan_number(&from, 2, &day)) return false;
-    *year = yy;
-    date->tm_year = calendar_year(yy);
-    date->tm_mon = month - 1;
-    date->tm_mday = day;
-    return true;
-}
 
 static bool read_account(parse_run_t* run) {
     run->statement->account = run->at + 4;

@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "sepa/statement/dates.h"
 #include "sepa/statement/parse_run.h"
 #include "sepa/statement/parser_handle.h"
 #include "sepa/text/amount.h"
