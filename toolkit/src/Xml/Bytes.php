@@ -49,6 +49,14 @@ final class Bytes
         return @$reader->open(self::SCHEME . '://' . self::$last, null, $options) ? $reader : null;
     }
 
+    /** Whether that is the name of bytes that a reader got here. */
+    public static function isOurs(string $name): bool
+    {
+        return strncmp($name, self::SCHEME . ':', strlen(self::SCHEME) + 1) === 0;
+    }
+
+    // phpcs:disable PSR1.Methods.CamelCapsMethodName -- PHP gives these names
+
     public function stream_open(string $path): bool
     {
         $this->number = (int) substr($path, strlen(self::SCHEME) + 3);

@@ -58,9 +58,14 @@ final class Document
     /** @return string|null why the document is not read to its end, as the XML library tells it; null if it is */
     public function damage(): ?string
     {
+        // There is one place for errors, which others use, too.
         $error = $this->hasDoctype ? false : libxml_get_last_error();
-        if ($error && $error->level === LIBXML_ERR_FATAL) {
+        if ($error && $error->level === LIBXML_ERR_FATAL && Bytes::isOurs($error->file)) {
             return trim(strtok($error->message, "\n")) . ", line $error->line";
+        }
+
+        if ($this->records && !$this->records->isWhole()) {
+            return 'it ends too early';
         }
 
         return $this->records && $this->records->goesOn() ? 'another message follows in the same document' : null;
@@ -75,7 +80,7 @@ final class Document
     /** @param list<string> $roots */
     private function findRoot(\XMLReader $reader, array $roots): void
     {
-        for ($elements = 0; $elements < self::WRAPPERS && @$reader->read(); ) {
+        for ($elements = 0; $elements < self::WRAPPERS && @$reader->read();) {
             if ($reader->nodeType === \XMLReader::DOC_TYPE) {
                 $this->hasDoctype = true;
 

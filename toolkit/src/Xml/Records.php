@@ -146,21 +146,20 @@ final class Records
                 continue;
             }
             [$key, $its] = $node;
-            if ($its === '>' || $its === '*') {
-                if (!$reader->isEmptyElement) {
-                    $this->around[] = [$name, $mark, $base, $values, $room];
-                    [$name, $mark, $base, $values] = [$key, $its, $depth, []];
-                    $room = $mark === '>' ? self::ROOM : $room - self::PER_RECORD;
-                    $nodes[$depth] = $this->tables[$key];
-                }
+            if (($its === '>' || $its === '*') && !$reader->isEmptyElement) {
+                $this->around[] = [$name, $mark, $base, $values, $room];
+                [$name, $mark, $base, $values] = [$key, $its, $depth, []];
+                $room = $mark === '>' ? self::ROOM : $room - self::PER_RECORD;
+                $nodes[$depth] = $this->tables[$key];
             } elseif ($its === '$') {
                 $values["$key@"] = $values["$key@"] ?? $reader->getAttribute('Ccy');
             }
             $more = $reader->read();
-            if ($key === '' || $depth === $base || ($type = $reader->nodeType) === self::ELEMENT || $type === self::END_ELEMENT) {
+            $type = $key === '' || $depth === $base ? 0 : $reader->nodeType;
+            if ($type !== self::TEXT && ($type < self::CDATA || $type === self::END_ELEMENT || $reader->depth <= $depth)) {
                 continue;
             }
-            $text = $reader->value;
+            $text = $type === self::TEXT || $type === self::CDATA ? $reader->value : '';
             $more = $reader->read();
             $more = $reader->nodeType === self::END_ELEMENT ? $reader->read() : $this->goOn($text, $more);
             $room -= strlen($text) + self::PER_VALUE;

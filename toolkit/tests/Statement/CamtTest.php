@@ -78,6 +78,7 @@ final class CamtTest extends TestCase
         yield 'older' => [static fn (string $text): string => str_replace(['<Pty>', '</Pty>', '<Sts><Cd>BOOK</Cd></Sts>', 'BICFI'], ['', '', '<Sts>BOOK</Sts>', 'BIC'], $text)];
         yield 'prefixed' => [static fn (string $text): string => preg_replace('~(?<=<|</)(?=[A-Z])~', 'n:', str_replace('xmlns=', 'xmlns:n=', str_replace('<![CDATA[&]]>', '&amp;', $text)))];
         yield 'no namespace' => [static fn (string $text): string => preg_replace('/ xmlns="[^"]+"/', '', $text)];
+        yield 'commented' => [static fn (string $text): string => str_replace(['J&#xE4;ger', '</RmtInf>', '<Refs>'], ['<!-- a -->J&#xE4;<!-- b -->ger', '<Ustrd/><!-- c --></RmtInf>', '<Refs><TxId/><!-- d -->'], $text)];
         yield 'indented' => [static fn (string $text): string => str_replace('><', ">\n  <", $text)];
         yield 'gzip' => [static fn (string $text): string => gzencode(substr($text, 0, 900)) . gzencode(substr($text, 900))];
         yield 'UTF-16' => [static fn (string $text): string => "\xFF\xFE" . mb_convert_encoding(str_replace('UTF-8', 'UTF-16', $text), 'UTF-16LE', 'UTF-8')];

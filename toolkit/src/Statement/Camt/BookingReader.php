@@ -44,7 +44,8 @@ final class BookingReader
 
             return;
         }
-        for ($at = 0; $at < strlen($text); ) {
+        $at = 0;
+        while ($at < strlen($text)) {
             $end = strpos($text, "\n", $at);
             $entry = json_decode(substr($text, $at, $end - $at), true);
             $parts = substr($text, $end + 1, $entry['bytes']);

@@ -209,8 +209,9 @@ final class Builder
     {
         $mine = $this->statement;
         $other = $next->statement;
-        if ($this->isLast || $next->page !== $this->page + 1 || $mine->account !== $other->account
-            || ($mine->number ?? $mine->reference) !== ($other->number ?? $other->reference)) {
+        $isSame = $mine->account === $other->account
+            && ($mine->number ?? $mine->reference) === ($other->number ?? $other->reference);
+        if ($this->isLast || $next->page !== $this->page + 1 || !$isSame) {
             return false;
         }
         $this->page = $next->page;

@@ -131,18 +131,23 @@ final class Builder
         }
         $this->flushBooking();
         $this->lost = $match[1] === '61' && !$this->entry($line, $ends);
-        switch ($match[1]) {
+        $this->field($match[1], $value, $ends);
+    }
+
+    private function field(string $tag, string $value, bool $ends): void
+    {
+        switch ($tag) {
             case '60F':
             case '60M':
-                $this->opening($value, $match[1] === '60M');
+                $this->opening($value, $tag === '60M');
                 break;
             case '62F':
             case '62M':
-                $this->closing($value, $match[1] === '62M', $ends);
+                $this->closing($value, $tag === '62M', $ends);
                 break;
             case '64':
             case '65':
-                $balance = $this->balance($value, false, $match[1] === '64' ? 'CLAV' : 'FWAV', false);
+                $balance = $this->balance($value, false, $tag === '64' ? 'CLAV' : 'FWAV', false);
                 $balance && $this->statement->available[] = $balance;
                 break;
             case '25':
