@@ -114,6 +114,12 @@ final class Batches implements Receiver
 
     public function messageFaults(): array
     {
+        if ($this->count === 0) {
+            // What is wrong with the party has not been told of a message yet.
+            $spare = $this->spare();
+
+            return array_merge($this->spareNotes->faults->kept(), $spare->messageFaults());
+        }
         $faults = array_map(static fn (Payments $message): array => $message->messageFaults(), $this->messages());
 
         return array_merge(...$faults);

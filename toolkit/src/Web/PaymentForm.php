@@ -14,6 +14,7 @@ use Sepa\Toolkit\Payment\Party;
 use Sepa\Toolkit\Payment\Payments;
 use Sepa\Toolkit\Payment\Rulebook;
 use Sepa\Toolkit\Payment\Sheet;
+use Sepa\Toolkit\Unreadable;
 
 /**
  * What stands in the form of payments: the party, and a table, which travels
@@ -333,8 +334,13 @@ final class PaymentForm
     private function lastRow(): int
     {
         $last = 1;
-        foreach ($this->sheet()->values($this->keys()) as $last => $values) {
-            continue;
+        try {
+            foreach ($this->sheet()->values($this->keys()) as $last => $values) {
+                continue;
+            }
+        } catch (Unreadable $e) {
+            // It will be told when the table is looked at as a whole.
+            return $last;
         }
 
         return $last;

@@ -62,7 +62,11 @@ final class PaymentPage implements Page
     /** A table whose columns somebody can tell stays; in place of another file comes what was there. */
     private function unreadable(PaymentForm $form, Input $input, Unreadable $e): Response
     {
-        $assigned = $form->table->travels() ? $form->table->columns([], []) : [];
+        try {
+            $assigned = $form->table->travels() ? $form->table->columns([], []) : [];
+        } catch (Unreadable $second) {
+            $assigned = [];
+        }
         if (count($assigned) < 2) {
             $assigned = [];
             $form = new PaymentForm($this->kind, $input, $this->accounts);

@@ -121,7 +121,8 @@ final class Table
         foreach ($this->isThere() ? $this->reader() : [] as $cells) {
             if ($headings === [] && implode('', $cells) !== '') {
                 $headings = $cells;
-            } elseif ($samples || $cells === $headings) {
+            }
+            if ($samples || $cells === $headings) {
                 $samples[] = $cells;
             }
             if (count($samples) > 2) {

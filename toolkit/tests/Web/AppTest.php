@@ -218,6 +218,10 @@ final class AppTest extends TestCase
 
         self::assertFalse(self::isDownload(self::post('transfer', ['row' => [$row, ['amount' => 'x'] + $row]] + $form)));
         self::assertFalse(self::isDownload(self::post('transfer', ['row' => []] + $form)));
+        $empty = self::post('transfer', ['do' => 'document']);
+        self::assertStringContainsString('0 payments, 2 faults', $empty->getContent());
+        $strange = self::post('transfer', ['page' => 'iban', 'payee' => 'DE1', 'kept' => '{"transfer":{"table":"\\"x"}}']);
+        self::assertStringContainsString('value="DE1"', $strange->getContent());
         foreach (["name,iban,amount\nB,{$row['iban']}", "name,iban,iban,amount\nB,{$row['iban']},{$row['iban']},1", "name,iban,amount,colour\nB,{$row['iban']},1,red"] as $sheet) {
             $answer = self::post('transfer', $form, self::upload($sheet));
             self::assertSame(422, $answer->getStatusCode(), $sheet);
