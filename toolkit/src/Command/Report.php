@@ -20,6 +20,9 @@ final class Report
     /** Findings of one code in one column that people see. */
     private const SHOWN = 20;
 
+    /** Unknown headings are one kind, though each is a column of its own. */
+    private const HEADING = 'unknown_heading';
+
     /** Options that give what the submitting party is asked for, by key of its faults. */
     private const PARTY = [
         'name' => 'name', 'iban' => 'iban', 'bic' => 'bic', 'creditorId' => 'creditor-id', 'type' => 'type',
@@ -110,10 +113,13 @@ final class Report
     private function printFirst(string $severity, array $found, Findings $findings): void
     {
         $left = $findings->counts();
+        if (isset($left[self::HEADING])) {
+            $left[self::HEADING] = ['' => array_sum($left[self::HEADING])];
+        }
         $shown = [];
         $hints = [];
         foreach ($found as $fault) {
-            $key = (string) $fault->key;
+            $key = $fault->code === self::HEADING ? '' : (string) $fault->key;
             $number = $shown[$fault->code][$key] = ($shown[$fault->code][$key] ?? 0) + 1;
             if ($number <= self::SHOWN) {
                 $hint = $fault->hint($this->words->locale, $this->german);
@@ -124,7 +130,7 @@ final class Report
                 $this->cells($severity, $fault->row, $this->label($fault), $text, $isNew ? $hint : '');
                 $left[$fault->code][$key] = ($left[$fault->code][$key] ?? 1) - 1;
             } elseif ($number === self::SHOWN + 1) {
-                $this->printMore($severity, $this->label($fault), $left[$fault->code][$key]);
+                $this->printMore($severity, $key === '' ? '' : $this->label($fault), $left[$fault->code][$key]);
                 $left[$fault->code][$key] = 0;
             }
         }

@@ -31,6 +31,9 @@ final class Headings
         ],
     ];
 
+    /** @var array<string, array<string, string>> key by plain heading, by list of keys */
+    private static array $words = [];
+
     /** Words for the other party, around which the rest of a heading stands: "IBAN des Empfängers", "Beneficiary name". */
     private const PARTY = '/^(.*?)(?:des|der|vom|von|ofthe|of)?(?:zahlungsempfaenger|empfaenger|beguenstigte|zahlungspflichtige'
         . '|zahler|schuldner|debitor|kreditor|kontoinhaber|kunde|lieferant|mitglied|recipient|payee|beneficiary|debtor|payer'
@@ -82,19 +85,25 @@ final class Headings
     /** @param list<string> $keys */
     private static function find(string $plain, array $keys): ?string
     {
+        $list = implode(' ', $keys);
+        self::$words[$list] = self::$words[$list] ?? self::wordsOf($keys);
+
+        return self::$words[$list][$plain] ?? null;
+    }
+
+    /**
+     * @param list<string> $keys
+     * @return array<string, string> key by plain heading: keys themselves first, then the words of the first of them
+     */
+    private static function wordsOf(array $keys): array
+    {
+        $words = array_combine(array_map([self::class, 'plain'], $keys), $keys);
         foreach ($keys as $key) {
-            if ($plain === self::plain($key)) {
-                return $key;
-            }
-        }
-        foreach ($keys as $key) {
-            $usual = array_map([self::class, 'plain'], Keys::headings($key));
-            if (in_array($plain, array_merge($usual, self::SYNONYMS[$key] ?? []), true)) {
-                return $key;
-            }
+            $usual = array_merge(array_map([self::class, 'plain'], Keys::headings($key)), self::SYNONYMS[$key] ?? []);
+            $words += array_fill_keys($usual, $key);
         }
 
-        return null;
+        return $words;
     }
 
     /** @param list<string> $keys */
