@@ -205,7 +205,8 @@ return [
     ],
     'length_characters' => [
         'reason' => '{label} ist zu lang: {length, plural, other {#}} Zeichen, möglich sind {limit}',
-        'hint' => 'Kürzen Sie den Text.',
+        'hint' => '{over, plural, one {Ein Zeichen} other {# Zeichen}} zu viel.'
+            . '{cut, select, none {} other { So würde es passen: „{cut}“}}',
     ],
     'local_instrument' => [
         'reason' => '{value} gibt es im Format {rulebook} nicht',

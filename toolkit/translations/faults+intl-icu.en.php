@@ -209,7 +209,8 @@ return [
     ],
     'length_characters' => [
         'reason' => '{label} is too long: {length, plural, other {#}} characters, at most {limit}',
-        'hint' => 'Shorten it.',
+        'hint' => '{over, plural, one {One character} other {# characters}} too many.'
+            . '{cut, select, none {} other { This would fit: “{cut}”}}',
     ],
     'local_instrument' => [
         'reason' => '{value} is not possible under {rulebook}',

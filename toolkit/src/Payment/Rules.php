@@ -168,7 +168,12 @@ final class Rules
     {
         $length = mb_strlen($value, 'UTF-8');
         if ($length > Keys::limit($key)) {
-            return ['length_characters', ['length' => $length, 'limit' => Keys::limit($key)]];
+            return ['length_characters', [
+                'length' => $length,
+                'limit' => Keys::limit($key),
+                'over' => $length - Keys::limit($key),
+                'cut' => Keys::form($key) === Keys::TEXT ? Keys::fitting($key, $value) : 'none',
+            ]];
         }
         $refused = preg_match(self::USUAL, $value) ? [] : $this->extension->refusedCharacters($like, $value);
 
