@@ -88,6 +88,8 @@ final class StatementCommand extends TranslatedCommand
         } elseif ($this->format === Rows::CSV) {
             self::addRecords($this->rows, $statement, $this->progress);
             $this->tell(array_merge($statement->faults, $statement->hints), $statement->file);
+            $off = self::isOff($statement) ? $this->off($statement) : '';
+            $off === '' || $this->errors->writeln(Rows::clean(trim("sepa: $statement->file") . ": $statement->account: $off"), OutputInterface::OUTPUT_RAW);
         } else {
             $this->print($statement);
         }
@@ -167,9 +169,8 @@ final class StatementCommand extends TranslatedCommand
             $this->line('  ' . $this->say('announced'));
             $this->table($statement->pending, null);
         }
-        if (!$statement->balanced && ($statement->hasBalances() || !$statement->isGood())) {
-            $off = $statement->difference;
-            $this->line('  ' . ($off ? $this->say('off', ['amount' => self::money($off)]) : $this->say('not_balanced')));
+        if (self::isOff($statement)) {
+            $this->line('  ' . $this->off($statement));
         }
         foreach (['fault' => $statement->faults, 'note' => $statement->hints, 'mended' => $statement->mended] as $kind => $notes) {
             foreach ($notes as $note) {
@@ -177,6 +178,18 @@ final class StatementCommand extends TranslatedCommand
             }
         }
         $this->line('');
+    }
+
+    private static function isOff(Statement $statement): bool
+    {
+        return !$statement->balanced && ($statement->hasBalances() || !$statement->isGood());
+    }
+
+    private function off(Statement $statement): string
+    {
+        $off = $statement->difference;
+
+        return $off ? $this->say('off', ['amount' => self::money($off)]) : $this->say('not_balanced');
     }
 
     private function table(Bookings $bookings, ?Amount $balance): void
