@@ -148,7 +148,7 @@ run_toolkit() {
 serve_page() {
     leave_out_installed
     exec "$PHP" -d extension="$module" -d file_uploads=1 -d upload_max_filesize=10M \
-        -d post_max_size=64M -d max_input_vars=5000 -S "$1" -t "$root/toolkit/web" "$root/toolkit/web/index.php"
+        -d post_max_size=64M -d max_file_uploads=200 -d max_input_vars=5000 -S "$1" -t "$root/toolkit/web" "$root/toolkit/web/index.php"
 }
 
 # Locales of the script tests' own, in a folder of their own.

@@ -128,30 +128,35 @@ final class StatementCommand extends TranslatedCommand
     private static function addRecords(Rows $rows, Statement $statement, Progress $progress): void
     {
         foreach ($statement->bookings as $booking) {
-            $record = [
-                'account' => $statement->account,
-                'number' => $statement->number,
-                'balanced' => $statement->balanced,
-                'valuta' => $booking->valuta,
-                'booked' => $booking->booked,
-                'amount' => $booking->amount,
-                'currency' => $statement->currency,
-                'reversal' => $booking->reversal,
-                'name' => $booking->name,
-                'other_account' => $booking->account,
-                'other_bank' => $booking->bank,
-                'remittance' => $booking->remittance(),
-                'eref' => $booking->eref,
-                'mref' => $booking->mref,
-                'gvc' => $booking->gvc,
-                'reason' => $booking->reason,
-                'file' => $statement->file === '-' ? '' : $statement->file,
-            ];
-            $rows->add($record, static function (): array {
+            $rows->add(self::record($statement, $booking), static function (): array {
                 return [];
             });
             $progress();
         }
+    }
+
+    /** @return array<string, mixed> what CSV has of a booking, for Rows */
+    public static function record(Statement $statement, Booking $booking): array
+    {
+        return [
+            'account' => $statement->account,
+            'number' => $statement->number,
+            'balanced' => $statement->balanced,
+            'valuta' => $booking->valuta,
+            'booked' => $booking->booked,
+            'amount' => $booking->amount,
+            'currency' => $statement->currency,
+            'reversal' => $booking->reversal,
+            'name' => $booking->name,
+            'other_account' => $booking->account,
+            'other_bank' => $booking->bank,
+            'remittance' => $booking->remittance(),
+            'eref' => $booking->eref,
+            'mref' => $booking->mref,
+            'gvc' => $booking->gvc,
+            'reason' => $booking->reason,
+            'file' => $statement->file === '-' ? '' : $statement->file,
+        ];
     }
 
     private function print(Statement $statement): void

@@ -7,11 +7,8 @@ namespace Sepa\Toolkit\Command;
 use Sepa\Toolkit\Report\Payment;
 use Sepa\Toolkit\Report\PaymentFile;
 use Sepa\Toolkit\Report\Reader;
-use Sepa\Toolkit\Report\Reason;
 use Sepa\Toolkit\Report\Report;
-use Sepa\Toolkit\Report\SentPayment;
-use Sepa\Toolkit\Report\Status;
-use Sepa\Toolkit\Report\Words as Codes;
+use Sepa\Toolkit\Report\Result;
 use Sepa\Toolkit\Statement\Amount;
 use Symfony\Component\Console\Completion\CompletionInput;
 use Symfony\Component\Console\Completion\CompletionSuggestions;
@@ -90,14 +87,7 @@ final class StatusCommand extends TranslatedCommand
     private function show(Report $report): void
     {
         $this->head($report);
-        foreach ($report->blocks as $block) {
-            if (!$block->payments && $block->status !== '') {
-                $this->add($report, null, null, $block->id, $block->status, $block->reasons);
-            }
-            foreach ($block->payments as $payment) {
-                $this->add($report, $payment, null, $payment->block, $payment->status, $payment->reasons);
-            }
-        }
+        array_map([$this, 'add'], Result::ofReport($report));
         $this->isTable && $this->rows->flush();
     }
 
@@ -105,70 +95,54 @@ final class StatusCommand extends TranslatedCommand
     private function head(Report $report): void
     {
         if (!$this->isTable) {
-            if (!$report->blocks) {
-                $this->add($report, null, null, '', $report->status, $report->reasons);
-            }
+            $report->blocks || $this->add(Result::ofWhole($report));
 
             return;
         }
         $text = $this->text('head', ['id' => $report->id, 'original' => $report->originalId]);
-        $status = $report->status === '' ? '' : ': ' . $this->words('status', $report->status);
-        $why = $report->blocks ? '' : $this->reasons($report->reasons);
+        $status = $report->status === '' ? '' : ': ' . Result::words('status', $report->status, $this->words->locale);
+        $why = $report->blocks ? '' : Result::reasons($report->reasons, $this->words->locale);
         Rows::write($this->output, Rows::clean($text . $status . ($why === '' ? '' : ", $why")) . "\n");
     }
 
     /** @param list<Report> $reports */
     private function showBeside(PaymentFile $sent, array $reports): void
     {
-        $found = $lost = [];
-        $whole = null;
+        $about = array_values(array_filter($reports, static fn (Report $report): bool => $report->originalId === $sent->id));
         foreach ($reports as $report) {
             if ($report->originalId !== $sent->id) {
                 $this->tell($this->text('other_file', ['original' => $report->originalId, 'message' => $sent->id]));
-                continue;
-            }
-            $whole = $report;
-            foreach ($report->payments() as $payment) {
-                $place = $sent->find($payment);
-                if ($place === null) {
-                    $lost[] = [$report, $payment];
-                } else {
-                    $found[$place] = [$report, $payment];
-                }
             }
         }
-        foreach ($sent->payments as $place => $payment) {
-            [$report, $told] = $found[$place] ?? [$whole, null];
-            $status = $told ? $told->status : ($report ? $report->statusOfOthers($payment->block) : '');
-            $this->add($report, $told, $payment, $payment->block, $status, $told ? $told->reasons : []);
+        $lost = 0;
+        foreach (Result::beside($sent, $about) as $result) {
+            $lost += $result->sent ? 0 : 1;
+            $this->add($result);
         }
-        foreach ($lost as [$report, $payment]) {
-            $this->add($report, $payment, null, $payment->block, $payment->status, $payment->reasons);
-        }
-        $lost && $this->tell($this->text('not_sent', ['count' => count($lost)]));
+        $lost && $this->tell($this->text('not_sent', ['count' => $lost]));
     }
 
-    /** @param list<Reason> $reasons */
-    private function add(?Report $report, ?Payment $told, ?SentPayment $sent, string $block, string $status, array $reasons): void
+    private function add(Result $result): void
     {
+        $told = $result->told;
+        $amount = $result->amount();
         $this->told += $told ? 1 : 0;
-        $this->refused += Status::isRefused($status) ? 1 : 0;
-        $this->otherNames += $told && $told->isOtherName() ? 1 : 0;
-        $amount = $sent ? $sent->amount : ($told ? $told->amount : null);
+        $this->refused += $result->isRefused() ? 1 : 0;
+        $this->otherNames += $result->isOtherName() ? 1 : 0;
         $record = [
-            'message' => $report ? $report->originalId : '',
-            'block' => $block,
-            'eref' => $sent ? $sent->eref : ($told ? $told->eref : ''),
-            'name' => $sent ? $sent->name : ($told ? $told->name : ''),
-            'iban' => $sent ? $sent->iban : ($told ? $told->iban : ''),
+            'message' => $result->report ? $result->report->originalId : '',
+            'block' => $result->block,
+            'eref' => $result->of('eref'),
+            'name' => $result->of('name'),
+            'iban' => $result->of('iban'),
             'amount' => $amount,
             'currency' => $amount ? $amount->currency : '',
-            'status' => $status,
-            'meaning' => $status === '' ? '' : $this->words('status', $status),
-            'reason' => implode(' ', array_filter(array_column($reasons, 'code'))),
-            'reason_text' => $this->reasons($reasons) ?: ($told ? $told->said : ''),
+            'status' => $result->status,
+            'meaning' => $result->status === '' ? '' : Result::words('status', $result->status, $this->words->locale),
+            'reason' => implode(' ', array_filter(array_column($result->reasons, 'code'))),
+            'reason_text' => $result->why($this->words->locale),
             'name_at_bank' => $told ? $told->nameAtBank : '',
-            'file' => $report ? $report->file : '',
+            'file' => $result->report ? $result->report->file : '',
         ];
         $this->rows->add($record, fn (): array => $this->cells($record, $amount, $told));
     }
@@ -192,25 +166,6 @@ final class StatusCommand extends TranslatedCommand
             'status' => $record['status'] === '' ? $this->text('none') : $record['meaning'],
             'reason' => implode(' ', $why),
         ];
-    }
-
-    /** A code with what it means; the code alone if nobody knows it. */
-    private function words(string $kind, string $code): string
-    {
-        $words = Codes::of($kind, $code, $this->words->locale);
-
-        return $words === '' ? $code : "$words ($code)";
-    }
-
-    /** @param list<Reason> $reasons */
-    private function reasons(array $reasons): string
-    {
-        $texts = [];
-        foreach ($reasons as $reason) {
-            $texts[] = trim($this->words('reason', $reason->code) . ($reason->said() === '' ? '' : ": {$reason->said()}"), ': ');
-        }
-
-        return implode('; ', array_filter($texts));
     }
 
     /** @param array<string, mixed> $values */

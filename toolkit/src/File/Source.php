@@ -65,16 +65,16 @@ final class Source
 
     /**
      * The files that are named, those in folders that are, by name and not in folders
-     * within them, and streams.
+     * within them, streams and sources.
      *
-     * @param iterable<string|resource> $paths
+     * @param iterable<string|resource|self> $paths
      * @return \Generator<self>
      */
     public static function each(iterable $paths): \Generator
     {
         foreach ($paths as $path) {
-            if (is_resource($path) || !is_dir($path)) {
-                yield is_resource($path) ? self::stream($path, '-') : self::file($path);
+            if (!is_string($path) || !is_dir($path)) {
+                yield $path instanceof self ? $path : (is_resource($path) ? self::stream($path, '-') : self::file($path));
                 continue;
             }
             foreach (@scandir($path) ?: [] as $name) {

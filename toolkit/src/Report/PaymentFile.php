@@ -4,6 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Report;
 
+use Sepa\Toolkit\File\Kind;
 use Sepa\Toolkit\File\Source;
 use Sepa\Toolkit\Unreadable;
 use Sepa\Toolkit\Xml\Document;
@@ -30,19 +31,31 @@ final class PaymentFile
     /** @throws Unreadable if it cannot be read, or is no file of payments */
     public static function read(string $path): self
     {
-        $file = new self();
-        foreach (Source::file($path)->parts() as $part) {
-            $document = new Document($part, array_keys(Tables::PAYMENT_ROOTS));
-            if (!isset(Tables::PAYMENT_ROOTS[$document->root])) {
-                break;
-            }
-            $file->fill($document);
-            if ($document->damage() === null) {
-                return $file;
-            }
+        foreach (self::in(Source::file($path)) as $file) {
+            return $file;
         }
 
         throw new Unreadable("$path is no file of payments (pain.001 or pain.008), or is damaged.");
+    }
+
+    /**
+     * The files of payments that are whole among the documents of a source.
+     *
+     * @return \Generator<string, self> by the document's name
+     */
+    public static function in(Source $source): \Generator
+    {
+        foreach ($source->parts() as $part) {
+            $document = $part->kind === Kind::XML ? new Document($part, array_keys(Tables::PAYMENT_ROOTS)) : null;
+            if (!$document || !isset(Tables::PAYMENT_ROOTS[$document->root])) {
+                continue;
+            }
+            $file = new self();
+            $file->fill($document);
+            if ($document->damage() === null) {
+                yield $part->name => $file;
+            }
+        }
     }
 
     /**

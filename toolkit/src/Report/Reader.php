@@ -55,9 +55,9 @@ final class Reader implements \IteratorAggregate
     }
 
     /**
-     * Several files, folders, of which the files in them by name, and streams.
+     * Several files, folders, of which the files in them by name, streams and sources.
      *
-     * @param iterable<string|resource> $paths
+     * @param iterable<string|resource|Source> $paths
      * @throws Unreadable when it is walked over, if one cannot be opened or read
      */
     public static function files(iterable $paths): self

@@ -46,9 +46,9 @@ final class Reader implements \IteratorAggregate
     }
 
     /**
-     * Several files, folders, of which the files in them by name, and streams.
+     * Several files, folders, of which the files in them by name, streams and sources.
      *
-     * @param iterable<string|resource> $paths
+     * @param iterable<string|resource|Source> $paths
      * @throws Unreadable when it is walked over, if one cannot be opened or read
      */
     public static function files(iterable $paths): self
@@ -65,16 +65,6 @@ final class Reader implements \IteratorAggregate
     public static function string(string $text, string $name = ''): self
     {
         return new self(static fn (): array => [Source::string($text, $name)]);
-    }
-
-    /** @param array<string, string> $texts contents of files by name */
-    public static function texts(array $texts): self
-    {
-        return new self(static function () use ($texts): \Generator {
-            foreach ($texts as $name => $text) {
-                yield Source::string($text, (string) $name);
-            }
-        });
     }
 
     /**

@@ -4,14 +4,19 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
+use Sepa\Toolkit\File\Source;
+
 /** Files of statements: those that are chosen, else those that travelled along, packed. */
 final class Files
 {
     /** Bytes that go to the browser and back with each step. */
     private const MAX_CARRIED = 4 << 20;
 
-    /** Bytes of all files, unpacked. */
+    /** Bytes of all files. */
     private const MAX_SIZE = 32 << 20;
+
+    /** Bytes of all that is packed in them: each answer reads it again, and one statement may be in memory. */
+    private const MAX_UNPACKED = 64 << 20;
 
     /** @var array<string, string> contents by name */
     public array $contents;
@@ -39,9 +44,43 @@ final class Files
         return new self($chosen ?: self::unpacked($input->block('packed')));
     }
 
+    public static function none(): self
+    {
+        return new self([]);
+    }
+
     public static function example(string $path): self
     {
         return new self([basename($path) => (string) file_get_contents($path)]);
+    }
+
+    /** @return list<Source> */
+    public function sources(): array
+    {
+        $sources = [];
+        foreach ($this->contents as $name => $content) {
+            $sources[] = Source::string($content, (string) $name);
+        }
+
+        return $sources;
+    }
+
+    /** Whether a page can read them: a small archive may hold a very large file. */
+    public function areReadable(): bool
+    {
+        $bytes = 0;
+        foreach ($this->sources() as $source) {
+            foreach ($source->parts() as $part) {
+                foreach ($part->chunks() as $chunk) {
+                    $bytes += strlen($chunk);
+                    if ($bytes > self::MAX_UNPACKED) {
+                        return false;
+                    }
+                }
+            }
+        }
+
+        return true;
     }
 
     /** As text for a form; empty if that would be too much. */
@@ -59,7 +98,8 @@ final class Files
     /** @return array<string, string> nothing of what is not whole */
     private static function unpacked(string $packed): array
     {
-        $bytes = $packed === '' ? '' : @gzdecode((string) base64_decode($packed, true), self::MAX_SIZE);
+        $isOurs = $packed !== '' && strlen($packed) <= self::MAX_CARRIED;
+        $bytes = !$isOurs ? '' : @gzdecode((string) base64_decode($packed, true), self::MAX_SIZE);
         $contents = [];
         for ($at = 0; is_string($bytes) && $at + 8 <= strlen($bytes); $at += 8 + $part['name'] + $part['content']) {
             $part = unpack('Nname/Ncontent', $bytes, $at);

@@ -7,17 +7,24 @@ namespace Sepa\Toolkit\Web;
 use Sepa\Toolkit\Iban\Ibans;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Statement\Balance;
-use Sepa\Toolkit\Statement\Booking;
 use Sepa\Toolkit\Statement\Statement;
 
-/** Statements of one account that follow from each other, as far as they are shown. */
+/** Statements of one account that follow from each other. */
 final class StatementAccount
 {
-    /** @var string the IBAN, grouped, else the account as the bank writes it; empty if it is not named */
+    private const IBAN = '/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D';
+
+    /** @var string the account's number, an IBAN where one can be told; empty if it is not named */
     public string $name;
 
-    /** @var string|null the bank's name */
-    public ?string $bank;
+    /** @var string as the file writes it, if that is something else */
+    public string $given = '';
+
+    /** @var string name of the bank; empty if it is not known */
+    public string $bank;
+
+    /** @var string of the account; empty if it is not told */
+    public string $owner;
 
     public string $currency;
 
@@ -25,49 +32,63 @@ final class StatementAccount
 
     public ?Balance $closing = null;
 
-    public ?BalanceChart $chart;
+    private ?BalanceChart $chart;
 
-    /** @var list<array{id: string, statement: Statement, rows: list<array<string, Booking|Amount|null>>}> */
-    public array $statements = [];
+    private Statement $last;
 
     public function __construct(Statement $first)
     {
-        $isGerman = preg_match('~^(\d{8})/(\d{1,10})$~D', $first->account, $part);
-        $iban = Ibans::check($isGerman ? (string) Ibans::convert($part[2], $part[1])->iban : $first->account);
-        $this->name = $iban->valid ? Ibans::grouped($iban->iban) : $first->account;
-        $this->bank = $iban->bank;
+        $iban = self::iban($first->account);
+        $this->name = $iban === '' ? $first->account : Ibans::grouped($iban);
+        $this->given = $iban === $first->account || $iban === '' ? '' : $first->account;
+        $bank = $first->bank === '' ? null : Ibans::bankName($first->bank);
+        $this->bank = (string) ($bank ?? ($iban === '' ? '' : Ibans::check($iban)->bank));
+        $this->owner = $first->owner;
         $this->currency = $first->currency;
         $this->opening = $first->opening;
         $this->chart = $first->opening ? new BalanceChart($first->currency, $first->opening->amount->units) : null;
+        $this->last = $first;
     }
 
-    /**
-     * @param string $id of the statement on the page
-     * @param callable(Booking): bool $isShown asked once for each booking
-     * @param bool $showsEmpty whether it is shown without bookings
-     */
-    public function add(Statement $statement, string $id, callable $isShown, bool $showsEmpty): void
+    /** Whether a statement goes on where the last one ended. */
+    public function goesOn(Statement $next): bool
     {
-        $rows = [];
-        $balance = $statement->opening ? $statement->opening->amount : null;
-        foreach ($statement->bookings as $booking) {
-            $balance = $balance ? $balance->plus($booking->amount) : null;
-            if ($this->chart && $balance) {
-                $this->chart->add($balance->units);
-            }
-            if ($isShown($booking)) {
-                $rows[] = ['booking' => $booking, 'balance' => $balance];
-            }
-        }
-        foreach ($statement->pending as $booking) {
-            if ($isShown($booking)) {
-                $rows[] = ['booking' => $booking, 'balance' => null];
-            }
-        }
+        $last = $this->last;
+
+        $areWhole = $last->balanced && $last->closing && $next->opening;
+
+        return $last->account === $next->account && $areWhole && $last->closing->amount == $next->opening->amount;
+    }
+
+    public function take(Statement $statement): void
+    {
+        $this->last = $statement;
         $this->closing = $statement->closing;
-        $isEmpty = count($statement->bookings) + count($statement->pending) === 0;
-        if ($rows || ($isEmpty && $showsEmpty)) {
-            $this->statements[] = ['id' => $id, 'statement' => $statement, 'rows' => $rows];
+    }
+
+    /** The balance after a booking. */
+    public function step(?Amount $balance): void
+    {
+        if ($this->chart && $balance) {
+            $this->chart->add($balance->units);
         }
+    }
+
+    /** @return array<string, mixed>|null of BalanceChart */
+    public function picture(): ?array
+    {
+        return $this->chart ? $this->chart->picture() : null;
+    }
+
+    /** "37040044/0532013000" has an IBAN, too. */
+    private static function iban(string $account): string
+    {
+        if (preg_match(self::IBAN, $account)) {
+            return $account;
+        }
+
+        $isGerman = preg_match('~^(\d{8})/(\d{1,10})$~D', $account, $part);
+
+        return $isGerman ? (string) Ibans::convert($part[2], $part[1])->iban : '';
     }
 }

@@ -4,30 +4,20 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
-use Sepa\Toolkit\Report\Reader as ReportReader;
-use Sepa\Toolkit\Report\Report;
-use Sepa\Toolkit\Statement\Booking;
+use Sepa\Toolkit\Command\Rows;
+use Sepa\Toolkit\Command\StatementCommand;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
-use Sepa\Toolkit\Statement\Statement;
+use Symfony\Component\Console\Output\BufferedOutput;
 use Symfony\Component\HttpFoundation\Response;
 
-/** Reads files of statements, shows their bookings with the running balance, and finds among them. */
+/** Reads what a bank delivers, and shows bookings, balances, what is to be checked, and what became of payments. */
 final class StatementPage implements Page
 {
     private const EXAMPLE = __DIR__ . '/../../../examples/statement.sta';
 
-    /** Bookings of a page. */
-    private const SHOWN = 200;
-
-    /** Statements without bookings, and links to those that are to be looked at; the rest is counted. */
-    private const MAX_STATEMENTS = 100;
-
-    /** Of the CSV file. */
-    private const COLUMNS = [
-        'own', 'number', 'booked', 'valuta', 'amount', 'currency', 'name', 'account', 'bank', 'remittance', 'txtext',
-        'eref', 'mref', 'file',
-    ];
+    /** Of a batch on a page. */
+    private const PARTS = 200;
 
     private View $view;
 
@@ -41,113 +31,120 @@ final class StatementPage implements Page
         $action = $input->action();
         $search = new Search($input);
         $files = $action === 'example' ? Files::example(self::EXAMPLE) : Files::of($input);
-        if ($action === 'csv' && $files->contents) {
-            return Spreadsheet::download($this->rows($files, $search), 'bookings.csv');
+        if ($action === '' || !$files->contents) {
+            $missing = $action === 'again' ? 'statement.choose_again' : 'statement.choose';
+            $notice = $action === '' ? $notice : $this->bad($missing);
+
+            return $this->page($search, $files, ['notice' => $notice]);
         }
-        $page = max(1, (int) $input->text('p'));
-        $values = ['result' => null, 'accounts' => [], 'reports' => []];
-        if ($action !== '' && $files->contents) {
-            $values = $this->read($files, $search, $page);
+        if (!$files->areReadable()) {
+            return $this->page($search, Files::none(), ['notice' => $this->bad('statement.too_much')], 413);
         }
-        if (!$files->contents && !in_array($action, ['', 'again'], true)) {
-            $notice = ['kind' => 'bad', 'heading' => $this->view->text('statement.choose')];
+        // What was looked for in other files is not meant, unless it was just typed.
+        $chosen = count($input->uploads('file'));
+        $isNew = $action === 'example' || ($chosen > 0 && $search->digest() === $input->text('searched'));
+        if ($isNew || $input->text('statement') !== '' || $action === 'all') {
+            $search = Search::all();
+        }
+        if (in_array($action, ['csv', 'csv_all'], true) && !$search->faults) {
+            return $this->csv($files, $action === 'csv' ? $search : Search::all());
         }
 
+        return $this->shown($input, $search, $files, $isNew, $chosen);
+    }
+
+    private function shown(Input $input, Search $search, Files $files, bool $isNew, int $chosen): Response
+    {
+        $isSame = !$isNew && in_array($input->text('searched'), ['', $search->digest()], true);
+        $page = $isSame ? max(1, (int) $input->text('p')) : 1;
+        $batch = $isNew ? 0 : (int) $input->text('batch');
+        $list = new StatementList($search, $page, (int) $input->text('statement'), $batch);
+        $reader = Reader::files($files->sources());
+        foreach ($reader as $statement) {
+            $list->add($statement);
+            unset($statement);
+        }
+        $list->finish();
+        $reports = new StatusReports($files->sources());
+        $faults = self::withoutOthers($reader->faults(), $reports);
+        $at = max(1, (int) $input->text('batch_at'));
+
+        return $this->page($search, $files, [
+            'list' => $list,
+            'reports' => $reports,
+            'notes' => $faults,
+            'hints' => self::withoutOthers($reader->hints(), $reports),
+            'batch' => $list->batch ? $this->batch($list->batch, $at) : null,
+            'isFull' => $chosen > 0 && $chosen >= (int) ini_get('max_file_uploads') ? $chosen : 0,
+            'faults' => count($faults) + $list->wanting + $reports->wanting,
+            'did' => 'again',
+        ], $search->faults ? 422 : 200);
+    }
+
+    /** @return array<string, mixed> a page of the payments of a batch */
+    private function batch(BookingRow $row, int $page): array
+    {
+        $count = count($row->booking->parts());
+        $pages = max(1, (int) ceil($count / self::PARTS));
+        $page = min($page, $pages);
+        $parts = [];
+        $number = 0;
+        foreach ($row->booking->parts() as $part) {
+            if (intdiv($number++, self::PARTS) + 1 === $page) {
+                $parts[] = $part;
+            }
+        }
+
+        return ['row' => $row, 'parts' => $parts, 'page' => $page, 'pages' => $pages];
+    }
+
+    private function csv(Files $files, Search $search): Response
+    {
+        $output = new BufferedOutput();
+        $rows = (new Rows($output, Rows::CSV))->german();
+        foreach (Reader::files($files->sources()) as $statement) {
+            foreach ($search->means($statement) ? $statement->bookings : [] as $booking) {
+                if ($search->finds($booking)) {
+                    $rows->add(StatementCommand::record($statement, $booking), static fn (): array => []);
+                }
+            }
+            unset($statement, $booking);
+        }
+        $rows->flush();
+
+        return Spreadsheet::file($output->fetch(), $this->view->text('statement.csv_name'), 'text/csv; charset=utf-8');
+    }
+
+    /**
+     * Without what is said of files that are read as reports or as payments.
+     *
+     * @param list<Note> $notes
+     * @return list<Note>
+     */
+    private static function withoutOthers(array $notes, StatusReports $reports): array
+    {
+        $isOther = static fn (Note $note): bool => in_array($note->file, $reports->files, true)
+            && in_array($note->code, ['other_kind', 'skipped'], true);
+
+        return array_values(array_filter($notes, static fn (Note $note): bool => !$isOther($note)));
+    }
+
+    /** @return array<string, string> */
+    private function bad(string $text): array
+    {
+        return ['kind' => 'bad', 'heading' => $this->view->text($text)];
+    }
+
+    /** @param array<string, mixed> $values */
+    private function page(Search $search, Files $files, array $values, int $status = 200): Response
+    {
         return $this->view->page('statement', $values + [
-            'notice' => $notice,
             'hasExample' => is_file(self::EXAMPLE),
             'packed' => $files->packed(),
             'files' => array_map('strval', array_keys($files->contents)),
             'search' => $search,
-            'page_number' => $page,
-            // Without its files nothing of it can be shown again.
-            'did' => $files->contents ? 'again' : '',
-        ]);
-    }
-
-    /** @return array<string, mixed> */
-    private function read(Files $files, Search $search, int $page): array
-    {
-        $reader = Reader::texts($files->contents);
-        $accounts = $wanting = [];
-        $last = null;
-        $statements = $bookings = $found = $empty = $good = 0;
-        $isShown = function (Booking $booking) use ($search, $page, &$found): bool {
-            return $search->finds($booking) && (int) ceil(++$found / self::SHOWN) === $page;
-        };
-        foreach ($reader as $statement) {
-            ++$statements;
-            if (!$last || !self::follows($last, $statement)) {
-                $accounts[] = new StatementAccount($statement);
-            }
-            if (!$statement->isGood() && count($wanting) < self::MAX_STATEMENTS) {
-                $at = intdiv($found, self::SHOWN) + 1;
-                $wanting[] = ['statement' => $statement, 'id' => "s$statements", 'page' => $at];
-            }
-            $good += $statement->isGood() ? 1 : 0;
-            $showsEmpty = $search->isEmpty() && $page === 1 && ++$empty <= self::MAX_STATEMENTS;
-            end($accounts)->add($statement, "s$statements", $isShown, $showsEmpty);
-            $bookings += count($statement->bookings) + count($statement->pending);
-            $last = $statement;
-        }
-
-        $isReport = static fn (Note $note): bool => ($note->values['kind'] ?? '') === 'report';
-        $faults = array_values(array_filter($reader->faults(), static fn (Note $note): bool => !$isReport($note)));
-        $told = array_filter(array_merge($reader->faults(), $reader->hints()), $isReport);
-
-        return [
-            'reports' => $told ? self::reports($files) : [],
-            'accounts' => array_filter($accounts, static fn (StatementAccount $of): bool => $of->statements !== []),
-            'faults' => count($faults) + $statements - $good,
-            'result' => [
-                'statements' => $statements,
-                'bookings' => $bookings,
-                'found' => $found,
-                'pages' => (int) ceil($found / self::SHOWN),
-                'wanting' => $statements - $good,
-                'links' => $wanting,
-                'faults' => $faults,
-                'hints' => array_filter($reader->hints(), static fn (Note $note): bool => !$isReport($note)),
-            ],
-        ];
-    }
-
-    /** @return list<Report> what the bank tells of payments that were sent, in the files that are no statements */
-    private static function reports(Files $files): array
-    {
-        $reports = [];
-        foreach ($files->contents as $name => $content) {
-            foreach (ReportReader::string($content, (string) $name) as $report) {
-                $reports[] = $report;
-            }
-        }
-
-        return $reports;
-    }
-
-    /** @return iterable<list<string>> of what is found */
-    private function rows(Files $files, Search $search): iterable
-    {
-        yield array_map(fn (string $key): string => $this->view->text("detail.$key"), self::COLUMNS);
-        $day = static fn (?\DateTimeInterface $day): string => $day ? $day->format('d.m.Y') : '';
-        foreach (Reader::texts($files->contents) as $statement) {
-            foreach ($statement->bookings as $booking) {
-                if ($search->finds($booking)) {
-                    yield array_map('strval', [
-                        $statement->account, $statement->number, $day($booking->booked), $day($booking->valuta),
-                        $booking->amount->text(','), $statement->currency, $booking->name, $booking->account,
-                        $booking->bank, $booking->remittance(), $booking->txtext, $booking->eref, $booking->mref, $statement->file,
-                    ]);
-                }
-            }
-        }
-    }
-
-    /** Whether a statement goes on where another ended. */
-    private static function follows(Statement $last, Statement $next): bool
-    {
-        $areWhole = $last->balanced && $last->closing && $next->opening;
-
-        return $areWhole && $last->account === $next->account && $last->closing->amount == $next->opening->amount;
+            'list' => null,
+            'notice' => null,
+        ], $status);
     }
 }

@@ -6,7 +6,6 @@ namespace Sepa\Toolkit\Web;
 
 use Sepa\Toolkit\Iban\Ibans;
 use Sepa\Toolkit\Payment\Keys;
-use Sepa\Toolkit\Report\Words;
 use Sepa\Toolkit\Statement\Amount;
 use Sepa\Toolkit\Texts;
 use Sepa\Toolkit\Version;
@@ -45,7 +44,7 @@ final class View
         // Without a cache nothing of it is on the disk.
         $templates = new FilesystemLoader(__DIR__ . '/../../templates');
         $this->twig = new Environment($templates, ['strict_variables' => true, 'cache' => false]);
-        foreach (['text', 'label', 'word', 'cell', 'money', 'day', 'id'] as $function) {
+        foreach (['text', 'label', 'cell', 'money', 'day', 'id'] as $function) {
             $this->twig->addFunction(new TwigFunction($function, [$this, $function]));
         }
         $this->twig->addFunction(new TwigFunction('grouped', [Ibans::class, 'grouped']));
@@ -86,12 +85,6 @@ final class View
         $isOurs = in_array($id, self::TOLD_BY_ALL, true);
 
         return $isOurs ? $this->text("payment.$id") : Keys::label($key, $this->language, $isOwn);
-    }
-
-    /** What a code of a bank's report means. */
-    public function word(string $kind, string $code): string
-    {
-        return Words::of($kind, $code, $this->language);
     }
 
     /** What stands in a field: days and amounts as the language has them. */

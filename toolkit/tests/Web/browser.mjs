@@ -243,15 +243,15 @@ if (!only) await test('a booking of a packed file is found by its reference', 's
         { name: 'november.sta.gz', mimeType: 'application/gzip', buffer: gzipSync(readFileSync(`${examples}statement.sta`)) },
         file('leer.sta', ':20:1\r\n:25:37040044/532013000\r\n:60F:C261126EUR1,\r\n:62F:C261126EUR2,\r\n-\r\n'),
     ]);
-    await press(page, 'Datei lesen');
+    await press(page, 'Dateien lesen');
     equal(await heading(page), '6 Auszüge, 9 Buchungen: 1 Auszug ist zu prüfen');
     await page.locator('.notice a').first().click();
     equal(await page.evaluate(() => document.querySelector(':target h3').innerText.replace(/\s+/g, ' ')), 'Auszug Differenz 1,00');
     await fill(page, { q: 'jäger', from: '27.11.2026' });
     await page.keyboard.press('Enter');
-    await page.waitForSelector('text=Gefunden: 1 Buchung');
+    await page.waitForSelector('text=1 Buchung gefunden: Eingänge 4.760,00 EUR');
     equal(await page.locator('.bookings strong').allInnerTexts(), ['Familie Jäger']);
-    equal((await download(page, () => press(page, 'Als CSV-Datei herunterladen'))).text.includes(';4760,00;EUR;"Familie Jäger";'), true);
+    equal((await download(page, () => press(page, 'Gefundene als CSV'))).text.includes(';4760,00;EUR;false;Familie Jäger;'), true);
     await press(page, 'IBAN');
     await press(page, 'Kontoauszüge');
     equal(await page.locator('.bookings strong').allInnerTexts(), ['Familie Jäger']);
@@ -259,16 +259,53 @@ if (!only) await test('a booking of a packed file is found by its reference', 's
 
 if (!only) await test('damage in a statement is told, and nothing in it is taken for HTML', 'statement', async page => {
     await upload(page, 'x.sta', `:20:${html}\n:25:${html}\n:60F:C261126EUR1,00\n:61:261127RC0,40NTRF${html}\n:86:166?00${html}?20${html}?32${html}\n:86`);
-    await press(page, 'Datei lesen');
+    await press(page, 'Dateien lesen');
     equal(await heading(page), '1 Auszug, 1 Buchung: 1 Auszug ist zu prüfen');
-    equal(await page.locator('h2').innerText(), `${html} EUR`);
+    equal(await page.locator('h2').nth(1).innerText(), `${html} EUR`);
     equal(await page.locator('.bookings strong').innerText(), html);
     equal(await page.locator('.badge').first().innerText(), 'abgeschnitten');
     equal(await page.locator('.bookings .money').nth(1).innerText(), '−0,40');
+    await page.locator('.file summary').click();
     await page.setInputFiles('#f-file', file('large.sta', 'x'.repeat(12 * 1024 * 1024)));
-    await press(page, 'Datei lesen');
+    await press(page, 'Dateien lesen');
     equal(await heading(page), 'Die Datei ist zu groß: Sie darf 10 MB haben. Ihre Eingaben sind noch da.');
 });
+
+// A month of 401 bookings and a batch of 30 payments, whose closing balance is off.
+const camt = (() => {
+    const details = (id, amount) => `<TxDtls><Refs><EndToEndId>${id}</EndToEndId></Refs><Amt Ccy="EUR">${amount}</Amt><RltdPties><Dbtr><Nm>Kunde ${id}</Nm></Dbtr></RltdPties></TxDtls>`;
+    const entry = (amount, inside) => `<Ntry><Amt Ccy="EUR">${amount}</Amt><CdtDbtInd>CRDT</CdtDbtInd><Sts><Cd>BOOK</Cd></Sts><BookgDt><Dt>2026-11-27</Dt></BookgDt>
+        <NtryDtls>${inside}</NtryDtls><AddtlNtryInf>GUTSCHRIFT</AddtlNtryInf></Ntry>`;
+    const balance = (code, amount) => `<Bal><Tp><CdOrPrtry><Cd>${code}</Cd></CdOrPrtry></Tp><Amt Ccy="EUR">${amount}</Amt><CdtDbtInd>CRDT</CdtDbtInd><Dt><Dt>2026-11-27</Dt></Dt></Bal>`;
+    const numbers = count => [...Array(count).keys()].map(i => i + 1);
+    return `<Document xmlns="urn:iso:std:iso:20022:tech:xsd:camt.053.001.08"><BkToCstmrStmt><Stmt><ElctrncSeqNb>7</ElctrncSeqNb><Acct><Id><IBAN>DE62701500000020228888</IBAN></Id><Ccy>EUR</Ccy></Acct>
+        ${balance('PRCD', '0.00')}${balance('CLBD', '432.00')}${numbers(401).map(i => entry('1.00', details(`RE-${i}.`, '1.00'))).join('')}
+        ${entry('30.00', numbers(30).map(i => details(`TEIL-${i}.`, '1.00')).join(''))}</Stmt></BkToCstmrStmt></Document>`;
+})();
+const report = `<Document><CstmrPmtStsRpt><OrgnlGrpInfAndSts><OrgnlMsgId>M1</OrgnlMsgId></OrgnlGrpInfAndSts><OrgnlPmtInfAndSts><TxInfAndSts><OrgnlEndToEndId>E2</OrgnlEndToEndId><TxSts>RJCT</TxSts>
+    <StsRsnInf><Rsn><Cd>AC04</Cd></Rsn></StsRsnInf></TxInfAndSts></OrgnlPmtInfAndSts></CstmrPmtStsRpt></Document>`;
+
+async function month(page) {
+    await page.setInputFiles('#f-file', [file('monat.xml', camt), file('bericht.xml', report)]);
+    await press(page, 'Dateien lesen');
+}
+async function booking(page) {
+    await month(page);
+    equal(await page.locator('.heading').allInnerTexts(), ['1 Auszug, 402 Buchungen: 1 Auszug ist zu prüfen', 'Statusbericht zu M1: 1 abgelehnt']);
+    await page.getByRole('button', { name: 'Seite 3' }).first().click();
+    await page.waitForSelector('[id=statement-1] >> text=Schlusssaldo');
+    await tabTo(page, 'f-q');
+    await page.keyboard.type('kunde teil-17.\n');
+    await page.waitForSelector('text=1 Buchung gefunden: Eingänge 30,00 EUR');
+    equal(await focused(page), 'found');
+    await tabTo(page, 'Einzelheiten: GUTSCHRIFT');
+    await page.keyboard.press('Enter');
+    await page.waitForSelector('text=1 von 30 Zahlungen');
+    const csv = await download(page, () => press(page, 'Gefundene als CSV'));
+    equal([csv.name, csv.text.split('\n').length], ['Buchungen.csv', 3]);
+}
+if (!only) await test('a booking is found by the reference of a payment within and leaves as CSV', 'statement', booking);
+if (!only) await test('it is found without script, on a phone', 'statement', booking, { javaScriptEnabled: false, viewport: { width: 320, height: 800 } });
 
 // Every state, for the eyes of people and of axe; nothing is cut off sideways.
 const states = {
@@ -286,8 +323,8 @@ const states = {
         const payment = (id, status, reason) => `<TxInfAndSts><OrgnlEndToEndId>${id}</OrgnlEndToEndId><TxSts>${status}</TxSts>${reason}<OrgnlTxRef><Amt><InstdAmt Ccy="EUR">10</InstdAmt></Amt><Cdtr><Pty><Nm>Meier</Nm></Pty></Cdtr><CdtrAcct><Id><IBAN>DE89370400440532013000</IBAN></Id></CdtrAcct></OrgnlTxRef></TxInfAndSts>`;
         await upload(page, 'status.xml', '<Document xmlns="urn:iso:std:iso:20022:tech:xsd:pain.002.001.10"><CstmrPmtStsRpt><GrpHdr><MsgId>R1</MsgId></GrpHdr><OrgnlGrpInfAndSts><OrgnlMsgId>M1</OrgnlMsgId><OrgnlMsgNmId>pain.001</OrgnlMsgNmId><GrpSts>PART</GrpSts></OrgnlGrpInfAndSts>'
             + `<OrgnlPmtInfAndSts><OrgnlPmtInfId>P1</OrgnlPmtInfId>${payment('E1', 'RJCT', '<StsRsnInf><Rsn><Cd>AC04</Cd></Rsn></StsRsnInf>')}${payment('E2', 'ACSC', '')}</OrgnlPmtInfAndSts></CstmrPmtStsRpt></Document>`);
-        await press(page, 'Datei lesen');
-        equal(await page.locator('.list .badge').allInnerTexts(), ['abgelehnt', 'ausgeführt']);
+        await press(page, 'Dateien lesen');
+        equal(await page.locator('.results .badge').allInnerTexts(), ['abgelehnt (RJCT)', 'ausgeführt (ACSC)']);
     }],
     'statement-search': ['statement', async page => {
         await press(page, 'Beispiel zeigen');
@@ -296,7 +333,21 @@ const states = {
     }],
     'statement-faults': ['statement', async page => {
         await upload(page, 'x.sta', readFileSync(`${examples}statement.sta`, 'utf8').replace('C261127EUR16556,78', 'C261127EUR16556,79').slice(0, 1500));
-        await press(page, 'Datei lesen');
+        await press(page, 'Dateien lesen');
+    }],
+    'statement-month': ['statement', month],
+    'statement-found': ['statement', async page => {
+        await month(page);
+        await fill(page, { q: 'teil-17.', from: '31.2.2026' });
+        await press(page, 'Suchen');
+        await page.locator('.bookings summary').click();
+    }],
+    'statement-batch': ['statement', async page => {
+        await month(page);
+        await fill(page, { q: '30,00' });
+        await press(page, 'Suchen');
+        await page.locator('.bookings summary').click();
+        await press(page, 'Alle 30 Zahlungen zeigen');
     }],
     'transfer': ['transfer', async () => {}],
     'transfer-ready': ['transfer', page => press(page, 'Beispiel einsetzen')],
