@@ -27,29 +27,29 @@ static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebo
         out.put(
             "\t\t\t\t<CdtrAgt>\n"
             "\t\t\t\t<FinInstnId>\n"sv);  // not indented, as Id in CdtrAcct: scripts and banks know these bytes
-        write_bic(out, 5, rulebook, record_text(tx.bic));
+        write_bic(out, 5, rulebook, record_text(tx, &cti_tx_t::bic));
         out.put(
             "\t\t\t\t</FinInstnId>\n"
             "\t\t\t\t</CdtrAgt>\n"sv);
     }
     out.put("\t\t\t\t<Cdtr>\n"sv);
-    xml_text(out, 5, "Nm", record_text(tx.name));
+    xml_text(out, 5, "Nm", record_text(tx, &cti_tx_t::name));
     write_postal_address(out, rulebook, tx);
     out.put(
         "\t\t\t\t</Cdtr>\n"
         "\t\t\t\t<CdtrAcct>\n"
         "\t\t\t\t<Id>\n"sv);
-    xml_text(out, 5, "IBAN", record_text(tx.iban));
+    xml_text(out, 5, "IBAN", record_text(tx, &cti_tx_t::iban));
     out.put(
         "\t\t\t\t</Id>\n"
         "\t\t\t\t</CdtrAcct>\n"sv);
     if (tx.purp) {
         xml_open(out, 4, "Purp");
-        xml_text(out, 5, "Cd", record_text(tx.purp));
+        xml_text(out, 5, "Cd", record_text(tx, &cti_tx_t::purp));
         xml_close(out, 4, "Purp");
     }
     out.put("\t\t\t\t<RmtInf>\n"sv);  // empty without `ref`; a debit has none then
-    xml_text(out, 5, "Ustrd", record_text(tx.ref));
+    xml_text(out, 5, "Ustrd", record_text(tx, &cti_tx_t::ref));
     out.put(
         "\t\t\t\t</RmtInf>\n"
         "\t\t\t</CdtTrfTxInf>\n"sv);

@@ -56,13 +56,13 @@ static void write_amendment(Out& out, const rulebook_t& rulebook, const ddi_tx_t
     if (!tx.old_mref && !tx.old_iban && !tx.smnda) return;
     xml_line(out, 6, "AmdmntInd", "true"sv);
     xml_open(out, 6, "AmdmntInfDtls");
-    xml_text(out, 7, "OrgnlMndtId", record_text(tx.old_mref));
+    xml_text(out, 7, "OrgnlMndtId", record_text(tx, &ddi_tx_t::old_mref));
     if (tx.smnda) {
         write_smnda(out, rulebook.smnda);
     } else if (tx.old_iban) {
         xml_open(out, 7, "OrgnlDbtrAcct");
         xml_open(out, 8, "Id");
-        xml_text(out, 9, "IBAN", record_text(tx.old_iban));
+        xml_text(out, 9, "IBAN", record_text(tx, &ddi_tx_t::old_iban));
         xml_close(out, 8, "Id");
         xml_close(out, 7, "OrgnlDbtrAcct");
     }
@@ -75,7 +75,7 @@ static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_t
         "\t\t\t\t<DbtrAgt>\n"
         "\t\t\t\t\t<FinInstnId>\n"sv);
     if (tx.bic)
-        write_bic(out, 6, rulebook, record_text(tx.bic));
+        write_bic(out, 6, rulebook, record_text(tx, &ddi_tx_t::bic));
     else
         out.put(
             "\t\t\t\t\t\t<Othr>\n"
@@ -94,8 +94,8 @@ static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebo
             "</InstdAmt>\n"
             "\t\t\t\t<DrctDbtTx>\n"
             "\t\t\t\t\t<MndtRltdInf>\n"sv);
-    xml_text(out, 6, "MndtId", record_text(tx.mref));
-    xml_text(out, 6, "DtOfSgntr", record_text(tx.mdate));
+    xml_text(out, 6, "MndtId", record_text(tx, &ddi_tx_t::mref));
+    xml_text(out, 6, "DtOfSgntr", record_text(tx, &ddi_tx_t::mdate));
     write_amendment(out, rulebook, tx);
     out.put(
         "\t\t\t\t\t</MndtRltdInf>\n"
@@ -104,14 +104,14 @@ static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebo
     put_all(out,
             "\t\t\t\t<Dbtr>\n"
             "\t\t\t\t\t<Nm>"sv,
-            record_text(tx.name),  // there even if empty; a transfer has none then
+            record_text(tx, &ddi_tx_t::name),  // there even if empty; a transfer has none then
             "</Nm>\n"sv);
     write_postal_address(out, rulebook, tx);
     out.put(
         "\t\t\t\t</Dbtr>\n"
         "\t\t\t\t<DbtrAcct>\n"
         "\t\t\t\t\t<Id>\n"sv);
-    xml_text(out, 6, "IBAN", record_text(tx.iban));
+    xml_text(out, 6, "IBAN", record_text(tx, &ddi_tx_t::iban));
     out.put(
         "\t\t\t\t\t</Id>\n"
         "\t\t\t\t</DbtrAcct>\n"sv);
@@ -119,7 +119,7 @@ static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebo
         put_all(out,
                 "\t\t\t\t<RmtInf>\n"
                 "\t\t\t\t\t<Ustrd>"sv,
-                record_text(tx.ref),
+                record_text(tx, &ddi_tx_t::ref),
                 "</Ustrd>\n"
                 "\t\t\t\t</RmtInf>\n"sv);
     out.put("\t\t\t</DrctDbtTxInf>\n"sv);

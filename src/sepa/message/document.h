@@ -200,27 +200,27 @@ void write_own_party(Out& out, const document_t& document, const own_party_names
 
 template <typename Out>
 void write_structured_address(Out& out, const sepa_party_t& party) {
-    xml_text(out, 6, "Dept", record_text(party.addrDept));
-    xml_text(out, 6, "SubDept", record_text(party.addrSubDept));
-    xml_text(out, 6, "StrtNm", record_text(party.addrStreet));
-    xml_text(out, 6, "BldgNb", record_text(party.addrNum));
-    xml_text(out, 6, "BldgNm", record_text(party.addrBldg));
-    xml_text(out, 6, "Flr", record_text(party.addrFloor));
-    xml_text(out, 6, "PstBx", record_text(party.addrPoBox));
-    xml_text(out, 6, "Room", record_text(party.addrRoom));
-    xml_text(out, 6, "PstCd", record_text(party.addrCode));
-    xml_text(out, 6, "TwnNm", record_text(party.addrTown));
-    xml_text(out, 6, "TwnLctnNm", record_text(party.addrLoc));
-    xml_text(out, 6, "DstrctNm", record_text(party.addrDstrct));
-    xml_text(out, 6, "CtrySubDvsn", record_text(party.addrCtrySub));
-    xml_text(out, 6, "Ctry", record_text(party.addrCC));
+    xml_text(out, 6, "Dept", record_text(party, &sepa_party_t::addrDept));
+    xml_text(out, 6, "SubDept", record_text(party, &sepa_party_t::addrSubDept));
+    xml_text(out, 6, "StrtNm", record_text(party, &sepa_party_t::addrStreet));
+    xml_text(out, 6, "BldgNb", record_text(party, &sepa_party_t::addrNum));
+    xml_text(out, 6, "BldgNm", record_text(party, &sepa_party_t::addrBldg));
+    xml_text(out, 6, "Flr", record_text(party, &sepa_party_t::addrFloor));
+    xml_text(out, 6, "PstBx", record_text(party, &sepa_party_t::addrPoBox));
+    xml_text(out, 6, "Room", record_text(party, &sepa_party_t::addrRoom));
+    xml_text(out, 6, "PstCd", record_text(party, &sepa_party_t::addrCode));
+    xml_text(out, 6, "TwnNm", record_text(party, &sepa_party_t::addrTown));
+    xml_text(out, 6, "TwnLctnNm", record_text(party, &sepa_party_t::addrLoc));
+    xml_text(out, 6, "DstrctNm", record_text(party, &sepa_party_t::addrDstrct));
+    xml_text(out, 6, "CtrySubDvsn", record_text(party, &sepa_party_t::addrCtrySub));
+    xml_text(out, 6, "Ctry", record_text(party, &sepa_party_t::addrCC));
 }
 
 template <typename Out>
 void write_address_lines(Out& out, const sepa_party_t& party) {
-    xml_text(out, 6, "Ctry", record_text(party.addrCC));
-    xml_text(out, 6, "AdrLine", record_text(party.addrLine1));
-    xml_text(out, 6, "AdrLine", record_text(party.addrLine2));
+    xml_text(out, 6, "Ctry", record_text(party, &sepa_party_t::addrCC));
+    xml_text(out, 6, "AdrLine", record_text(party, &sepa_party_t::addrLine1));
+    xml_text(out, 6, "AdrLine", record_text(party, &sepa_party_t::addrLine2));
 }
 
 // PstlAdr, unless the party has none of the fields that call for one.
@@ -242,7 +242,7 @@ void write_payment_id(Out& out, const sepa_party_t& party) {
         "\t\t\t\t<PmtId>\n"
         "\t\t\t\t\t<EndToEndId>"sv);
     if (party.id)
-        out.put(record_text(party.id));
+        out.put(record_text(party, &sepa_party_t::id));
     else
         out.put("NOTPROVIDED"sv);
     out.put(

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
+#include "sepa/message/sepa.h"
 #include "sepa/message/wipe.h"
 #include "sepa/platform/record_arena.h"
 
@@ -57,8 +59,12 @@ inline char* put_record_text(char* at, const text_t& text) {
 struct record_text_t : text_t {};
 constexpr size_t record_text_step = arena_margin;
 
-// The text of a record, or null.
-inline record_text_t record_text(const char* bytes) {
+// The text of a record's member, or null. Only records have such texts: those of
+// the message have nothing before their bytes.
+template <typename Record, typename Owner>
+record_text_t record_text(const Record& record, char* Owner::*member) {
+    static_assert(std::is_base_of_v<sepa_party_t, Owner>);
+    const char* bytes = record.*member;
     if (!bytes) return {};
     const char* head = bytes - record_text_head;
     uint16_t added;
@@ -66,9 +72,11 @@ inline record_text_t record_text(const char* bytes) {
     return {{bytes, static_cast<unsigned char>(head[0]), added}};
 }
 
-// Overwrites a record's text; null is accepted.
-inline void wipe_record_text(char* bytes) {
-    if (bytes) wipe(bytes - record_text_head, record_text_head + record_text(bytes).length);
+// Overwrites it; null is accepted.
+template <typename Record, typename Owner>
+void wipe_record_text(const Record& record, char* Owner::*member) {
+    if (char* bytes = record.*member)
+        wipe(bytes - record_text_head, record_text_head + record_text(record, member).length);
 }
 
 }  // namespace sepa_internal

@@ -340,7 +340,7 @@ static void copy_each(const draft_t& draft, Record* record, char* at) {
 template <typename Record>
 static void wipe_each(Record* record) {
     for (const key_row_t& row : key_rows)
-        if (auto place = place_in(row, record)) wipe_record_text(record->*place);
+        if (auto place = place_in(row, record)) wipe_record_text(*record, place);
 }
 
 void copy_texts(const draft_t& draft, cti_tx_t* record, char* at) { copy_each(draft, record, at); }
