@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "sepa/binding/array_pages.h"
 #include "sepa/statement/fields.h"
 
 using namespace sepa_internal;
@@ -28,34 +29,10 @@ struct latest_t {
     zend_string* string;  // null at first, and where there was no memory
 };
 
-// The engine hands its memory out in chunks that it has not touched, from their
-// start on. Their pages are prepared a window at a time, as arrays get there: a
-// tenth of the time of a statement, and 256 kB too much at the very end.
-class windows_t {
-public:
-    // Prepares what is around `block`, unless that has been done lately or nothing
-    // has grown so far yet.
-    void reach(const void* block) {
-        uintptr_t window = reinterpret_cast<uintptr_t>(block) / window_size;
-        for (uintptr_t prepared : latest)
-            if (window == prepared) return;
-        bool first = !next;
-        latest[next++ % std::size(latest)] = window;
-        if (chunks && !first) prepare_pages(reinterpret_cast<void*>(window * window_size), window_size);
-    }
-
-private:
-    static constexpr size_t window_size = 256 * 1024;
-    static_assert(ZEND_MM_CHUNK_SIZE % window_size == 0);
-    bool chunks = is_zend_mm();
-    uintptr_t latest[4] = {};  // arrays, lists and texts of several sizes grow side by side
-    size_t next = 0;
-};
-
 struct latest_fields_t {
     latest_t statement[std::size(statement_fields)];
     latest_t transaction[std::size(transaction_fields)];
-    windows_t windows;
+    array_pages_t pages;
 };
 
 // Null where the engine is to end the request for the text's size.
@@ -151,7 +128,7 @@ static void make_transactions(zval* list, const sepa_statement_t* statement, lat
         zval item;
         make_record<transaction_fields>(&item, tx, transaction_keys, latest->transaction, 0,
                                         std::make_index_sequence<std::size(transaction_fields)>());
-        latest->windows.reach(Z_ARRVAL(item)->arData);
+        latest->pages.reach(Z_ARRVAL(item)->arData);
         add_next_index_zval(list, &item);
         SEPA_KEEP_MEMORY_LIMIT();
     }

@@ -10,6 +10,7 @@
 #include "sepa/iban/iban.h"
 #include "sepa/message/charset.h"
 #include "sepa/message/failure.h"
+#include "sepa/message/key_index.h"
 #include "sepa/message/transaction.h"
 #include "sepa/message/wipe.h"
 #include "sepa/text/amount.h"
@@ -45,12 +46,6 @@ static constexpr key_place_t in_both(char* cti_tx_t::*transfer, char* ddi_tx_t::
 }
 static constexpr key_place_t in_transfers(char* cti_tx_t::*transfer) { return {true, false, transfer, nullptr}; }
 static constexpr key_place_t in_debits(char* ddi_tx_t::*debit) { return {false, true, nullptr, debit}; }
-
-static bool same_text(const char* a, const char* b) {
-    for (; ascii_upper(*a) == ascii_upper(*b); ++a, ++b)
-        if (!*a) return true;
-    return false;
-}
 
 // A later value replaces an earlier one.
 static int keep(draft_t* draft, const key_row_t& row, const text_t& text);
@@ -219,76 +214,13 @@ static constexpr bool texts_fit_their_heads() {
 }
 static_assert(texts_fit_their_heads());
 
-// A place for each key by its length and two of its letters, in one case. The
-// multipliers are the first that give no two keys the same.
-constexpr size_t place_count = 128;
-constexpr size_t min_key_length = 2, max_key_length = 11;
-struct multipliers_t {
-    size_t middle, last;
-};
-
-static constexpr size_t place_of(const char* key, size_t length, multipliers_t by) {
-    auto letter = [key](size_t i) { return static_cast<size_t>(static_cast<unsigned char>(key[i]) | 0x20); };
-    return (letter(length / 2) * by.middle + letter(length - 1) * by.last + length) % place_count;
-}
-
-// The key at a place, beside its row: all that a search reads is in one line of
-// the cache.
-struct alignas(16) place_t {
-    char key[max_key_length + 1];
-    uint8_t length;  // 0: no key has this place
-    uint8_t row;
-};
-
-struct key_index_t {
-    multipliers_t multipliers;
-    place_t places[place_count];
-    bool good;
-};
-static constexpr key_index_t make_index(multipliers_t by) {
-    key_index_t index = {by, {}, true};
-    for (size_t i = 0; i < std::size(key_rows) && index.good; ++i) {
-        std::string_view key = key_rows[i].key;
-        if (key.size() < min_key_length || key.size() > max_key_length) return {};
-        place_t& place = index.places[place_of(key.data(), key.size(), by)];
-        index.good = place.length == 0;
-        for (size_t at = 0; at < key.size(); ++at) place.key[at] = key[at];
-        place.length = static_cast<uint8_t>(key.size());
-        place.row = static_cast<uint8_t>(i);
-    }
-    return index;
-}
-static constexpr key_index_t find_index() {
-    for (size_t middle = 1; middle < place_count; ++middle)
-        for (size_t last = 1; last < place_count; ++last)
-            if (key_index_t index = make_index({middle, last}); index.good) return index;
-    return {};
-}
-static constexpr key_index_t key_index = find_index();
-static_assert(key_index.good, "a key is too short or too long, or there have to be more places");
-
-template <typename Word>
-static bool same_ends(const char* a, const char* b, size_t length) {
-    Word first_a, first_b, last_a, last_b;
-    memcpy(&first_a, a, sizeof(Word));
-    memcpy(&first_b, b, sizeof(Word));
-    memcpy(&last_a, a + length - sizeof(Word), sizeof(Word));
-    memcpy(&last_b, b + length - sizeof(Word), sizeof(Word));
-    return first_a == first_b && last_a == last_b;
-}
-
-// memcmp() of 2 to 16 bytes, whose call would cost as much as all else here.
-static bool same_bytes(const char* a, const char* b, size_t length) {
-    if (length >= 8) return same_ends<uint64_t>(a, b, length);
-    return length >= 4 ? same_ends<uint32_t>(a, b, length) : same_ends<uint16_t>(a, b, length);
-}
+static constexpr auto key_index = make_key_index(key_rows);
+static_assert(key_index.good, "a key is too short or too long, or there have to be more cells");
 
 // The row of a key in any case, or null.
 static const key_row_t* find_row(const char* key, size_t length) {
-    if (length < min_key_length || length > max_key_length) return nullptr;
-    const place_t& place = key_index.places[place_of(key, length, key_index.multipliers)];
-    if (place.length != length) return nullptr;
-    return same_bytes(key, place.key, length) || same_text(key, place.key) ? &key_rows[place.row] : nullptr;
+    const key_cell_t* cell = find_key(key_index, key, length);
+    return cell ? &key_rows[cell->row] : nullptr;
 }
 
 int take_key(draft_t* draft, const kv_pair_t& pair, size_t key_length) {
