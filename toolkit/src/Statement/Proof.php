@@ -38,7 +38,11 @@ final class Proof
         ++$this->bookings;
         $this->sides[$amount->units < 0 ? 'debits' : 'credits'] += abs($amount->units);
         $this->sum = $this->sum ?? new Amount(0, $amount->currency);
-        if ($this->sum->currency !== $amount->currency) {
+        if ($this->sum->currency === '') {
+            // What comes before the first balance of MT940 has no currency yet.
+            $this->sum = new Amount($this->sum->units, $amount->currency);
+        }
+        if ($amount->currency !== '' && $amount->currency !== $this->sum->currency) {
             return false;
         }
         $this->sum = $this->plus($this->sum, $amount);

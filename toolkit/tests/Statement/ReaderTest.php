@@ -124,6 +124,7 @@ final class ReaderTest extends TestCase
     {
         $good = ":61:261127C42,50NTRF\n";
         $plain = self::statement($good);
+        yield 'a booking before the opening balance' => [[], preg_replace('/(:60F:.*?\r\n)(:61:.*?\r\n)/', '$2$1:61:261127C1,NTRF' . "\r\n", self::statement($good, '143,51')), '0.01', ['42.50', '1.00']];
         yield 'off' => [[], self::statement($good, '142,51'), '0.01', ['42.50']];
         yield 'no closing' => [['no_closing'], preg_replace('/:62F:.*\s+/', '', $plain), null, ['42.50']];
         yield 'no opening' => [['no_opening'], preg_replace('/:60F:.*\s+/', '', $plain), null, ['42.50']];

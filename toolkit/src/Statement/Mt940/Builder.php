@@ -320,7 +320,7 @@ final class Builder
         }
         $this->tellEntry($entry);
         $amount = $entry->raises() ? $amount : $amount->negative();
-        $this->proof->book($amount, false);
+        $this->proof->book($amount, false) || $this->notes->fault('currency', $this->fieldLine);
         ++$this->count;
         $kept = [$this->fieldLine, $entry->valuta, $entry->booked, $entry->mark, $amount->units, $entry->type, $entry->code, $entry->references];
         $this->booking = implode("\r", $kept) . "\r";
