@@ -40,7 +40,8 @@ final class Bytes
     public static function reader(\Iterator $chunks): ?\XMLReader
     {
         if (!in_array(self::SCHEME, stream_get_wrappers(), true)) {
-            stream_wrapper_register(self::SCHEME, self::class, STREAM_IS_URL);
+            // No URL, since many servers switch those off.
+            stream_wrapper_register(self::SCHEME, self::class);
         }
         self::$open[++self::$last] = $chunks;
         $reader = new \XMLReader();
