@@ -4,24 +4,28 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
+use Sepa\Toolkit\Command\Rows;
+use Symfony\Component\Console\Output\BufferedOutput;
 use Symfony\Component\HttpFoundation\HeaderUtils;
 use Symfony\Component\HttpFoundation\Response;
 
-/** Tables for a German spreadsheet: semicolons, and a mark that tells UTF-8. */
+/** Tables for a German spreadsheet, by the rules of the command. */
 final class Spreadsheet
 {
-    /** @param iterable<list<string>> $rows that of headings first; a text that would be a formula is marked as text */
-    public static function download(iterable $rows, string $name): Response
+    /**
+     * @param iterable<array<int|string, mixed>> $rows cells as of Rows
+     * @param bool $areKeyed whether the keys of the first are headings; else the first row is
+     */
+    public static function download(iterable $rows, string $name, bool $areKeyed = false): Response
     {
-        $stream = fopen('php://memory', 'w+b');
-        fwrite($stream, "\u{FEFF}");
+        $output = new BufferedOutput();
+        $csv = (new Rows($output, Rows::CSV, $areKeyed))->german();
         foreach ($rows as $row) {
-            fputcsv($stream, preg_replace('/^(?=[=@\t\r]|[+-](?![\d.,]+$))/D', "'", $row), ';', '"', '');
+            $csv->add($row, static fn (): array => []);
         }
-        rewind($stream);
-        $csv = str_replace("\n", "\r\n", (string) stream_get_contents($stream));
+        $csv->flush();
 
-        return self::file($csv, $name, 'text/csv; charset=utf-8');
+        return self::file($output->fetch(), $name, 'text/csv; charset=utf-8');
     }
 
     public static function file(string $content, string $name, string $type): Response

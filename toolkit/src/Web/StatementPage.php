@@ -4,11 +4,9 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Web;
 
-use Sepa\Toolkit\Command\Rows;
 use Sepa\Toolkit\Command\StatementCommand;
 use Sepa\Toolkit\Statement\Note;
 use Sepa\Toolkit\Statement\Reader;
-use Symfony\Component\Console\Output\BufferedOutput;
 use Symfony\Component\HttpFoundation\Response;
 
 /** Reads what a bank delivers, and shows bookings, balances, what is to be checked, and what became of payments. */
@@ -47,7 +45,9 @@ final class StatementPage implements Page
             $search = Search::all();
         }
         if (in_array($action, ['csv', 'csv_all'], true) && !$search->faults) {
-            return $this->csv($files, $action === 'csv' ? $search : Search::all());
+            $records = self::records($files, $action === 'csv' ? $search : Search::all());
+
+            return Spreadsheet::download($records, $this->view->text('statement.csv_name'), true);
         }
 
         return $this->shown($input, $search, $files, $isNew, $chosen);
@@ -98,21 +98,17 @@ final class StatementPage implements Page
         return ['row' => $row, 'parts' => $parts, 'page' => $page, 'pages' => $pages];
     }
 
-    private function csv(Files $files, Search $search): Response
+    /** @return \Generator<array<string, mixed>> what the command writes of each booking that is found */
+    private static function records(Files $files, Search $search): \Generator
     {
-        $output = new BufferedOutput();
-        $rows = (new Rows($output, Rows::CSV))->german();
         foreach (Reader::files($files->sources()) as $statement) {
             foreach ($search->means($statement) ? $statement->bookings : [] as $booking) {
                 if ($search->finds($booking)) {
-                    $rows->add(StatementCommand::record($statement, $booking), static fn (): array => []);
+                    yield StatementCommand::record($statement, $booking);
                 }
             }
             unset($statement, $booking);
         }
-        $rows->flush();
-
-        return Spreadsheet::file($output->fetch(), $this->view->text('statement.csv_name'), 'text/csv; charset=utf-8');
     }
 
     /**

@@ -234,7 +234,7 @@ if (!only) await test('200 IBANs are checked and come back in their order', 'iba
     await page.waitForSelector('.notice.bad');
     equal(await heading(page), '200 Zeilen: 4 falsch, 0 mit Hinweis, 196 gültig');
     equal(await page.locator('tbody td').first().innerText(), '8');
-    const csv = (await download(page, () => press(page, 'Als CSV-Datei herunterladen'))).text.split('\r\n');
+    const csv = (await download(page, () => press(page, 'Als CSV-Datei herunterladen'))).text.split('\n');
     equal(csv.slice(1, 201).map(line => line.split(';')[0]), lines);
 });
 
