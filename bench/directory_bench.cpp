@@ -30,7 +30,7 @@ int32_t scattered(int32_t i, int32_t count) { return static_cast<int32_t>((i * I
 std::vector<text_t> german_codes() {
     std::vector<text_t> codes;
     int32_t first = directory_count - directory_de_count;
-    for (int32_t i = 0; i < directory_de_count; i++) {
+    for (int32_t i = 0; i < directory_de_count; ++i) {
         codes.push_back(text_of(directory_entries[first + scattered(i, directory_de_count)] + 3, 8));
     }
     return codes;
@@ -38,7 +38,7 @@ std::vector<text_t> german_codes() {
 
 std::vector<text_t> bics() {
     std::vector<text_t> keys;
-    for (int32_t i = 0; i < directory_bic_count; i++) {
+    for (int32_t i = 0; i < directory_bic_count; ++i) {
         keys.push_back(text_of(directory_entries[scattered(i, directory_bic_count)], 11));
     }
     return keys;

@@ -59,7 +59,7 @@ void check_optional_bic(const row_t& row, const std::string& text) {
 
 std::string join(const row_t& row, size_t first) {
     std::string text = row.fields[first];
-    for (size_t i = first + 1; i < row.fields.size(); i++) text += "|" + row.fields[i];
+    for (size_t i = first + 1; i < row.fields.size(); ++i) text += "|" + row.fields[i];
     if (text.size() + 1 > BANK_TEXT_SIZE) {
         stop(row, "text of " + std::to_string(text.size()) + " bytes does not fit a record");
     }
@@ -97,11 +97,11 @@ void warn_of_codes(const list_t& list, directory_t* directory) {
     };
     std::map<std::string, found_t> found;
     for (const row_t& row : list.rows) {
-        const std::string& method = row.fields[DE_METHOD];
+        const std::string& method = row.fields[de_method];
         if (!method_exists(read_method(row, method))) {
             found.insert({"method " + method + " does not exist", {&row, 0}}).first->second.rows++;
         }
-        std::string rule = unknown_in_rule(read_rule(row, row.fields[DE_RULE]));
+        std::string rule = unknown_in_rule(read_rule(row, row.fields[de_rule]));
         if (!rule.empty()) found.insert({rule, {&row, 0}}).first->second.rows++;
     }
     for (const auto& [what, at] : found) {
@@ -138,8 +138,8 @@ unsigned days_in_month(unsigned year, unsigned month) {
 // Days from 1 January 1970, a Thursday.
 int64_t epoch_days(date_t date) {
     int64_t days = date.day - 1;
-    for (unsigned month = 1; month < date.month; month++) days += days_in_month(date.year, month);
-    for (unsigned year = 1970; year < date.year; year++) days += is_leap_year(year) ? 366 : 365;
+    for (unsigned month = 1; month < date.month; ++month) days += days_in_month(date.year, month);
+    for (unsigned year = 1970; year < date.year; ++year) days += is_leap_year(year) ? 366 : 365;
     return days;
 }
 
@@ -182,12 +182,12 @@ size_t append_sorted(std::vector<entry_t>& entries, const std::map<std::string, 
 std::map<std::string, std::string> bic_bodies(const list_t& list) {
     std::map<std::string, std::string> bodies;
     for (const row_t& row : list.rows) {
-        const std::string& bic = row.fields[BIC_BIC];
-        const std::string& name = row.fields[BIC_NAME];
+        const std::string& bic = row.fields[bics_bic];
+        const std::string& name = row.fields[bics_name];
         if (!is_bic(bic)) stop(row, "BIC is not 11 capital letters and digits");
-        unsigned flags = read_bit(row, BIC_SCT, "sct") | read_bit(row, BIC_SDD, "sdd") << 1 |
-                         read_bit(row, BIC_COR1, "cor1") << 2 | read_bit(row, BIC_B2B, "b2b") << 3;
-        if (name.size() + 1 > DIRECTORY_NAME_SIZE) {
+        unsigned flags = read_bit(row, bics_sct, "sct") | read_bit(row, bics_sdd, "sdd") << 1 |
+                         read_bit(row, bics_cor1, "cor1") << 2 | read_bit(row, bics_b2b, "b2b") << 3;
+        if (name.size() + 1 > directory_name_size) {
             stop(row, "name of " + std::to_string(name.size()) + " bytes does not fit a record");
         }
         std::string body = static_cast<char>(flags) + name + '\0';
@@ -199,10 +199,10 @@ std::map<std::string, std::string> bic_bodies(const list_t& list) {
 std::map<std::string, std::string> national_bodies(const list_t& list, const std::string& prefix) {
     std::map<std::string, std::string> bodies;
     for (const row_t& row : list.rows) {
-        const std::string& id = row.fields[NATIONAL_ID];
+        const std::string& id = row.fields[national_id];
         if (!is_digits(id, 5)) stop(row, "bank id is not 5 digits");
-        check_optional_bic(row, row.fields[NATIONAL_BIC]);
-        std::string body = join(row, NATIONAL_BIC) + '\0';
+        check_optional_bic(row, row.fields[national_bic]);
+        std::string body = join(row, national_bic) + '\0';
         if (!bodies.emplace(prefix + id, body).second) stop(row, "duplicate bank id " + id);
     }
     return bodies;
@@ -218,24 +218,24 @@ struct period_t {
 using german_banks_t = std::map<std::string, std::array<period_t, 2>>;
 
 period_t read_period(const row_t& row) {
-    unsigned flag = read_bit(row, DE_FLAG, "flag");
-    unsigned method = read_method(row, row.fields[DE_METHOD]);
-    unsigned rule = read_rule(row, row.fields[DE_RULE]);
-    const std::string& successor = row.fields[DE_SUCCESSOR];
+    unsigned flag = read_bit(row, de_flag, "flag");
+    unsigned method = read_method(row, row.fields[de_method]);
+    unsigned rule = read_rule(row, row.fields[de_rule]);
+    const std::string& successor = row.fields[de_successor];
     if (!successor.empty() && !is_digits(successor, 8)) {
         stop(row, "successor is neither empty nor 8 digits");
     }
-    check_optional_bic(row, row.fields[DE_BIC]);
+    check_optional_bic(row, row.fields[de_bic]);
     std::string record{static_cast<char>(flag), static_cast<char>(method), static_cast<char>(rule >> 8),
                        static_cast<char>(rule & 0xFF)};
-    return {&row, successor, record + join(row, DE_SUCCESSOR)};
+    return {&row, successor, record + join(row, de_successor)};
 }
 
 // The distinct values of valid_from, earlier first; at most two of them.
 std::map<std::string, date_t> find_periods(const list_t& list) {
     std::map<std::string, date_t> dates;
     for (const row_t& row : list.rows) {
-        dates.emplace(row.fields[DE_VALID_FROM], read_date(row, row.fields[DE_VALID_FROM]));
+        dates.emplace(row.fields[de_valid_from], read_date(row, row.fields[de_valid_from]));
         if (dates.size() > 2) stop(row, "third valid_from");
     }
     return dates;
@@ -249,7 +249,7 @@ void check_successors(const german_banks_t& banks, size_t period) {
     };
     std::map<std::string, size_t> walks;  // by bank code, the one that came by first
     size_t walk = 0;
-    for (auto bank = banks.begin(); bank != banks.end(); ++bank, walk++) {
+    for (auto bank = banks.begin(); bank != banks.end(); ++bank, ++walk) {
         const period_t& start = at(bank);
         if (!start.successor.empty() && !banks.count(start.successor)) {
             stop(*start.row, "successor " + start.successor + " is not in the list");
@@ -272,9 +272,9 @@ german_banks_t german_banks(const list_t& list, bool allow_bad_successors, direc
     if (dates.size() == 2) directory->switch_time = german_midnight(dates.rbegin()->second);
     german_banks_t banks;
     for (const row_t& row : list.rows) {
-        const std::string& code = row.fields[DE_CODE];
+        const std::string& code = row.fields[de_code];
         if (!is_digits(code, 8)) stop(row, "bank code is not 8 digits");
-        size_t period = row.fields[DE_VALID_FROM] == dates.rbegin()->first ? 1 : 0;
+        size_t period = row.fields[de_valid_from] == dates.rbegin()->first ? 1 : 0;
         period_t& place = banks[code][period];
         if (place.row) stop(row, "duplicate bank code " + code);
         place = read_period(row);
@@ -283,7 +283,7 @@ german_banks_t german_banks(const list_t& list, bool allow_bad_successors, direc
     for (auto bank = banks.begin(); bank != banks.end();) {
         bank = bank->second[1].row ? std::next(bank) : banks.erase(bank);
     }
-    for (size_t period = 0; period < 2 && !allow_bad_successors; period++) check_successors(banks, period);
+    for (size_t period = 0; period < 2 && !allow_bad_successors; ++period) check_successors(banks, period);
     directory->ended_de_count = all - banks.size();
     return banks;
 }
@@ -313,8 +313,8 @@ directory_t make_directory(const lists_t& lists, bool allow_bad_successors) {
     directory.ch_count = append_sorted(directory.entries, national_bodies(lists.ch, "_CH"));
     directory.de_count = append_sorted(directory.entries, german_bodies(german));
     warn_of_codes(lists.de, &directory);
-    warn_of_order(lists.de, {DE_CODE, DE_VALID_FROM}, &directory);
-    warn_of_order(lists.bic, {BIC_BIC}, &directory);
-    for (const list_t* list : {&lists.at, &lists.ch}) warn_of_order(*list, {NATIONAL_ID}, &directory);
+    warn_of_order(lists.de, {de_code, de_valid_from}, &directory);
+    warn_of_order(lists.bic, {bics_bic}, &directory);
+    for (const list_t* list : {&lists.at, &lists.ch}) warn_of_order(*list, {national_id}, &directory);
     return directory;
 }

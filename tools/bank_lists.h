@@ -13,9 +13,9 @@
 extern const char* const german_header;
 extern const char* const national_header;  // Austria and Switzerland
 extern const char* const bic_header;
-enum { DE_VALID_FROM, DE_CODE, DE_FLAG, DE_METHOD, DE_RULE, DE_SUCCESSOR, DE_BIC, DE_NAME };
-enum { NATIONAL_ID, NATIONAL_BIC, NATIONAL_NAME };
-enum { BIC_BIC, BIC_SCT, BIC_SDD, BIC_COR1, BIC_B2B, BIC_NAME };
+enum { de_valid_from, de_code, de_flag, de_method, de_rule, de_successor, de_bic, de_name };
+enum { national_id, national_bic, national_name };
+enum { bics_bic, bics_sct, bics_sdd, bics_cor1, bics_b2b, bics_name };
 
 struct list_texts_t {
     list_text_t de, bic, at, ch;

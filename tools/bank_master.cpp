@@ -19,48 +19,48 @@ namespace {
 
 // The keys of an entry that are read, in the order of `keys`.
 enum {
-    IID,
-    VALID_ON,
-    ENTRY_TYPE,
-    SIC_IID,
-    HEAD_QUARTERS,
-    IID_TYPE,
-    NAME,
-    TOWN,
-    POST_CODE,
-    COUNTRY,
-    BIC,
-    NEW_IID,
-    KEY_COUNT
+    key_iid,
+    key_valid_on,
+    key_entry_type,
+    key_sic_iid,
+    key_head_quarters,
+    key_iid_type,
+    key_name,
+    key_town,
+    key_post_code,
+    key_country,
+    key_bic,
+    key_new_iid,
+    key_count
 };
 
 struct key_t {
     const char* name;
-    enum { ID, TEXT, OPTIONAL } kind;  // a bank may lack what is optional, but not all banks
+    enum { id, text, optional } kind;  // a bank may lack what is optional, but not all banks
 };
 
-constexpr key_t keys[] = {{"iid", key_t::ID},
-                          {"validOn", key_t::TEXT},
-                          {"entryType", key_t::TEXT},
-                          {"sicIid", key_t::TEXT},
-                          {"headQuarters", key_t::ID},
-                          {"iidType", key_t::TEXT},
-                          {"bankOrInstitutionName", key_t::TEXT},
-                          {"townName", key_t::OPTIONAL},
-                          {"postCode", key_t::OPTIONAL},
-                          {"country", key_t::TEXT},
-                          {"bic", key_t::OPTIONAL},
-                          {"newIid", key_t::ID}};
-static_assert(std::size(keys) == KEY_COUNT);
+constexpr key_t keys[] = {{"iid", key_t::id},
+                          {"validOn", key_t::text},
+                          {"entryType", key_t::text},
+                          {"sicIid", key_t::text},
+                          {"headQuarters", key_t::id},
+                          {"iidType", key_t::text},
+                          {"bankOrInstitutionName", key_t::text},
+                          {"townName", key_t::optional},
+                          {"postCode", key_t::optional},
+                          {"country", key_t::text},
+                          {"bic", key_t::optional},
+                          {"newIid", key_t::id}};
+static_assert(std::size(keys) == key_count);
 
-constexpr uint64_t SMALLEST_ID = 100, LARGEST_ID = 99999;
+constexpr uint64_t smallest_id = 100, largest_id = 99999;
 
 struct master_entry_t {
     row_t row;  // a field for each key
-    std::bitset<KEY_COUNT> has;
+    std::bitset<key_count> has;
 
     const std::string& operator[](size_t key) const { return row.fields[key]; }
-    bool is_merged() const { return row.fields[ENTRY_TYPE] == "BankMasterConcatenated"; }
+    bool is_merged() const { return row.fields[key_entry_type] == "BankMasterConcatenated"; }
 };
 
 struct master_t {
@@ -94,18 +94,19 @@ bool is_country(const std::string& text) { return text.size() == 2 && is_capital
 // the ids.
 void close_entry(master_t* master) {
     const master_entry_t& entry = master->entries.back();
-    require(entry, {IID, VALID_ON, ENTRY_TYPE});
-    if (!is_date(entry[VALID_ON])) stop(entry.row, "validOn is no date yyyy-mm-dd");
-    if (entry[VALID_ON] != master->entries[0][VALID_ON]) stop(entry.row, "validOn differs from that of other entries");
-    check_choice(entry, ENTRY_TYPE, {"BankMaster", "BankMasterConcatenated"});
+    require(entry, {key_iid, key_valid_on, key_entry_type});
+    if (!is_date(entry[key_valid_on])) stop(entry.row, "validOn is no date yyyy-mm-dd");
+    if (entry[key_valid_on] != master->entries[0][key_valid_on])
+        stop(entry.row, "validOn differs from that of other entries");
+    check_choice(entry, key_entry_type, {"BankMaster", "BankMasterConcatenated"});
     if (entry.is_merged()) {
-        require(entry, {NEW_IID});
+        require(entry, {key_new_iid});
     } else {
-        require(entry, {SIC_IID, HEAD_QUARTERS, IID_TYPE, NAME, COUNTRY});
-        check_choice(entry, IID_TYPE, {"HEADQUARTERS", "MAIN_BRANCH", "QR_IID"});
-        if (!is_country(entry[COUNTRY])) stop(entry.row, "country is not two capital letters");
+        require(entry, {key_sic_iid, key_head_quarters, key_iid_type, key_name, key_country});
+        check_choice(entry, key_iid_type, {"HEADQUARTERS", "MAIN_BRANCH", "QR_IID"});
+        if (!is_country(entry[key_country])) stop(entry.row, "country is not two capital letters");
     }
-    if (!master->by_id.emplace(entry[IID], master->entries.size() - 1).second) stop(entry.row, "stands twice");
+    if (!master->by_id.emplace(entry[key_iid], master->entries.size() - 1).second) stop(entry.row, "stands twice");
 }
 
 // ----------------------------------------------------------------- JSON ----
@@ -137,23 +138,24 @@ class master_reader_t {
 public:
     master_reader_t(const std::string& file, const size_t& line) : file_(file), line_(line) {}
 
-    bool null() { return place() == VALUE && keys[key_].kind == key_t::OPTIONAL ? true : refuse(); }
+    bool null() { return place() == in_value && keys[key_].kind == key_t::optional ? true : refuse(); }
     bool boolean(bool) { return refuse(); }
     bool number_integer(json::number_integer_t) { return refuse(); }
     bool number_float(json::number_float_t, const std::string&) { return refuse(); }
     bool binary(json::binary_t&) { return refuse(); }
 
     bool number_unsigned(json::number_unsigned_t number) {
-        bool taken = place() == VALUE && keys[key_].kind == key_t::ID && number >= SMALLEST_ID && number <= LARGEST_ID;
+        bool taken =
+            place() == in_value && keys[key_].kind == key_t::id && number >= smallest_id && number <= largest_id;
         if (!taken) return refuse();
-        std::string digits = std::to_string(LARGEST_ID + 1 + number).substr(1);
-        if (key_ == IID) entry().row.entry = "iid " + digits;
+        std::string digits = std::to_string(largest_id + 1 + number).substr(1);
+        if (key_ == key_iid) entry().row.entry = "iid " + digits;
         entry().row.fields[key_] = digits;
         return true;
     }
 
     bool string(const std::string& text) {
-        if (place() != VALUE || keys[key_].kind == key_t::ID) return refuse();
+        if (place() != in_value || keys[key_].kind == key_t::id) return refuse();
         check_characters(entry().row, text);
         entry().row.fields[key_] = trimmed(text);
         return true;
@@ -161,13 +163,13 @@ public:
 
     bool start_object(size_t) {
         place_t where = place();
-        if (where == ENTRY) {
+        if (where == in_entry) {
             std::string name = "entry " + std::to_string(master_.entries.size() + 1);
-            master_.entries.push_back({{file_, line_, std::vector<std::string>(KEY_COUNT), name}, {}});
-        } else if (where != ENVELOPE) {
+            master_.entries.push_back({{file_, line_, std::vector<std::string>(key_count), name}, {}});
+        } else if (where != in_envelope) {
             refuse();
         }
-        depth_++;
+        ++depth_;
         return true;
     }
 
@@ -179,7 +181,7 @@ public:
         if (list_depth_ == 0 || depth_ != list_depth_ + 1) return true;
         key_ = static_cast<size_t>(
             std::find_if(std::begin(keys), std::end(keys), [&](const key_t& key) { return name == key.name; }) - keys);
-        if (key_ == KEY_COUNT) return true;
+        if (key_ == key_count) return true;
         if (entry().has[key_]) stop(entry().row, name + " stands twice");
         entry().has.set(key_);
         return true;
@@ -192,9 +194,9 @@ public:
 
     bool start_array(size_t) {
         place_t where = place();
-        if (where != ENVELOPE && where != LIST) refuse();
-        depth_++;
-        if (where == ENVELOPE || where == LIST) list_depth_ = depth_, has_list_ = true;
+        if (where != in_envelope && where != in_list) refuse();
+        ++depth_;
+        if (where == in_envelope || where == in_list) list_depth_ = depth_, has_list_ = true;
         return true;
     }
 
@@ -214,24 +216,25 @@ public:
     }
 
 private:
-    enum place_t { ENVELOPE, LIST, ENTRY, VALUE, ELSEWHERE };
+    enum place_t { in_envelope, in_list, in_entry, in_value, in_nothing_known };
 
     // Where the value stands that comes next.
     place_t place() const {
-        if (depth_ == 0) return ENVELOPE;
-        if (list_depth_ == 0) return depth_ == 1 && at_list_ ? LIST : ELSEWHERE;
-        if (depth_ == list_depth_) return ENTRY;
-        return depth_ == list_depth_ + 1 && key_ < KEY_COUNT ? VALUE : ELSEWHERE;
+        if (depth_ == 0) return in_envelope;
+        if (list_depth_ == 0) return depth_ == 1 && at_list_ ? in_list : in_nothing_known;
+        if (depth_ == list_depth_) return in_entry;
+        return depth_ == list_depth_ + 1 && key_ < key_count ? in_value : in_nothing_known;
     }
 
     // A value of the wrong type, unless it stands where nothing is read.
     bool refuse() const {
         switch (place()) {
-            case LIST: stop(file_, line_, "entries is not a list");
-            case ENTRY: stop(file_, line_, "entry " + std::to_string(master_.entries.size() + 1) + " is not an object");
-            case VALUE:
+            case in_list: stop(file_, line_, "entries is not a list");
+            case in_entry:
+                stop(file_, line_, "entry " + std::to_string(master_.entries.size() + 1) + " is not an object");
+            case in_value:
                 stop(master_.entries.back().row,
-                     std::string(keys[key_].name) + (keys[key_].kind == key_t::ID
+                     std::string(keys[key_].name) + (keys[key_].kind == key_t::id
                                                          ? " is not an integer of three to five digits"
                                                          : " is not a text"));
             default: return true;
@@ -245,7 +248,7 @@ private:
     master_t master_;
     size_t depth_ = 0;       // brackets and braces that are open
     size_t list_depth_ = 0;  // those that are open between entries; 0 outside of their list
-    size_t key_ = KEY_COUNT;
+    size_t key_ = key_count;
     bool at_list_ = false, has_list_ = false;
 };
 
@@ -254,22 +257,22 @@ private:
 // For each entry the one that holds its bank's texts: itself, or where the ids
 // that it was merged into lead in the end. No entry is passed twice.
 std::vector<size_t> final_entries(const master_t& master) {
-    constexpr size_t UNKNOWN = SIZE_MAX, ON_THE_WAY = SIZE_MAX - 1;
-    std::vector<size_t> ends(master.entries.size(), UNKNOWN), way;
-    for (size_t start = 0; start < ends.size(); start++) {
+    constexpr size_t unknown = SIZE_MAX, on_the_way = SIZE_MAX - 1;
+    std::vector<size_t> ends(master.entries.size(), unknown), way;
+    for (size_t start = 0; start < ends.size(); ++start) {
         size_t at = start;
-        for (way.clear(); ends[at] == UNKNOWN && master.entries[at].is_merged();) {
+        for (way.clear(); ends[at] == unknown && master.entries[at].is_merged();) {
             const master_entry_t& entry = master.entries[at];
-            auto next = master.by_id.find(entry[NEW_IID]);
-            if (next == master.by_id.end()) stop(entry.row, "newIid " + entry[NEW_IID] + " is not in the list");
-            ends[at] = ON_THE_WAY;
+            auto next = master.by_id.find(entry[key_new_iid]);
+            if (next == master.by_id.end()) stop(entry.row, "newIid " + entry[key_new_iid] + " is not in the list");
+            ends[at] = on_the_way;
             way.push_back(at);
             at = next->second;
         }
-        if (ends[at] == ON_THE_WAY) {
-            stop(master.entries[at].row, "newIid " + master.entries[at][NEW_IID] + " leads in a circle");
+        if (ends[at] == on_the_way) {
+            stop(master.entries[at].row, "newIid " + master.entries[at][key_new_iid] + " leads in a circle");
         }
-        if (ends[at] == UNKNOWN) ends[at] = at;
+        if (ends[at] == unknown) ends[at] = at;
         for (size_t passed : way) ends[passed] = ends[at];
     }
     return ends;
@@ -277,9 +280,9 @@ std::vector<size_t> final_entries(const master_t& master) {
 
 // A key that no bank has is called otherwise in this list.
 void check_optional_keys(const std::string& file, const std::vector<master_entry_t>& entries) {
-    for (size_t key = 0; key < KEY_COUNT; key++) {
+    for (size_t key = 0; key < key_count; ++key) {
         auto has = [key](const master_entry_t& entry) { return !entry[key].empty(); };
-        if (keys[key].kind == key_t::OPTIONAL && std::none_of(entries.begin(), entries.end(), has)) {
+        if (keys[key].kind == key_t::optional && std::none_of(entries.begin(), entries.end(), has)) {
             stop(file, 1, std::string("no entry has a ") + keys[key].name);
         }
     }
@@ -302,12 +305,12 @@ std::vector<row_t> read_bank_master(const list_text_t& text) {
     const std::vector<size_t> ends = final_entries(master);
     check_optional_keys(text.file, master.entries);
     std::vector<row_t> rows;
-    for (size_t i = 0; i < ends.size(); i++) {
+    for (size_t i = 0; i < ends.size(); ++i) {
         const master_entry_t &entry = master.entries[i], &end = master.entries[ends[i]];
-        const std::string country = end[COUNTRY] == "CH" ? "" : end[COUNTRY];
+        const std::string country = end[key_country] == "CH" ? "" : end[key_country];
         rows.push_back({text.file,
                         entry.row.line,
-                        {entry[IID], end[BIC], end[NAME], end[POST_CODE], end[TOWN], country},
+                        {entry[key_iid], end[key_bic], end[key_name], end[key_post_code], end[key_town], country},
                         entry.row.entry});
     }
     return rows;

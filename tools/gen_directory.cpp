@@ -31,7 +31,7 @@ const char* const program_name = "gen_directory";
 
 namespace {
 
-constexpr size_t MAX_DRAWS = 100000;
+constexpr size_t max_draws = 100000;
 
 // ----------------------------------------------------------------- hash ----
 // Minimal perfect hash of Czech, Havas and Majewski: each key is an edge that
@@ -49,9 +49,9 @@ struct hash_t {
 
 edge_t edge_of(const hash_t& hash, const std::string& key) {
     edge_t edge{};
-    for (size_t i = 0; i < key.size(); i++) {
-        size_t at = DIRECTORY_CHARACTERS * i + static_cast<size_t>(key[i] - DIRECTORY_FIRST_CHARACTER);
-        for (size_t part = 0; part < 3; part++) edge[part] += hash.t[part][at];
+    for (size_t i = 0; i < key.size(); ++i) {
+        size_t at = directory_characters * i + static_cast<size_t>(key[i] - directory_first_character);
+        for (size_t part = 0; part < 3; ++part) edge[part] += hash.t[part][at];
     }
     for (uint32_t& cell : edge) cell %= hash.cells;
     return edge;
@@ -67,22 +67,22 @@ std::vector<removal_t> take_away(const std::vector<edge_t>& edges, uint32_t cell
     // A cell knows how often it is used, and the sum of the keys that use it:
     // of a cell that is used once, the sum is the key.
     std::vector<size_t> uses(cells), sums(cells);
-    for (size_t key = 0; key < edges.size(); key++) {
+    for (size_t key = 0; key < edges.size(); ++key) {
         for (uint32_t cell : edges[key]) uses[cell]++, sums[cell] += key;
     }
     std::vector<uint32_t> free_cells;
-    for (uint32_t cell = 0; cell < cells; cell++) {
+    for (uint32_t cell = 0; cell < cells; ++cell) {
         if (uses[cell] == 1) free_cells.push_back(cell);
     }
     std::vector<removal_t> order;
-    for (size_t i = 0; i < free_cells.size(); i++) {
+    for (size_t i = 0; i < free_cells.size(); ++i) {
         uint32_t own = free_cells[i];
         if (uses[own] != 1) continue;
         size_t key = sums[own];
         const edge_t& edge = edges[key];
         order.push_back({key, static_cast<size_t>(std::find(edge.begin(), edge.end(), own) - edge.begin())});
         for (uint32_t cell : edge) {
-            uses[cell]--, sums[cell] -= key;
+            --uses[cell], sums[cell] -= key;
             if (uses[cell] == 1) free_cells.push_back(cell);
         }
     }
@@ -95,7 +95,7 @@ void fill_cells(hash_t& hash, const std::vector<edge_t>& edges, const std::vecto
     for (auto removal = order.rbegin(); removal != order.rend(); ++removal) {
         const edge_t& edge = edges[removal->key];
         auto rest = static_cast<int64_t>(removal->key);
-        for (size_t part = 0; part < 3; part++) {
+        for (size_t part = 0; part < 3; ++part) {
             if (part == removal->own) continue;
             int32_t& cell = hash.g[edge[part]];
             cell = std::max(cell, 0);
@@ -109,9 +109,9 @@ hash_t make_hash(const std::vector<entry_t>& entries) {
     hash_t hash{};
     hash.cells = static_cast<uint32_t>(directory_cells_of(entries.size()));
     std::mt19937 random(1);  // its numbers are the same everywhere, unlike the library's distributions
-    for (size_t draw = 0; draw < MAX_DRAWS; draw++) {
+    for (size_t draw = 0; draw < max_draws; ++draw) {
         for (auto& table : hash.t) {
-            table.resize(DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
+            table.resize(directory_positions * directory_characters);
             for (uint32_t& value : table) value = static_cast<uint32_t>(random() % hash.cells);
         }
         std::vector<edge_t> edges;
@@ -129,7 +129,7 @@ hash_t make_hash(const std::vector<entry_t>& entries) {
 template <typename Number>
 void write_numbers(FILE* out, const char* type, const char* name, const std::vector<Number>& numbers) {
     fprintf(out, "const %s %s[%zu] = {", type, name, numbers.size());
-    for (size_t i = 0; i < numbers.size(); i++) {
+    for (size_t i = 0; i < numbers.size(); ++i) {
         fprintf(out, "%s%lld,", i % 16 == 0 ? "\n    " : "", static_cast<long long>(numbers[i]));
     }
     fprintf(out, "\n};\n\n");
@@ -155,7 +155,7 @@ void write_tables(FILE* out, const directory_t& directory, const hash_t& hash) {
     }
     offsets.push_back(size);
     fprintf(out, "// Made by tools/gen_directory.cpp from the bank lists. Do not edit.\n\n");
-    fprintf(out, "constexpr int32_t directory_format = %d;\n", DIRECTORY_FORMAT);
+    fprintf(out, "constexpr int32_t directory_format = %d;\n", tables_format);
     fprintf(out, "constexpr int32_t directory_count = %zu;\n", directory.entries.size());
     fprintf(out, "constexpr int32_t directory_bic_count = %zu;\n", directory.bic_count);
     fprintf(out, "constexpr int32_t directory_at_count = %zu;\n", directory.at_count);

@@ -39,7 +39,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // A list that lost more than this part of its banks is hardly the whole list.
-constexpr size_t LOSS_PART = 10;
+constexpr size_t loss_part = 10;
 
 using texts_t = std::map<std::string, std::string>;  // by the name of the list
 
@@ -59,10 +59,10 @@ struct list_job_t {
     list_t lists_t::*place;
 };
 
-const std::array<list_job_t, 4> jobs{{{"de", german_header, DE_CODE, &lists_t::de},
-                                      {"bic", bic_header, BIC_BIC, &lists_t::bic},
-                                      {"at", national_header, NATIONAL_ID, &lists_t::at},
-                                      {"ch", national_header, NATIONAL_ID, &lists_t::ch}}};
+const std::array<list_job_t, 4> jobs{{{"de", german_header, de_code, &lists_t::de},
+                                      {"bic", bic_header, bics_bic, &lists_t::bic},
+                                      {"at", national_header, national_id, &lists_t::at},
+                                      {"ch", national_header, national_id, &lists_t::ch}}};
 
 [[noreturn]] void stop_with_usage() {
     stop(
@@ -80,7 +80,7 @@ arguments_t read_arguments(int argc, char** argv) {
     arguments_t arguments;
     std::vector<std::string> folders;
     const std::string valid_from = "--valid-from=";
-    for (int i = 1; i < argc; i++) {
+    for (int i = 1; i < argc; ++i) {
         const std::string text = argv[i];
         size_t equals = text.find('=');
         if (text == "--keep-period") {
@@ -111,10 +111,10 @@ arguments_t read_arguments(int argc, char** argv) {
 // The rows of the newest period.
 list_t newest_period(const list_t& list) {
     std::string newest;
-    for (const row_t& row : list.rows) newest = std::max(newest, row.fields[DE_VALID_FROM]);
+    for (const row_t& row : list.rows) newest = std::max(newest, row.fields[de_valid_from]);
     list_t period{list.file, {}};
     for (const row_t& row : list.rows) {
-        if (row.fields[DE_VALID_FROM] == newest) period.rows.push_back(row);
+        if (row.fields[de_valid_from] == newest) period.rows.push_back(row);
     }
     return period;
 }
@@ -123,26 +123,26 @@ list_t newest_period(const list_t& list) {
 // none: rule 0 is theirs unless somebody knows better.
 void fill_in_rules(list_t* list, const list_t& before) {
     std::map<std::string, std::string> rules;
-    for (const row_t& row : before.rows) rules[row.fields[DE_CODE]] = row.fields[DE_RULE];
+    for (const row_t& row : before.rows) rules[row.fields[de_code]] = row.fields[de_rule];
     for (row_t& row : list->rows) {
-        if (!row.fields[DE_RULE].empty()) continue;
-        auto known = rules.find(row.fields[DE_CODE]);
-        row.fields[DE_RULE] = known == rules.end() ? "0" : known->second;
+        if (!row.fields[de_rule].empty()) continue;
+        auto known = rules.find(row.fields[de_code]);
+        row.fields[de_rule] = known == rules.end() ? "0" : known->second;
         if (known != rules.end()) continue;
         printf("%s:%zu: no rule is known for %s (%s), 0 is taken\n", row.file.c_str(), row.line,
-               row.fields[DE_CODE].c_str(), row.fields[DE_NAME].c_str());
+               row.fields[de_code].c_str(), row.fields[de_name].c_str());
     }
 }
 
 // The German list with that of the period before it, bank code by bank code.
 list_t both_periods(const list_t& earlier, const list_t& later, const std::string& valid_from) {
-    if (!earlier.rows.empty() && earlier.rows[0].fields[DE_VALID_FROM] >= valid_from) {
+    if (!earlier.rows.empty() && earlier.rows[0].fields[de_valid_from] >= valid_from) {
         stop(earlier.file + ": its newest period does not begin before " + valid_from);
     }
     list_t both{later.file, earlier.rows};
     both.rows.insert(both.rows.end(), later.rows.begin(), later.rows.end());
     std::stable_sort(both.rows.begin(), both.rows.end(),
-                     [](const row_t& a, const row_t& b) { return a.fields[DE_CODE] < b.fields[DE_CODE]; });
+                     [](const row_t& a, const row_t& b) { return a.fields[de_code] < b.fields[de_code]; });
     return both;
 }
 
@@ -155,7 +155,7 @@ list_t read_published(const std::string& name, const list_text_t& text, const st
 // Prints what has changed, and refuses what can hardly be the whole list.
 void tell_changes(const list_job_t& job, const list_t& before, const list_t& after, bool allow_losses) {
     list_changes_t changes = list_changes(job.name, before, after, job.header, job.key);
-    if (changes.removed * LOSS_PART > before.rows.size() && !allow_losses) {
+    if (changes.removed * loss_part > before.rows.size() && !allow_losses) {
         stop(after.file + ": " + std::to_string(changes.removed) + " of " + std::to_string(before.rows.size()) +
              " banks are gone, more than a tenth; --allow-losses takes the list all the same");
     }
@@ -174,7 +174,7 @@ std::string quoted(const std::string& field) {
 std::string csv_text(const list_t& list, const std::string& header) {
     std::string text = header + "\n";
     for (const row_t& row : list.rows) {
-        for (size_t i = 0; i < row.fields.size(); i++) text += (i ? "," : "") + quoted(row.fields[i]);
+        for (size_t i = 0; i < row.fields.size(); ++i) text += (i ? "," : "") + quoted(row.fields[i]);
         text += '\n';
     }
     return text;

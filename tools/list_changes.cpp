@@ -21,7 +21,7 @@ struct kind_t {
     explicit kind_t(const std::string& name) : what(name) {}
 
     void add(const std::string& bank, const std::string& text) {
-        count++;
+        ++count;
         lines += "  " + bank + " " + what + ": " + text + "\n";
     }
 };
@@ -45,7 +45,7 @@ list_changes_t list_changes(const std::string& name, const list_t& before, const
             added.add(bank, row->fields[name_column]);
             continue;
         }
-        for (size_t column = key + 1; column < columns.size(); column++) {
+        for (size_t column = key + 1; column < columns.size(); ++column) {
             const std::string &was = found->second->fields[column], &is = row->fields[column];
             if (was != is) changed[column].add(bank, (was.empty() ? "-" : was) + " -> " + (is.empty() ? "-" : is));
         }

@@ -38,10 +38,10 @@ std::vector<std::string> split_lines(const list_text_t& text) {
 
 std::vector<std::string> split_fields(const std::string& file, size_t line, const std::string& text, char separator) {
     std::vector<std::string> fields;
-    for (size_t at = 0;; at++) {
+    for (size_t at = 0;; ++at) {
         std::string field;
         if (at < text.size() && text[at] == '"') {
-            for (at++;; at++) {
+            for (at++;; ++at) {
                 if (at >= text.size()) stop(file, line, "bad quoting: no closing quote");
                 if (text[at] != '"') {
                     field += text[at];
@@ -50,12 +50,12 @@ std::vector<std::string> split_fields(const std::string& file, size_t line, cons
                 if (at + 1 >= text.size() || text[at + 1] != '"') break;
                 field += text[at++];
             }
-            at++;
+            ++at;
             if (at < text.size() && text[at] != separator) {
                 stop(file, line, "bad quoting: text behind the closing quote");
             }
         } else {
-            for (; at < text.size() && text[at] != separator; at++) {
+            for (; at < text.size() && text[at] != separator; ++at) {
                 if (text[at] == '"') stop(file, line, "bad quoting: quote inside a field without quotes");
                 field += text[at];
             }
@@ -71,7 +71,7 @@ list_t read_list(const list_text_t& text, const std::string& header) {
     std::vector<std::string> lines = split_lines(text);
     if (lines.empty() || lines[0] != header) stop(file, 1, "wrong header, expected " + header);
     list_t list{file, {}};
-    for (size_t line = 2; line <= lines.size(); line++) {
+    for (size_t line = 2; line <= lines.size(); ++line) {
         list.rows.push_back({file, line, {}});
         check_characters(list.rows.back(), lines[line - 1]);
         list.rows.back().fields = split_fields(file, line, lines[line - 1], ',');

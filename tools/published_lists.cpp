@@ -15,7 +15,7 @@ namespace {
 using fields_t = std::vector<std::string>;
 using widths_t = std::vector<size_t>;
 
-constexpr size_t RECORD_WITH_RULE = 174;  // bytes of a German record that ends with the IBAN rule
+constexpr size_t record_with_rule = 174;  // bytes of a German record that ends with the IBAN rule
 
 // --------------------------------------------------------------- lines ----
 
@@ -34,10 +34,10 @@ std::string utf8_of(const std::string& latin1) {
 std::vector<std::string> published_lines(const list_text_t& text) {
     std::vector<std::string> lines = split_lines(text);
     if (lines.empty()) stop(text.file, 1, "the list is empty");
-    for (size_t i = 0; i < lines.size(); i++) {
+    for (size_t i = 0; i < lines.size(); ++i) {
         std::string& line = lines[i];
         if (!line.empty() && line.back() == '\r') line.pop_back();
-        for (size_t at = 0; at < line.size(); at++) {
+        for (size_t at = 0; at < line.size(); ++at) {
             if (utf8_length(line.data() + at, line.size() - at) > 1)
                 stop(text.file, i + 1, "UTF-8, expected ISO-8859-1");
         }
@@ -72,7 +72,7 @@ std::vector<row_t> fixed_rows(const std::string& file, const std::vector<std::st
 std::vector<row_t> separated_rows(const std::string& file, const std::vector<std::string>& lines, size_t first,
                                   size_t width) {
     std::vector<row_t> rows;
-    for (size_t i = first; i < lines.size(); i++) {
+    for (size_t i = first; i < lines.size(); ++i) {
         row_t row = tidy_row(file, i + 1, split_fields(file, i + 1, lines[i], ';'));
         if (row.fields.size() != width) stop(row, "wrong number of fields, expected " + std::to_string(width));
         rows.push_back(row);
@@ -149,85 +149,111 @@ list_t sorted_list(const std::string& file, std::vector<row_t> rows, size_t key,
 // ---------------------------------------------------------------- lists ----
 
 list_t read_german_banks(const list_text_t& text, const std::string& valid_from) {
-    enum { CODE, MARK, NAME, POSTAL_CODE, CITY, SHORT, PAN, BIC, METHOD, RECORD, CHANGE, DELETION, SUCCESSOR, RULE };
+    enum {
+        col_code,
+        col_mark,
+        col_name,
+        col_postal_code,
+        col_city,
+        col_short,
+        col_pan,
+        col_bic,
+        col_method,
+        col_record,
+        col_change,
+        col_deletion,
+        col_successor,
+        col_rule
+    };
     widths_t widths{8, 1, 58, 5, 35, 27, 5, 11, 2, 6, 1, 1, 8};
     std::vector<std::string> lines = published_lines(text);
-    bool fixed = is_digits(lines[0].substr(0, widths[CODE]), widths[CODE]);
-    bool has_rule = fixed && lines[0].size() == RECORD_WITH_RULE;
+    bool fixed = is_digits(lines[0].substr(0, widths[col_code]), widths[col_code]);
+    bool has_rule = fixed && lines[0].size() == record_with_rule;
     if (has_rule) widths.push_back(6);
     std::vector<row_t> rows =
         fixed ? fixed_rows(text.file, lines, widths) : separated_rows(text.file, lines, 0, widths.size());
     if (!fixed) {
-        if (is_digits(rows[0].fields[CODE], 8)) stop(rows[0], "a row in place of the names of the columns");
+        if (is_digits(rows[0].fields[col_code], 8)) stop(rows[0], "a row in place of the names of the columns");
         rows.erase(rows.begin());
     }
     std::vector<row_t> banks;
     for (const row_t& row : rows) {
         const fields_t& fields = row.fields;
-        check_digits(row, CODE, 8, "bank code");
-        check_marker(row, MARK, "12", "own-record marker");
-        check_digits(row, RECORD, 6, "record number");
-        check_marker(row, CHANGE, "ADMU", "change marker");
-        check_digits(row, SUCCESSOR, 8, "successor");
-        if (fields[MARK] != "1") continue;
+        check_digits(row, col_code, 8, "bank code");
+        check_marker(row, col_mark, "12", "own-record marker");
+        check_digits(row, col_record, 6, "record number");
+        check_marker(row, col_change, "ADMU", "change marker");
+        check_digits(row, col_successor, 8, "successor");
+        if (fields[col_mark] != "1") continue;
         std::string rule;
         if (has_rule) {
-            check_digits(row, RULE, 6, "rule");
-            rule = fields[RULE] == "000000" ? "0" : fields[RULE].substr(fields[RULE].compare(0, 2, "00") == 0 ? 2 : 0);
+            check_digits(row, col_rule, 6, "rule");
+            rule = fields[col_rule] == "000000"
+                       ? "0"
+                       : fields[col_rule].substr(fields[col_rule].compare(0, 2, "00") == 0 ? 2 : 0);
         }
-        std::string successor = fields[SUCCESSOR] == "00000000" ? "" : fields[SUCCESSOR];
-        banks.push_back({text.file,
-                         row.line,
-                         {valid_from, fields[CODE], fields[DELETION], fields[METHOD], rule, successor,
-                          full_bic(fields[BIC]), fields[NAME], fields[POSTAL_CODE], fields[CITY], "DE"}});
+        std::string successor = fields[col_successor] == "00000000" ? "" : fields[col_successor];
+        banks.push_back(
+            {text.file,
+             row.line,
+             {valid_from, fields[col_code], fields[col_deletion], fields[col_method], rule, successor,
+              full_bic(fields[col_bic]), fields[col_name], fields[col_postal_code], fields[col_city], "DE"}});
     }
-    return sorted_list(text.file, banks, DE_CODE, DE_NAME);
+    return sorted_list(text.file, banks, de_code, de_name);
 }
 
 list_t read_providers(const list_text_t& text) {
     std::map<std::string, row_t> banks;
     for (row_t& row : named_rows(text, {"BIC", "SERVICE SCT", "SERVICE COR", "SERVICE COR1", "SERVICE B2B", "Name"})) {
-        row.fields[BIC_BIC] = full_bic(row.fields[BIC_BIC]);
-        row_t& bank = banks.emplace(row.fields[BIC_BIC], row).first->second;
-        for (size_t scheme : {BIC_SCT, BIC_SDD, BIC_COR1, BIC_B2B}) {
+        row.fields[bics_bic] = full_bic(row.fields[bics_bic]);
+        row_t& bank = banks.emplace(row.fields[bics_bic], row).first->second;
+        for (size_t scheme : {bics_sct, bics_sdd, bics_cor1, bics_b2b}) {
             check_marker(row, scheme, "01", "service");
             bank.fields[scheme] = std::max(bank.fields[scheme], row.fields[scheme]);
         }
     }
     std::vector<row_t> rows;
     for (const auto& [bic, row] : banks) rows.push_back(row);
-    return sorted_list(text.file, rows, BIC_BIC, BIC_NAME);
+    return sorted_list(text.file, rows, bics_bic, bics_name);
 }
 
 list_t read_austrian_banks(const list_text_t& text) {
     std::vector<row_t> banks = named_rows(text, {"Bankleitzahl", "SWIFT-Code", "Bankenname", "PLZ", "Ort"});
     for (row_t& row : banks) {
-        row.fields[NATIONAL_ID] = padded(row.fields[NATIONAL_ID], 5);
-        row.fields[NATIONAL_BIC] = full_bic(row.fields[NATIONAL_BIC]);
+        row.fields[national_id] = padded(row.fields[national_id], 5);
+        row.fields[national_bic] = full_bic(row.fields[national_bic]);
         row.fields.push_back("AT");
     }
-    return sorted_list(text.file, banks, NATIONAL_ID, NATIONAL_NAME);
+    return sorted_list(text.file, banks, national_id, national_name);
 }
 
 // Rows of the form that ended with 21 November 2025.
 static std::vector<row_t> read_swiss_records(const list_text_t& text) {
     static const widths_t widths{2, 5, 4, 5, 6, 5, 1, 8, 1, 1, 1, 15, 60, 35, 35, 10, 35, 18, 18, 5, 2, 12, 14};
-    enum { ID = 1, BRANCH = 2, NAME = 12, POSTAL_CODE = 15, CITY = 16, COUNTRY = 20, BIC = 22 };
+    enum {
+        col_id = 1,
+        col_branch = 2,
+        col_name = 12,
+        col_postal_code = 15,
+        col_city = 16,
+        col_country = 20,
+        col_bic = 22
+    };
     std::vector<row_t> banks;
     for (const row_t& row : fixed_rows(text.file, published_lines(text), widths)) {
         const fields_t& fields = row.fields;
-        check_digits(row, BRANCH, 4, "branch");
-        if (fields[BRANCH] != "0000") continue;
-        banks.push_back(
-            {text.file,
-             row.line,
-             {padded(fields[ID], 5), fields[BIC], fields[NAME], fields[POSTAL_CODE], fields[CITY], fields[COUNTRY]}});
+        check_digits(row, col_branch, 4, "branch");
+        if (fields[col_branch] != "0000") continue;
+        banks.push_back({text.file,
+                         row.line,
+                         {padded(fields[col_id], 5), fields[col_bic], fields[col_name], fields[col_postal_code],
+                          fields[col_city], fields[col_country]}});
     }
     return banks;
 }
 
 list_t read_swiss_banks(const list_text_t& text) {
     std::vector<row_t> banks = is_bank_master(text) ? read_bank_master(text) : read_swiss_records(text);
-    for (row_t& row : banks) row.fields[NATIONAL_BIC] = full_bic(row.fields[NATIONAL_BIC]);
-    return sorted_list(text.file, banks, NATIONAL_ID, NATIONAL_NAME);
+    for (row_t& row : banks) row.fields[national_bic] = full_bic(row.fields[national_bic]);
+    return sorted_list(text.file, banks, national_id, national_name);
 }

@@ -47,7 +47,7 @@ lists_t published(char list, const list_text_t& text) {
     if (list == 'a') lists.at = read_austrian_banks(text);
     if (list == 'c') lists.ch = read_swiss_banks(text);
     for (row_t& row : lists.de.rows) {
-        if (row.fields[DE_RULE].empty()) row.fields[DE_RULE] = "0";
+        if (row.fields[de_rule].empty()) row.fields[de_rule] = "0";
     }
     return lists;
 }

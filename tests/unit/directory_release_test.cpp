@@ -119,7 +119,7 @@ TEST(Release, EntriesStandInOrder) {
     ASSERT_EQ(static_cast<size_t>(directory_count), keys.size());
     EXPECT_TRUE(std::is_sorted(keys.end() - directory_de_count, keys.end()));
     EXPECT_TRUE(std::is_sorted(keys.begin(), keys.begin() + directory_bic_count));
-    for (size_t index = 0; index < keys.size(); index++) {
+    for (size_t index = 0; index < keys.size(); ++index) {
         const std::string& key = keys[index];
         EXPECT_EQ(directory_hash(key.c_str()), static_cast<int32_t>(index)) << key;
         EXPECT_EQ(memcmp(directory_entries[static_cast<int32_t>(index)], key.data(), key.size()), 0) << key;
@@ -140,7 +140,7 @@ TEST(Release, ChangedKeysAreMissed) {
     std::set<std::string> known(keys.begin(), keys.end());
     std::mt19937 random(11);
     for (const std::string& key : keys) {
-        for (size_t i = key[0] == '_' ? 3 : 0; i < key.size(); i++) {
+        for (size_t i = key[0] == '_' ? 3 : 0; i < key.size(); ++i) {
             std::string changed = key;
             changed[i] = static_cast<char>(random() % 2 ? '0' + random() % 10 : ' ' + random() % 95);
             std::string capitals = changed;

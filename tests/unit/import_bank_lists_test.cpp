@@ -10,7 +10,7 @@ using widths_t = std::vector<size_t>;
 
 std::string latin1(const std::string& utf8) {
     std::string text;
-    for (size_t i = 0; i < utf8.size(); i++) {
+    for (size_t i = 0; i < utf8.size(); ++i) {
         auto byte = static_cast<unsigned char>(utf8[i]);
         text += byte < 0x80 ? utf8[i] : static_cast<char>((byte & 3) << 6 | (utf8[++i] & 0x3F));
     }
@@ -23,7 +23,7 @@ std::string latin1(const std::string& utf8) {
 std::string published(const csv_row& row, const std::string& pattern, const widths_t& widths = {}) {
     std::string text;
     const csv_row fields = csv_fields(pattern);
-    for (size_t i = 0; i < fields.size(); i++) {
+    for (size_t i = 0; i < fields.size(); ++i) {
         std::string field = latin1(fields[i][0] == '@' ? row[static_cast<size_t>(fields[i][1] - '0')] : fields[i]);
         if (field.size() == 11 && field.substr(8) == "XXX") field.erase(8);
         if (fields[i] == "@0" && field.size() == 5) field.erase(0, field.find_first_not_of('0'));
@@ -69,7 +69,7 @@ std::string entries_of(const std::vector<csv_row>& rows) {
 lists_t small_release() {
     lists_t lists{
         {"de.csv", german_header}, {"bic.csv", bic_header}, {"at.csv", national_header}, {"ch.csv", national_header}};
-    for (int i = 0; i < 11; i++) {
+    for (int i = 0; i < 11; ++i) {
         std::string n = std::to_string(i), id = std::to_string(10000 + i), bic = "BANKDEFF" + id.substr(2);
         lists["de.csv"] += "2026-09-07,200" + id + ",0,09,0503,," + bic + ",Münzbank " + n + ",10591,Berlin,DE\n";
         lists["bic.csv"] += std::string(4, static_cast<char>('A' + i)) + "DEFFXXX,1,1,0,1,Bank " + n + "\n";

@@ -48,7 +48,7 @@ using csv_row = std::vector<std::string>;
 inline csv_row csv_fields(const std::string& line) {
     csv_row fields(1);
     bool quoted = false;
-    for (size_t i = 0; i < line.size(); i++) {
+    for (size_t i = 0; i < line.size(); ++i) {
         if (line[i] == ',' && !quoted) {
             fields.emplace_back();
         } else if (line[i] != '"') {

@@ -15,7 +15,7 @@ static constexpr int check_place = 6;
 static constexpr int longest_tail = 6;
 
 namespace {
-struct work_string {
+struct work_string_t {
     char digits[check_place + longest_tail];
     int count;
 };
@@ -31,7 +31,7 @@ int solve_check(const char* work, int n, int check_digit) {
 
 // Appends the digits from `position` to the end of the account form, without
 // the zeros they begin with. At most longest_tail digits may be left.
-static bool append_tail(work_string* work, const char* form, int position) {
+static bool append_tail(work_string_t* work, const char* form, int position) {
     while (position <= 10 && digit(form, position) == 0) ++position;
     if (10 - position + 1 > longest_tail) return false;
     for (; position <= 10; ++position) work->digits[work->count++] = form[position - 1];
@@ -43,14 +43,14 @@ int method_52(const char* form, const char* bank_code) {
     int first = 1;
     while (first <= 10 && digit(form, first) == 0) ++first;
     if (first > 9) return -1;  // no room for a check digit
-    work_string work = {{bank_code[4], bank_code[5], bank_code[6], bank_code[7], form[first - 1], '0'}, check_place};
+    work_string_t work = {{bank_code[4], bank_code[5], bank_code[6], bank_code[7], form[first - 1], '0'}, check_place};
     if (!append_tail(&work, form, first + 2)) return -1;
     return solve_check(work.digits, work.count, digit(form, first + 1));
 }
 
 int method_53(const char* form, const char* bank_code) {
     if (digit(form, 1) == 9) return method_20(form);
-    work_string work = {{bank_code[4], bank_code[5], form[2], bank_code[7], form[1], '0'}, check_place};
+    work_string_t work = {{bank_code[4], bank_code[5], form[2], bank_code[7], form[1], '0'}, check_place};
     append_tail(&work, form, 5);  // six digits at most
     return solve_check(work.digits, work.count, digit(form, 4));
 }
@@ -65,44 +65,45 @@ int method_56(const char* form) {
 
 // Method 57 goes by the number that the first two digits form.
 namespace {
-enum class treatment : uint8_t { fails, not_checked, by_date, last_digit, third_digit };
+enum class treatment_t : uint8_t { fails, not_checked, by_date, last_digit, third_digit };
 
-struct treatment_range {
+struct treatment_range_t {
     int first, last;
-    treatment what;
+    treatment_t what;
 };
 }  // namespace
 
-static constexpr treatment_range treatment_ranges[] = {
-    {0, 0, treatment::fails},         {51, 51, treatment::last_digit},  {55, 55, treatment::last_digit},
-    {61, 61, treatment::last_digit},  {64, 66, treatment::last_digit},  {70, 70, treatment::last_digit},
-    {73, 82, treatment::last_digit},  {88, 88, treatment::last_digit},  {94, 95, treatment::last_digit},
-    {32, 39, treatment::third_digit}, {41, 49, treatment::third_digit}, {52, 54, treatment::third_digit},
-    {56, 60, treatment::third_digit}, {62, 63, treatment::third_digit}, {67, 69, treatment::third_digit},
-    {71, 72, treatment::third_digit}, {83, 87, treatment::third_digit}, {89, 90, treatment::third_digit},
-    {92, 93, treatment::third_digit}, {96, 98, treatment::third_digit}, {40, 40, treatment::not_checked},
-    {50, 50, treatment::not_checked}, {91, 91, treatment::not_checked}, {99, 99, treatment::not_checked},
-    {1, 31, treatment::by_date},
+static constexpr treatment_range_t treatment_ranges[] = {
+    {0, 0, treatment_t::fails},         {51, 51, treatment_t::last_digit},  {55, 55, treatment_t::last_digit},
+    {61, 61, treatment_t::last_digit},  {64, 66, treatment_t::last_digit},  {70, 70, treatment_t::last_digit},
+    {73, 82, treatment_t::last_digit},  {88, 88, treatment_t::last_digit},  {94, 95, treatment_t::last_digit},
+    {32, 39, treatment_t::third_digit}, {41, 49, treatment_t::third_digit}, {52, 54, treatment_t::third_digit},
+    {56, 60, treatment_t::third_digit}, {62, 63, treatment_t::third_digit}, {67, 69, treatment_t::third_digit},
+    {71, 72, treatment_t::third_digit}, {83, 87, treatment_t::third_digit}, {89, 90, treatment_t::third_digit},
+    {92, 93, treatment_t::third_digit}, {96, 98, treatment_t::third_digit}, {40, 40, treatment_t::not_checked},
+    {50, 50, treatment_t::not_checked}, {91, 91, treatment_t::not_checked}, {99, 99, treatment_t::not_checked},
+    {1, 31, treatment_t::by_date},
 };
 
 static constexpr bool each_number_once() {
     for (int number = 0; number < 100; ++number) {
         int found = 0;
-        for (const treatment_range& range : treatment_ranges) found += number >= range.first && number <= range.last;
+        for (const treatment_range_t& range : treatment_ranges) found += number >= range.first && number <= range.last;
         if (found != 1) return false;
     }
     return true;
 }
 static_assert(each_number_once());
 
-static constexpr std::array<treatment, 100> treatments_by_number() {
-    std::array<treatment, 100> treatments{};
-    for (const treatment_range& range : treatment_ranges)
+static constexpr std::array<treatment_t, 100> treatments_by_number() {
+    std::array<treatment_t, 100> treatments{};
+    for (const treatment_range_t& range : treatment_ranges) {
         for (int number = range.first; number <= range.last; ++number)
             treatments[static_cast<size_t>(number)] = range.what;
+    }
     return treatments;
 }
-static constexpr std::array<treatment, 100> treatments = treatments_by_number();
+static constexpr std::array<treatment_t, 100> treatments = treatments_by_number();
 
 // No check digit: the digits hold a date of birth, of which the month and the
 // serial number are tested. One number passes against the rule.
@@ -117,13 +118,13 @@ int method_57(const char* form) {
     if (!is_account_form(form)) return -1;
     int number = digit(form, 1) * 10 + digit(form, 2);
     switch (treatments[static_cast<size_t>(number)]) {
-        case treatment::fails: return -1;
-        case treatment::not_checked: return 0;
-        case treatment::by_date: return check_date(form);
-        case treatment::last_digit:
+        case treatment_t::fails: return -1;
+        case treatment_t::not_checked: return 0;
+        case treatment_t::by_date: return check_date(form);
+        case treatment_t::last_digit:
             if (memcmp(form, "777777", 6) == 0 || memcmp(form, "888888", 6) == 0) return 0;
             return check_cross_sum(form, 10, 10, from(9, {1, 2, 1, 2, 1, 2, 1, 2, 1}));
-        case treatment::third_digit: break;
+        case treatment_t::third_digit: break;
     }
     return check_cross_sum(form, 10, 3, from(10, {1, 2, 1, 2, 1, 2, 1, 0, 2, 1}));
 }

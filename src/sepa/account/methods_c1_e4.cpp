@@ -34,15 +34,15 @@ int method_C5(const char* form) {
 // The first digit stands for seven digits before the next eight. Rows
 // without a text are rejected.
 static constexpr size_t prefix_length = 7;
-using prefix_table = char[10][prefix_length + 1];
+using prefix_table_t = char[10][prefix_length + 1];
 
-static constexpr prefix_table prefix_c6 = {"4451970", "4451981", "4451992", "4451993", "4344992",
-                                           "4344990", "4344991", "5499570", "4451994", "5499579"};
-static constexpr prefix_table prefix_d1 = {"4363380", "4363381", "4363382", "4363383", "4363384",
-                                           "4363385", "4363386", "4363387", "",        "4363389"};
-static constexpr prefix_table prefix_e2 = {"4383200", "4383201", "4383202", "4383203", "4383204", "4383205"};
+static constexpr prefix_table_t prefix_c6 = {"4451970", "4451981", "4451992", "4451993", "4344992",
+                                             "4344990", "4344991", "5499570", "4451994", "5499579"};
+static constexpr prefix_table_t prefix_d1 = {"4363380", "4363381", "4363382", "4363383", "4363384",
+                                             "4363385", "4363386", "4363387", "",        "4363389"};
+static constexpr prefix_table_t prefix_e2 = {"4383200", "4383201", "4383202", "4383203", "4383204", "4383205"};
 
-static constexpr int full_rows(const prefix_table& table) {
+static constexpr int full_rows(const prefix_table_t& table) {
     int full = 0;
     for (const auto& row : table) {
         size_t digits = 0;
@@ -54,7 +54,7 @@ static constexpr int full_rows(const prefix_table& table) {
 }
 static_assert(full_rows(prefix_c6) == 10 && full_rows(prefix_d1) == 9 && full_rows(prefix_e2) == 6);
 
-static int check_prefixed(const char* form, const prefix_table& table) {
+static int check_prefixed(const char* form, const prefix_table_t& table) {
     if (!is_account_form(form)) return -1;
     const char* prefix = table[digit(form, 1)];
     if (!*prefix) return -1;

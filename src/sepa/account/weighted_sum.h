@@ -8,7 +8,7 @@
 namespace sepa_internal {
 
 // One weight for each position, position 1 first.
-struct weights {
+struct weights_t {
     int at[10];
 };
 
@@ -20,14 +20,14 @@ struct weights {
 // folds a method's weights into its code. With g++ a method of several sums
 // takes half the time then.
 template <int count>
-[[gnu::always_inline]] constexpr weights from(int position, const int (&list)[count]) {
-    weights result{};
+[[gnu::always_inline]] constexpr weights_t from(int position, const int (&list)[count]) {
+    weights_t result{};
     for (int i = 0; i < count && i < position; ++i) result.at[position - 1 - i] = list[i];
     return result;
 }
 
 // The sum of digit times weight.
-[[gnu::always_inline]] inline int weighted_sum(const char* form, const weights& w) {
+[[gnu::always_inline]] inline int weighted_sum(const char* form, const weights_t& w) {
     int sum = 0;
 #pragma GCC unroll 10
     for (int i = 0; i < 10; ++i) sum += (form[i] - '0') * w.at[i];
@@ -38,7 +38,7 @@ template <int count>
 inline int cross_sum(int product) { return product > 9 ? product - 9 : product; }
 
 // The sum of the cross sums of digit times weight, for weights up to 2.
-[[gnu::always_inline]] inline int sum_of_cross_sums(const char* form, const weights& w) {
+[[gnu::always_inline]] inline int sum_of_cross_sums(const char* form, const weights_t& w) {
     int sum = 0;
 #pragma GCC unroll 10
     for (int i = 0; i < 10; ++i) sum += cross_sum((form[i] - '0') * w.at[i]);
@@ -48,7 +48,7 @@ inline int cross_sum(int product) { return product > 9 ? product - 9 : product; 
 // How a sum S asks for a check digit. With a plain modulus it is the distance
 // from S to the next multiple; mod11_reject may thus ask for ten, which no
 // digit is, and mod11_zero takes a zero in its place.
-enum modulus_rule { mod7, mod9, mod10, mod11_reject, mod11_zero };
+enum modulus_rule_t { mod7, mod9, mod10, mod11_reject, mod11_zero };
 
 // Unsigned, for the cheaper division; no sum of digits is negative.
 inline int distance(int sum, int modulus) {
@@ -56,7 +56,7 @@ inline int distance(int sum, int modulus) {
     return static_cast<int>((m - static_cast<unsigned>(sum) % m) % m);
 }
 
-[[gnu::always_inline]] inline int check_value(modulus_rule rule, int sum) {
+[[gnu::always_inline]] inline int check_value(modulus_rule_t rule, int sum) {
     switch (rule) {
         case mod7: return distance(sum, 7);
         case mod9: return distance(sum, 9);
@@ -71,18 +71,18 @@ inline int distance(int sum, int modulus) {
 inline int verdict(bool passes) { return passes ? 1 : -1; }
 
 // One weighted sum with one rule: what most methods are made of.
-struct sum_check {
-    modulus_rule rule;
+struct sum_check_t {
+    modulus_rule_t rule;
     int position;  // of the check digit
-    weights w;
+    weights_t w;
 };
 
-[[gnu::always_inline]] inline int check_sum(const char* form, const sum_check& check) {
+[[gnu::always_inline]] inline int check_sum(const char* form, const sum_check_t& check) {
     return verdict(check_value(check.rule, weighted_sum(form, check.w)) == digit(form, check.position));
 }
 
 // As the primitive of the same name, with its weights as a list.
-[[gnu::always_inline]] inline int check_cross_sum(const char* form, int modulus, int position, const weights& w) {
+[[gnu::always_inline]] inline int check_cross_sum(const char* form, int modulus, int position, const weights_t& w) {
     return verdict(distance(sum_of_cross_sums(form, w), modulus) == digit(form, position));
 }
 

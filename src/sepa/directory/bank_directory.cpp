@@ -18,27 +18,27 @@ using namespace sepa_internal;
 #pragma GCC diagnostic pop
 
 // The generator and this file have to agree on layout and meaning of the tables.
-static_assert(directory_format == DIRECTORY_FORMAT, "tables of another generator: build them anew");
+static_assert(directory_format == tables_format, "tables of another generator: build them anew");
 static_assert(directory_bic_count + directory_at_count + directory_ch_count + directory_de_count == directory_count);
 static_assert(directory_cells == directory_cells_of(directory_count));
-static_assert(sizeof directory_t1 == sizeof(uint32_t) * DIRECTORY_POSITIONS * DIRECTORY_CHARACTERS);
+static_assert(sizeof directory_t1 == sizeof(uint32_t) * directory_positions * directory_characters);
 static_assert(sizeof directory_t2 == sizeof directory_t1 && sizeof directory_t3 == sizeof directory_t1);
 static_assert(sizeof directory_g == sizeof(int32_t) * directory_cells);
 static_assert(sizeof directory_offsets == sizeof(uint32_t) * (directory_count + 1));
 
-static constexpr size_t MIN_KEY_LENGTH = 6;
-static constexpr size_t BIC_LENGTH = 11;
-static constexpr size_t PREFIX_LENGTH = 3;                        // "_DE" and its like before a bank id
-static constexpr size_t NATIONAL_KEY_LENGTH = PREFIX_LENGTH + 5;  // of Austria and Switzerland
-static constexpr size_t SUB_RECORD_HEAD = 4;                      // flag, method and rule before its text
+static constexpr size_t min_key_length = 6;
+static constexpr size_t bic_length = 11;
+static constexpr size_t prefix_length = 3;                        // "_DE" and its like before a bank id
+static constexpr size_t national_key_length = prefix_length + 5;  // of Austria and Switzerland
+static constexpr size_t sub_record_head = 4;                      // flag, method and rule before its text
 
 // Hash of the `length` characters at `key`, at most DIRECTORY_POSITIONS of them.
 static int32_t hash_of(const char* key, size_t length) {
     uint32_t s1 = 0, s2 = 0, s3 = 0;
-    for (size_t i = 0; i < length; i++) {
-        size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - DIRECTORY_FIRST_CHARACTER;
-        if (character >= DIRECTORY_CHARACTERS) return -1;
-        size_t at = DIRECTORY_CHARACTERS * i + character;
+    for (size_t i = 0; i < length; ++i) {
+        size_t character = static_cast<size_t>(static_cast<unsigned char>(key[i])) - directory_first_character;
+        if (character >= directory_characters) return -1;
+        size_t at = directory_characters * i + character;
         s1 += directory_t1[at];
         s2 += directory_t2[at];
         s3 += directory_t3[at];
@@ -48,8 +48,8 @@ static int32_t hash_of(const char* key, size_t length) {
 }
 
 int32_t directory_hash(const char* key) {
-    size_t length = strnlen(key, DIRECTORY_POSITIONS + 1);
-    if (length < MIN_KEY_LENGTH || length > DIRECTORY_POSITIONS) return -1;
+    size_t length = strnlen(key, directory_positions + 1);
+    if (length < min_key_length || length > directory_positions) return -1;
     return hash_of(key, length);
 }
 
@@ -104,7 +104,7 @@ static const char* decode_german(const char* from, const char* end, bank_record_
     record->flag = byte(0);
     record->method = byte(1);
     record->rule = byte(2) << 8 | byte(3);
-    const char* text = from + SUB_RECORD_HEAD;
+    const char* text = from + sub_record_head;
     size_t distance = cut_fields(text, end, german_fields, record);
     return distance == 0 ? nullptr : text + distance;
 }
@@ -116,11 +116,11 @@ struct bank_id_width_t {
 };
 }  // namespace
 
-static constexpr size_t MAX_WIDTH = 8;
+static constexpr size_t max_width = 8;
 static const bank_id_width_t bank_id_widths[] = {{"AT", 5}, {"CH", 5}, {"DE", 8}, {"LI", 5}, {nullptr, 0}};
 
 static const bank_id_width_t* find_width(const char* country) {
-    for (const bank_id_width_t* row = bank_id_widths; row->country; row++) {
+    for (const bank_id_width_t* row = bank_id_widths; row->country; ++row) {
         if (row->country[0] == country[0] && row->country[1] == country[1] && country[2] == 0) return row;
     }
     return nullptr;
@@ -134,11 +134,11 @@ static int32_t find_bank(const char* country, const char* bank_id) {
     }
     // The banks of Liechtenstein are in the Swiss list.
     const char* listed = country[0] == 'L' ? "CH" : country;
-    char key[NATIONAL_KEY_LENGTH] = {'_', listed[0], listed[1]};
-    memcpy(key + PREFIX_LENGTH, bank_id, NATIONAL_KEY_LENGTH - PREFIX_LENGTH);
-    int32_t index = hash_of(key, NATIONAL_KEY_LENGTH);
+    char key[national_key_length] = {'_', listed[0], listed[1]};
+    memcpy(key + prefix_length, bank_id, national_key_length - prefix_length);
+    int32_t index = hash_of(key, national_key_length);
     if (index < 0) return index;
-    return memcmp(directory_entries[index], key, NATIONAL_KEY_LENGTH) == 0 ? index : -1;
+    return memcmp(directory_entries[index], key, national_key_length) == 0 ? index : -1;
 }
 
 int bank_lookup(const char* country, const char* bank_id, bank_record_t* record) {
@@ -148,13 +148,13 @@ int bank_lookup(const char* country, const char* bank_id, bank_record_t* record)
     size_t length = strnlen(bank_id, row->width + 1);
     if (length > row->width) return 0;
 
-    char padded[MAX_WIDTH] = {};
+    char padded[max_width] = {};
     memset(padded, '0', row->width - length);
     memcpy(padded + row->width - length, bank_id, length);
     int32_t index = find_bank(country, padded);
     if (index < 0) return 0;
 
-    const char* from = directory_entries[index] + PREFIX_LENGTH + row->width;
+    const char* from = directory_entries[index] + prefix_length + row->width;
     const char* end = directory_entries[index + 1];
     if (country[0] != 'D') {
         decode_national(from, end, record);
@@ -174,8 +174,8 @@ int bank_check_method(const char* bank_code) {
 // Index of the entry of a BIC of 8 or 11 characters in either case, or -1.
 static int32_t find_any_bic(const char* bic) {
     if (!bic) return -1;
-    size_t length = strnlen(bic, BIC_LENGTH + 1);
-    if (length != 8 && length != BIC_LENGTH) return -1;
+    size_t length = strnlen(bic, bic_length + 1);
+    if (length != 8 && length != bic_length) return -1;
     static constexpr uint64_t no_branch = uint64_t{'X'} << 56 | uint64_t{'X'} << 48 | uint64_t{'X'} << 40;
     bic_words_t words = {load_word(bic), 0};
     words.last = length == 8 ? words.first >> 24 | no_branch : load_word(bic + 3);
@@ -188,16 +188,16 @@ int bic_lookup(const char* bic, bank_record_t* record) {
     if (index < 0) return 0;
 
     const char* key = directory_entries[index];
-    const char* flags = key + BIC_LENGTH;
+    const char* flags = key + bic_length;
     const char* name = flags + 1;
     size_t name_size = static_cast<size_t>(directory_entries[index + 1] - name);
     clear_fields(record);
     char* place = record->text;
     record->bank_flags = static_cast<uint8_t>(*flags);
     record->bic = place;
-    memcpy(place, key, BIC_LENGTH);
-    place[BIC_LENGTH] = 0;
-    record->name = place += BIC_LENGTH + 1;
+    memcpy(place, key, bic_length);
+    place[bic_length] = 0;
+    record->name = place += bic_length + 1;
     memcpy(place, name, name_size);
     record->country = place += name_size;
     memcpy(place, key + 4, 2);
@@ -209,7 +209,7 @@ int bic_lookup(const char* bic, bank_record_t* record) {
 int bic_name(const char* bic, bic_name_t* found) {
     int32_t index = find_any_bic(bic);
     if (index < 0) return 0;
-    const char* flags = directory_entries[index] + BIC_LENGTH;
+    const char* flags = directory_entries[index] + bic_length;
     found->flags = static_cast<uint8_t>(*flags);
     found->name = flags + 1;
     found->length = static_cast<size_t>(directory_entries[index + 1] - found->name) - 1;

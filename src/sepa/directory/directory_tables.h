@@ -10,7 +10,7 @@
 
 // Raised whenever the tables change their meaning or form: tables of another
 // generator do not compile.
-constexpr int32_t DIRECTORY_FORMAT = 2;
+constexpr int32_t tables_format = 2;
 
 extern const int32_t directory_count;  // entries; all four kinds, in the order of the next lines
 extern const int32_t directory_bic_count;
@@ -37,12 +37,12 @@ extern const int64_t directory_switch_time;
 
 // Room for the name of a BIC's entry and its NUL: the record of one holds its BIC
 // and country as well, a NUL after each.
-constexpr size_t DIRECTORY_NAME_SIZE = BANK_TEXT_SIZE - (11 + 1) - (2 + 1);
+constexpr size_t directory_name_size = BANK_TEXT_SIZE - (11 + 1) - (2 + 1);
 
 // Shape of a key: characters '0' to 'z', at most 15 of them.
-constexpr uint32_t DIRECTORY_POSITIONS = 15;
-constexpr uint32_t DIRECTORY_CHARACTERS = 75;
-constexpr char DIRECTORY_FIRST_CHARACTER = '0';
+constexpr uint32_t directory_positions = 15;
+constexpr uint32_t directory_characters = 75;
+constexpr char directory_first_character = '0';
 
 // Cells of the hash for so many keys, a little more than the 1.222 for each below
 // which a random choice hardly ever works.

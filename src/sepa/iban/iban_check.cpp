@@ -96,8 +96,8 @@ static int find_row(const char* iban) {
 }
 
 static uint8_t class_of(char c) {
-    if (is_digit(c)) return SHAPE_DIGIT;
-    return is_capital(c) ? SHAPE_LETTER : 0;
+    if (is_digit(c)) return shape_digit;
+    return is_capital(c) ? shape_letter : 0;
 }
 
 static bool code_matches(size_t row, const char* iban) {
@@ -117,7 +117,7 @@ static bool rest_matches(size_t row, const char* iban) {
 static int remainder_of(size_t row, const char* iban) {
     if (!code_matches(row, iban)) return -1;
     if (shapes[row].only_digits) return mod97_of_digits(iban, shapes[row].length);
-    return rest_matches(row, iban) ? mod97(iban, MOD97_HEAD_LENGTH, shapes[row].length) : -1;
+    return rest_matches(row, iban) ? mod97(iban, mod97_head_length, shapes[row].length) : -1;
 }
 
 static const char* fault_of(const char* iban) {

@@ -18,7 +18,7 @@ struct iban_shape_t {
     std::array<uint8_t, max_length> classes{};  // a shape_class for each character
 };
 
-enum shape_class : uint8_t { SHAPE_DIGIT = 1, SHAPE_LETTER = 2, SHAPE_DIGIT_OR_LETTER = 3 };
+enum shape_class_t : uint8_t { shape_digit = 1, shape_letter = 2, shape_digit_or_letter = 3 };
 
 constexpr iban_shape_t shape_of_pattern(const char* pattern) {
     iban_shape_t shape;
@@ -27,8 +27,8 @@ constexpr iban_shape_t shape_of_pattern(const char* pattern) {
     while (*p == '[') {
         uint8_t kind = 0;
         for (++p; *p != ']'; p += 3) {
-            if (p[0] == '0' && p[2] == '9') kind |= SHAPE_DIGIT;
-            if (p[0] == 'A' && p[2] == 'Z') kind |= SHAPE_LETTER;
+            if (p[0] == '0' && p[2] == '9') kind |= shape_digit;
+            if (p[0] == 'A' && p[2] == 'Z') kind |= shape_letter;
         }
         unsigned count = 1;
         ++p;
@@ -37,7 +37,7 @@ constexpr iban_shape_t shape_of_pattern(const char* pattern) {
             for (++p; *p != '}'; ++p) count = count * 10 + static_cast<unsigned>(*p - '0');
             ++p;
         }
-        shape.only_digits &= kind == SHAPE_DIGIT;
+        shape.only_digits &= kind == shape_digit;
         for (; count; --count) shape.classes[shape.length++] = kind;
     }
     if (p[0] != '$' || p[1]) shape.length = 0;

@@ -9,21 +9,21 @@ namespace sepa_internal {
 
 // Beside the sets (charset_bit_t) that a byte begins a character of: what must
 // come after it, and what may come after the lead of an umlaut.
-enum : uint8_t { UMLAUT_LEAD = 16, UMLAUT_TAIL = 32, EURO_LEAD = 64 };
+enum : uint8_t { umlaut_lead = 16, umlaut_tail = 32, euro_lead = 64 };
 
 static constexpr size_t index_of(char c) { return static_cast<unsigned char>(c); }
 
 static constexpr auto make_bytes() {
     std::array<uint8_t, 256> bytes{};
-    for (char c = 'A'; c <= 'Z'; ++c) bytes[index_of(c)] = bytes[index_of(c) | 0x20U] = SET_BASE;
-    for (char c = '0'; c <= '9'; ++c) bytes[index_of(c)] = SET_BASE;
-    for (const char* p = "'()+,-./:?"; *p; ++p) bytes[index_of(*p)] = SET_BASE;
-    bytes[index_of(' ')] = SET_BLANK;
-    for (const char* p = "$%&*"; *p; ++p) bytes[index_of(*p)] = SET_GERMAN;
-    for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) bytes[index_of(*p)] = SET_AUSTRIAN;
-    for (const char* p = "\x84\x96\x9C\xA4\xB6\xBC\x9F"; *p; ++p) bytes[index_of(*p)] = UMLAUT_TAIL;  // of ÄÖÜäöüß
-    bytes[0xC3] = SET_GERMAN | UMLAUT_LEAD;
-    bytes[0xE2] = SET_AUSTRIAN | EURO_LEAD;
+    for (char c = 'A'; c <= 'Z'; ++c) bytes[index_of(c)] = bytes[index_of(c) | 0x20U] = set_base;
+    for (char c = '0'; c <= '9'; ++c) bytes[index_of(c)] = set_base;
+    for (const char* p = "'()+,-./:?"; *p; ++p) bytes[index_of(*p)] = set_base;
+    bytes[index_of(' ')] = set_blank;
+    for (const char* p = "$%&*"; *p; ++p) bytes[index_of(*p)] = set_german;
+    for (const char* p = "!\"#;<=>@[]^_{|}~"; *p; ++p) bytes[index_of(*p)] = set_austrian;
+    for (const char* p = "\x84\x96\x9C\xA4\xB6\xBC\x9F"; *p; ++p) bytes[index_of(*p)] = umlaut_tail;  // of ÄÖÜäöüß
+    bytes[0xC3] = set_german | umlaut_lead;
+    bytes[0xE2] = set_austrian | euro_lead;
     return bytes;
 }
 static constexpr auto bytes = make_bytes();
@@ -32,8 +32,8 @@ static constexpr auto bytes = make_bytes();
 static size_t character_length(const char* p, unsigned sets) {
     unsigned byte = bytes[index_of(*p)];
     if (!(byte & sets)) return 0;
-    if (byte & UMLAUT_LEAD) return bytes[index_of(p[1])] & UMLAUT_TAIL ? 2 : 0;
-    if (byte & EURO_LEAD) return p[1] == '\x82' && p[2] == '\xAC' ? 3 : 0;
+    if (byte & umlaut_lead) return bytes[index_of(p[1])] & umlaut_tail ? 2 : 0;
+    if (byte & euro_lead) return p[1] == '\x82' && p[2] == '\xAC' ? 3 : 0;
     return 1;
 }
 
@@ -54,7 +54,7 @@ bool check_charset(const rulebook_t& rulebook, text_t* text, char* bad, int leve
         next = at + length;
         return length > 0;
     };
-    if (sets & SET_BLANK) return each_special(text->bytes, text->length, visit);
+    if (sets & set_blank) return each_special(text->bytes, text->length, visit);
     for (size_t at = 0; at < text->length; ++at)
         if (!visit(at)) return false;
     return true;
@@ -75,6 +75,6 @@ bool sepa_check_message_id(const char* text) {
     if (!text) return false;
     size_t length = 0;
     for (; text[length]; ++length)
-        if (length == max_length || !(bytes[index_of(text[length])] & (SET_BASE | SET_BLANK))) return false;
+        if (length == max_length || !(bytes[index_of(text[length])] & (set_base | set_blank))) return false;
     return length > 0;
 }

@@ -28,7 +28,7 @@ static int check_complete(sepa_t* handle) {
 static const char* local_instrument(int dd_type, const rulebook_t& rulebook) {
     switch (dd_type) {
         case SEPA_DDTYPE_CORE: return "CORE";
-        case SEPA_DDTYPE_COR1: return rulebook.cor1 == COR1_REFUSED ? nullptr : "COR1";
+        case SEPA_DDTYPE_COR1: return rulebook.cor1 == cor1_refused ? nullptr : "COR1";
         case SEPA_DDTYPE_B2B: return "B2B";
         default: return nullptr;
     }

@@ -167,7 +167,7 @@ void write_date(Out& out, std::string_view name, const payment_block_t& block) {
 
 template <typename Out, typename Text>
 void write_bic(Out& out, unsigned tabs, const rulebook_t& rulebook, const Text& bic) {
-    if (rulebook.bic_element == BICFI)
+    if (rulebook.bic_element == element_bicfi)
         xml_text(out, tabs, "BICFI", bic);
     else
         xml_text(out, tabs, "BIC", bic);
@@ -228,7 +228,7 @@ template <typename Out>
 void write_postal_address(Out& out, const rulebook_t& rulebook, const sepa_party_t& party) {
     if (!party.addrCC && !party.addrTown && !party.addrLine1 && !party.addrLine2) return;
     xml_open(out, 5, "PstlAdr");
-    if (rulebook.address == ADDRESS_OF_PARTS)
+    if (rulebook.address == address_of_parts)
         write_structured_address(out, party);
     else
         write_address_lines(out, party);

@@ -61,10 +61,11 @@ void payment_blocks_start(payment_blocks_t* blocks, const sepa_t* handle) {
 void payment_blocks_take(payment_blocks_t* blocks, const transaction_t& tx) {
     if (blocks->no_memory || blocks->too_many) return;
     payment_block_t* block = find_block(blocks, tx);
-    if (block)
+    if (block) {
         append(block, tx, &blocks->entries[blocks->entry_count++]);
-    else
+    } else {
         blocks->too_many = true;
+    }
 }
 
 // A transaction in the order of adding.
@@ -118,10 +119,11 @@ void payment_blocks_end(payment_blocks_t* blocks, const sepa_t* handle) {
     auto items = static_cast<item_t*>(malloc(size));
     blocks->no_memory = !items;
     if (!items) return;
-    if (handle->msgtype == SEPA_MSGTYPE_DDI)
+    if (handle->msgtype == SEPA_MSGTYPE_DDI) {
         list_all<ddi_tx_t>(items, handle);
-    else
+    } else {
         list_all<cti_tx_t>(items, handle);
+    }
     blocks->no_memory = !sort_and_cut(blocks, items, handle->tx_count);
     wipe_block(items, size);
 }

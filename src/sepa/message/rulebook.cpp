@@ -10,15 +10,16 @@ std::atomic<int> current_rulebook{RULEBOOK_NONE};
 
 namespace sepa_internal {
 
-constexpr charsets_t usual = {SET_BASE, SET_BASE | SET_BLANK, SET_BASE | SET_BLANK | SET_GERMAN};
-constexpr charsets_t fewer = {SET_BASE, SET_BASE | SET_BLANK, SET_BASE | SET_BLANK};
-constexpr charsets_t more = {usual.strict | SET_AUSTRIAN, usual.space | SET_AUSTRIAN, usual.extended | SET_AUSTRIAN};
+constexpr charsets_t usual = {set_base, set_base | set_blank, set_base | set_blank | set_german};
+constexpr charsets_t fewer = {set_base, set_base | set_blank, set_base | set_blank};
+constexpr charsets_t more = {usual.strict | set_austrian, usual.space | set_austrian, usual.extended | set_austrian};
 
 constexpr smnda_place_t agent = {"OrgnlDbtrAgt", "FinInstnId"}, account = {"OrgnlDbtrAcct", "Id"};
 
-constexpr address_kind_t lines = ADDRESS_OF_LINES, parts = ADDRESS_OF_PARTS;
-constexpr cor1_t taken = COR1_SET_AND_WRITTEN, written = COR1_ONLY_WRITTEN, refused = COR1_REFUSED;
-constexpr address_need_t none = NOTHING_NEEDED, line = LINE_NEEDED, town = TOWN_AND_COUNTRY_NEEDED;
+constexpr address_kind_t lines = address_of_lines, parts = address_of_parts;
+constexpr cor1_t taken = cor1_set_and_written, written = cor1_only_written, refused = cor1_refused;
+constexpr address_need_t none = nothing_needed, line = line_needed, town = town_and_country_needed;
+constexpr bic_element_t bic = element_bic, bicfi = element_bicfi;
 constexpr int strict = CHARSET_STRICT, blanks = CHARSET_SPACE;
 
 // Rulebooks that are over, or of another country, are never chosen by date.
@@ -27,19 +28,19 @@ constexpr int never = INT_MAX, always = INT_MIN;
 // clang-format off
 constexpr rulebook_t rulebooks[] = {
     // id             name      transfer           debit              file   chars  BIC    address mref   COR1     non-EEA SMNDA   element  from
-    {RULEBOOK_DE_2_6, "DE-2.6", "pain.001.002.03", "pain.008.002.02", true,  fewer, true,  lines, strict, written, none,  agent,   BIC,     never},
-    {RULEBOOK_DE_2_7, "DE-2.7", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
-    {RULEBOOK_AT_6,   "AT-6",   "pain.001.001.03", "pain.008.001.02", false, more,  false, lines, strict, taken,   none,  agent,   BIC,     never},
-    {RULEBOOK_NL_6,   "NL-6",   "pain.001.001.03", "pain.008.001.02", false, usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
-    {RULEBOOK_DE_2_8, "DE-2.8", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
-    {RULEBOOK_DE_2_9, "DE-2.9", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   BIC,     never},
-    {RULEBOOK_DE_3_0, "DE-3.0", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, none,  account, BIC,     never},
-    {RULEBOOK_DE_3_1, "DE-3.1", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, BIC,     never},
-    {RULEBOOK_DE_3_5, "DE-3.5", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, BIC,     always},
-    {RULEBOOK_DE_3_7, "DE-3.7", "pain.001.001.09", "pain.008.001.08", true,  usual, false, parts, blanks, refused, town,  account, BICFI,   20240417},
+    {RULEBOOK_DE_2_6, "DE-2.6", "pain.001.002.03", "pain.008.002.02", true,  fewer, true,  lines, strict, written, none,  agent,   bic,     never},
+    {RULEBOOK_DE_2_7, "DE-2.7", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   bic,     never},
+    {RULEBOOK_AT_6,   "AT-6",   "pain.001.001.03", "pain.008.001.02", false, more,  false, lines, strict, taken,   none,  agent,   bic,     never},
+    {RULEBOOK_NL_6,   "NL-6",   "pain.001.001.03", "pain.008.001.02", false, usual, false, lines, strict, taken,   none,  agent,   bic,     never},
+    {RULEBOOK_DE_2_8, "DE-2.8", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   bic,     never},
+    {RULEBOOK_DE_2_9, "DE-2.9", "pain.001.003.03", "pain.008.003.02", true,  usual, false, lines, strict, taken,   none,  agent,   bic,     never},
+    {RULEBOOK_DE_3_0, "DE-3.0", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, none,  account, bic,     never},
+    {RULEBOOK_DE_3_1, "DE-3.1", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, bic,     never},
+    {RULEBOOK_DE_3_5, "DE-3.5", "pain.001.001.03", "pain.008.001.02", true,  usual, false, lines, blanks, refused, line,  account, bic,     always},
+    {RULEBOOK_DE_3_7, "DE-3.7", "pain.001.001.09", "pain.008.001.08", true,  usual, false, parts, blanks, refused, town,  account, bicfi,   20240417},
 };
 constexpr rulebook_t no_rulebook =
-    {RULEBOOK_NONE,   "",       nullptr,           nullptr,           false, usual, false, lines, strict, written, none,  agent,   BIC,     never};
+    {RULEBOOK_NONE,   "",       nullptr,           nullptr,           false, usual, false, lines, strict, written, none,  agent,   bic,     never};
 // clang-format on
 
 static_assert(std::size(rulebooks) == RULEBOOK_COUNT, "a rulebook of sepa.h lacks its row");

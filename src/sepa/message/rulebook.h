@@ -7,21 +7,21 @@ namespace sepa_internal {
 
 // Sets of characters (charset.cpp), a bit each, that each level of
 // sepa_check_charset allows.
-enum charset_bit_t : uint8_t { SET_BASE = 1, SET_BLANK = 2, SET_GERMAN = 4, SET_AUSTRIAN = 8 };
+enum charset_bit_t : uint8_t { set_base = 1, set_blank = 2, set_german = 4, set_austrian = 8 };
 struct charsets_t {
     uint8_t strict, space, extended;
 };
 
 // The kind of postal address that transactions have.
-enum address_kind_t : uint8_t { ADDRESS_OF_LINES, ADDRESS_OF_PARTS };
+enum address_kind_t : uint8_t { address_of_lines, address_of_parts };
 
 // What a debtor's address must have if the debtor's bank is in the SEPA area
 // outside the EEA.
-enum address_need_t : uint8_t { NOTHING_NEEDED, LINE_NEEDED, TOWN_AND_COUNTRY_NEEDED };
+enum address_need_t : uint8_t { nothing_needed, line_needed, town_and_country_needed };
 
 // The local instrument COR1: setDDType may refuse it where a document with it,
 // set under an earlier rulebook, is still written.
-enum cor1_t : uint8_t { COR1_SET_AND_WRITTEN, COR1_ONLY_WRITTEN, COR1_REFUSED };
+enum cor1_t : uint8_t { cor1_set_and_written, cor1_only_written, cor1_refused };
 
 // The elements around the marker SMNDA, which says that the debtor has changed
 // to another account.
@@ -30,7 +30,7 @@ struct smnda_place_t {
 };
 
 // The element that holds a bank's BIC.
-enum bic_element_t : uint8_t { BIC, BICFI };
+enum bic_element_t : uint8_t { element_bic, element_bicfi };
 
 struct rulebook_t {
     int id;                       // a sepa_rulebook

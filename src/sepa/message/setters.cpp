@@ -80,7 +80,7 @@ int sepa_setDate(sepa_t* handle, const char* date) {
 
 int sepa_setDDType(sepa_t* handle, long type) {
     if (handle->msgtype != SEPA_MSGTYPE_DDI) return fail(handle, "Not a direct debit message");
-    if (type == SEPA_DDTYPE_COR1 && rulebook_in_force().cor1 != COR1_SET_AND_WRITTEN)
+    if (type == SEPA_DDTYPE_COR1 && rulebook_in_force().cor1 != cor1_set_and_written)
         return fail(handle, "COR1 is not allowed with selected SEPA rulebook");
     if (type != SEPA_DDTYPE_CORE && type != SEPA_DDTYPE_COR1 && type != SEPA_DDTYPE_B2B)
         return fail(handle, unknown_instrument);

@@ -41,10 +41,11 @@ template <typename Record>
 static void append(sepa_t* handle, Record* record) {
     handle->tx_count += 1;
     handle->ctrl_sum += record->amount;
-    if (handle->tx_tail)
+    if (handle->tx_tail) {
         static_cast<Record*>(handle->tx_tail)->next = record;
-    else
+    } else {
         handle->tx_head = record;
+    }
     handle->tx_tail = record;
 }
 
@@ -100,11 +101,11 @@ static int check_address(const draft_t& draft) {
     const sepa_party_t* party = draft.party;
     if (!party->bic || is_non_eea_bic(party->bic) != 1) return 1;
     switch (draft.rulebook.need_outside_eea) {
-        case NOTHING_NEEDED: return 1;
-        case LINE_NEEDED:
+        case nothing_needed: return 1;
+        case line_needed:
             if (party->addrLine1 || party->addrLine2) return 1;
             return fail(draft.handle, "Address required for BICs outside EEA");
-        case TOWN_AND_COUNTRY_NEEDED:
+        case town_and_country_needed:
             if (party->addrTown && party->addrCC) return 1;
             return fail(draft.handle, "Structured address required for BICs outside EEA (at least town and country)");
     }

@@ -96,7 +96,7 @@ static int take_country(draft_t* draft, const key_row_t& row, const kv_pair_t& p
 }
 
 static int take_address_line(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
-    if (draft->rulebook.address == ADDRESS_OF_PARTS)
+    if (draft->rulebook.address == address_of_parts)
         return fail(draft->handle, "selected SEPA rulebook requires structured address data");
     return take_text(draft, row, pair);
 }
@@ -109,7 +109,7 @@ static int take_unknown(draft_t* draft, const char* key) {
 // The parts of an address are tested for their lengths alone. Where addresses
 // are lines they are unknown, but for the first, which tells a debit why.
 static int take_address_part(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
-    if (draft->rulebook.address == ADDRESS_OF_LINES) {
+    if (draft->rulebook.address == address_of_lines) {
         if (draft->debit && row.key == "addrDept")
             return fail(draft->handle, "selected SEPA rulebook does not support structured address data");
         return take_unknown(draft, pair.key);
@@ -236,10 +236,11 @@ static int keep(draft_t* draft, const key_row_t& row, const text_t& text) {
     auto bytes = const_cast<char*>(text.bytes);
     draft->texts[index] = text;
     draft->kept |= uint32_t{1} << index;
-    if (draft->transfer)
+    if (draft->transfer) {
         draft->transfer->*row.place.transfer = bytes;
-    else
+    } else {
         draft->debit->*row.place.debit = bytes;
+    }
     return 1;
 }
 

@@ -32,10 +32,11 @@ struct xml_cursor_t {
         at += text.size();
     }
     SEPA_INLINE void put(const text_t& text) {
-        if (text.added)
+        if (text.added) {
             at = put_escaped(at, text.bytes, text.length);
-        else
+        } else {
             put(std::string_view(text.bytes, text.length));
+        }
     }
     // By whole steps, without a call: what is written too much is written over by
     // the lines that follow every text, which are longer than a step.

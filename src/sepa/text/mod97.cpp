@@ -27,13 +27,13 @@ int mod97(const char* text, size_t start, size_t length) {
     uint64_t value = 0;
     for (size_t i = start; i < length; ++i)
         if (!take(&value, text[i])) return -1;
-    for (size_t i = 0; i < MOD97_HEAD_LENGTH; ++i)
+    for (size_t i = 0; i < mod97_head_length; ++i)
         if (!take(&value, text[i])) return -1;
     return static_cast<int>(value % 97);
 }
 
 static constexpr auto make_powers() {
-    std::array<uint64_t, MOD97_MAX_LENGTH> powers{};
+    std::array<uint64_t, mod97_max_length> powers{};
     for (size_t i = 0; i < powers.size(); ++i) powers[i] = mod97_of_power(i);
     return powers;
 }
@@ -51,8 +51,8 @@ static uint64_t head_value(const char* text) {
 int mod97_of_digits(const char* text, size_t length) {
     bool good = is_digit(text[2]) && is_digit(text[3]);
     uint64_t sum = head_value(text);
-    const char* at = text + MOD97_HEAD_LENGTH;
-    size_t left = length - MOD97_HEAD_LENGTH;
+    const char* at = text + mod97_head_length;
+    size_t left = length - mod97_head_length;
     for (; left >= 8; at += 8) {
         left -= 8;
         uint64_t word = load_word(at);

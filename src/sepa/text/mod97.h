@@ -7,7 +7,7 @@
 
 namespace sepa_internal {
 
-constexpr size_t MOD97_HEAD_LENGTH = 4;  // country code and check digits, which count last
+constexpr size_t mod97_head_length = 4;  // country code and check digits, which count last
 
 // Remainder by 97 of the number that `text` of `length` bytes spells if its
 // head, country code and check digits, is moved to the end: bytes `start` to
@@ -17,7 +17,7 @@ constexpr size_t MOD97_HEAD_LENGTH = 4;  // country code and check digits, which
 // MOD97_HEAD_LENGTH.
 int mod97(const char* text, size_t start, size_t length);
 
-constexpr size_t MOD97_MAX_LENGTH = 34;  // of an IBAN, by ISO 13616
+constexpr size_t mod97_max_length = 34;  // of an IBAN, by ISO 13616
 
 // The same with `start` MOD97_HEAD_LENGTH in half the time, for a text of 12 to
 // MOD97_MAX_LENGTH bytes that begins with two letters and has digits after

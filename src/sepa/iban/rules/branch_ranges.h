@@ -41,7 +41,7 @@ constexpr std::array<size_t, last_branch + 2> count_rows_before() {
 constexpr std::array<branch_range_t, branch_range_count + 1> expand_branches() {
     std::array<branch_range_t, branch_range_count + 1> ranges{};
     auto next = count_rows_before();
-    for (const branch_list_t& list : branch_lists)
+    for (const branch_list_t& list : branch_lists) {
         each_branch(list, [&](uint32_t branch) {
             branch_range_t& range = ranges[next[branch]++];
             range.branch = branch;
@@ -49,6 +49,7 @@ constexpr std::array<branch_range_t, branch_range_count + 1> expand_branches() {
             range.high = range.low + accounts_per_branch - 1;
             for (size_t i = 0; i < 8; ++i) range.bank[i] = list.bank[i];
         });
+    }
     return ranges;
 }
 
