@@ -71,7 +71,7 @@ static int add_record(sepa_t* handle, const Pairs& pairs, int (*check_complete)(
     draft_t draft(handle, rulebook_in_force());
     begin(&draft, &filled);
     int added = pairs.take(&draft) && check_complete(draft) && keep_record(draft, filled);
-    wipe(draft.bic, sizeof draft.bic);
+    if (*draft.bic) wipe(draft.bic, sizeof draft.bic);
     return added;
 }
 

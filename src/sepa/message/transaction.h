@@ -12,7 +12,7 @@ constexpr size_t max_key_rows = 32;
 // A record that is being filled. Its texts are the caller's until all tests
 // have passed; only then are they copied.
 struct draft_t {
-    draft_t(sepa_t* message, const rulebook_t& in_force) : handle(message), rulebook(in_force) {}
+    draft_t(sepa_t* message, const rulebook_t& in_force) : handle(message), rulebook(in_force) { *bic = '\0'; }
 
     sepa_t* handle;
     const rulebook_t& rulebook;     // the one in force when the add began
@@ -21,7 +21,7 @@ struct draft_t {
     ddi_tx_t* debit = nullptr;
     uint32_t kept = 0;           // a bit for each row of the key table that has a text
     text_t texts[max_key_rows];  // and these texts
-    bic_text_t bic;              // the text of `bic`, in capitals
+    bic_text_t bic;              // the text of `bic` in capitals, if it is not; wiped
 };
 
 // The record's amount.

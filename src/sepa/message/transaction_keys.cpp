@@ -83,6 +83,7 @@ static int take_iban(draft_t* draft, const key_row_t& row, const kv_pair_t& pair
 }
 
 static int take_bic(draft_t* draft, const key_row_t& row, const kv_pair_t& pair) {
+    if (sepa_check_field(FIELD_BIC, pair.value)) return keep_plain(draft, row, pair.value);
     if (!bic_in_capitals(pair.value, draft->bic)) return fail(draft->handle, "Invalid BIC");
     if (!sepa_check_field(FIELD_BIC, draft->bic)) return fail(draft->handle, "Invalid BIC format");
     return keep_plain(draft, row, draft->bic);
