@@ -6,10 +6,8 @@ namespace Sepa\Toolkit\Report;
 
 use Sepa\Toolkit\File\Kind;
 use Sepa\Toolkit\File\Part as File;
-use Sepa\Toolkit\File\Source;
-use Sepa\Toolkit\Statement\Note;
+use Sepa\Toolkit\File\ReadsFiles;
 use Sepa\Toolkit\Statement\Notes;
-use Sepa\Toolkit\Unreadable;
 use Sepa\Toolkit\Xml\Document;
 
 /**
@@ -27,74 +25,13 @@ use Sepa\Toolkit\Xml\Document;
  */
 final class Reader implements \IteratorAggregate
 {
+    use ReadsFiles;
+
     /** What else comes as XML from banks or goes to them. */
     private const OTHERS = [
         'CstmrCdtTrfInitn' => 'payments', 'CstmrDrctDbtInitn' => 'payments', 'html' => 'html',
         'BkToCstmrStmt' => 'statements', 'BkToCstmrAcctRpt' => 'statements', 'BkToCstmrDbtCdtNtfctn' => 'statements',
     ];
-
-    /** @var callable(): iterable<Source> */
-    private $sources;
-
-    /** @var list<Note> */
-    private array $faults = [];
-
-    /** @var list<Note> */
-    private array $hints = [];
-
-    /** @param callable(): iterable<Source> $sources */
-    private function __construct(callable $sources)
-    {
-        $this->sources = $sources;
-    }
-
-    /** @throws Unreadable when it is walked over, if it cannot be opened or read */
-    public static function file(string $path): self
-    {
-        return new self(static fn (): array => [Source::file($path)]);
-    }
-
-    /**
-     * Several files, folders, of which the files in them by name, streams and sources.
-     *
-     * @param iterable<string|resource|Source> $paths
-     * @throws Unreadable when it is walked over, if one cannot be opened or read
-     */
-    public static function files(iterable $paths): self
-    {
-        return new self(static fn (): \Generator => Source::each($paths));
-    }
-
-    /** @param resource $stream open for reading; read once, from where it stands, and left open */
-    public static function stream($stream, string $name = ''): self
-    {
-        return new self(static fn (): array => [Source::stream($stream, $name)]);
-    }
-
-    public static function string(string $text, string $name = ''): self
-    {
-        return new self(static fn (): array => [Source::string($text, $name)]);
-    }
-
-    /**
-     * What is wrong with the files, after all reports have been walked over.
-     *
-     * @return list<Note>
-     */
-    public function faults(): array
-    {
-        return $this->faults;
-    }
-
-    /**
-     * What was left out of archives and folders.
-     *
-     * @return list<Note>
-     */
-    public function hints(): array
-    {
-        return $this->hints;
-    }
 
     /** @return \Generator<int, Report> */
     public function getIterator(): \Generator

@@ -4,8 +4,7 @@ declare(strict_types=1);
 
 namespace Sepa\Toolkit\Statement;
 
-use Sepa\Toolkit\File\Source;
-use Sepa\Toolkit\Unreadable;
+use Sepa\Toolkit\File\ReadsFiles;
 
 /**
  * Reads bank statements, one after the other, whatever their form: CAMT (camt.052, 053
@@ -24,69 +23,7 @@ use Sepa\Toolkit\Unreadable;
  */
 final class Reader implements \IteratorAggregate
 {
-    /** @var callable(): iterable<Source> */
-    private $sources;
-
-    /** @var list<Note> */
-    private array $faults = [];
-
-    /** @var list<Note> */
-    private array $hints = [];
-
-    /** @param callable(): iterable<Source> $sources */
-    private function __construct(callable $sources)
-    {
-        $this->sources = $sources;
-    }
-
-    /** @throws Unreadable when it is walked over, if it cannot be opened or read */
-    public static function file(string $path): self
-    {
-        return new self(static fn (): array => [Source::file($path)]);
-    }
-
-    /**
-     * Several files, folders, of which the files in them by name, streams and sources.
-     *
-     * @param iterable<string|resource|Source> $paths
-     * @throws Unreadable when it is walked over, if one cannot be opened or read
-     */
-    public static function files(iterable $paths): self
-    {
-        return new self(static fn (): \Generator => Source::each($paths));
-    }
-
-    /** @param resource $stream open for reading; read once, from where it stands, and left open */
-    public static function stream($stream, string $name = ''): self
-    {
-        return new self(static fn (): array => [Source::stream($stream, $name)]);
-    }
-
-    public static function string(string $text, string $name = ''): self
-    {
-        return new self(static fn (): array => [Source::string($text, $name)]);
-    }
-
-    /**
-     * What is wrong with the files as wholes, after all statements have been walked over.
-     *
-     * @return list<Note>
-     */
-    public function faults(): array
-    {
-        return $this->faults;
-    }
-
-    /**
-     * What is good to know of the files, such as what was left out of an archive, after
-     * all statements have been walked over.
-     *
-     * @return list<Note>
-     */
-    public function hints(): array
-    {
-        return $this->hints;
-    }
+    use ReadsFiles;
 
     /** @return \Generator<int, Statement> */
     public function getIterator(): \Generator
