@@ -36,7 +36,8 @@ final class Texts
     public static function of(string $domain, string $id, array $values = [], string $locale = 'en'): string
     {
         $place = "$domain.$locale.$id";
-        $parameters = self::$parameters[$place] ?? self::$parameters[$place] = self::parametersOf($domain, $id, $locale);
+        $parameters = self::$parameters[$place]
+            ?? self::$parameters[$place] = self::parametersOf($domain, $id, $locale);
         $plain = [];
         foreach ($parameters as $name) {
             if (isset($values[$name])) {
@@ -47,7 +48,10 @@ final class Texts
         $text = "$place\0" . implode("\0", $plain);
         if (!isset(self::$made[$text])) {
             self::$made = count(self::$made) < self::MADE ? self::$made : [];
-            $shown = array_map(static fn (string $value): string => self::shown(mb_scrub($value, 'UTF-8'), $locale), $plain);
+            $shown = array_map(
+                static fn (string $value): string => self::shown(mb_scrub($value, 'UTF-8'), $locale),
+                $plain
+            );
             self::$made[$text] = self::translator()->trans($id, $shown, $domain, $locale);
         }
 

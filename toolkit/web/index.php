@@ -18,9 +18,11 @@ if (PHP_SAPI === 'cli-server' && in_array($_SERVER['SCRIPT_NAME'] ?? '', ['/styl
 }
 require dirname(__DIR__) . '/autoload.php';
 
-foreach (['the extension sepa' => extension_loaded('sepa'), 'the extension intl' => extension_loaded('intl'),
+foreach (
+    ['the extension sepa' => extension_loaded('sepa'), 'the extension intl' => extension_loaded('intl'),
     'Twig' => class_exists(Twig\Environment::class), 'Symfony HttpFoundation' => class_exists(Request::class),
-    'Symfony Translation' => class_exists(Symfony\Component\Translation\Translator::class)] as $part => $isThere) {
+    'Symfony Translation' => class_exists(Symfony\Component\Translation\Translator::class)] as $part => $isThere
+) {
     if (!$isThere) {
         http_response_code(500);
         header('Content-Type: text/plain');

@@ -27,7 +27,8 @@ final class Application extends Console
     /** Of Symfony's help: ids of translations/command, too. */
     private const PHRASES = [
         'Description:', 'Usage:', 'Arguments:', 'Options:', 'Help:', 'Available commands:', '[default: ', '[options]',
-        '[arguments]', '(multiple values allowed)', 'Display help for a command', 'List commands', 'Dump the shell completion script',
+        '[arguments]', '(multiple values allowed)', 'Display help for a command', 'List commands',
+        'Dump the shell completion script',
     ];
 
     private Words $words;

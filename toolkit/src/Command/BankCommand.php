@@ -21,7 +21,10 @@ final class BankCommand extends LookupCommand
 
     protected function looksLike(string $key, string $cell): bool
     {
-        return preg_match('/^([A-Z]{6}[A-Z0-9]{2}([A-Z0-9]{3})?|[1-9]\d{7}|[A-Z]{2}\d{2}[A-Z0-9]{11,30})$/D', Ibans::normalise($cell)) === 1;
+        return preg_match(
+            '/^([A-Z]{6}[A-Z0-9]{2}([A-Z0-9]{3})?|[1-9]\d{7}|[A-Z]{2}\d{2}[A-Z0-9]{11,30})$/D',
+            Ibans::normalise($cell)
+        ) === 1;
     }
 
     protected function answer(array $question, Rows $rows): bool

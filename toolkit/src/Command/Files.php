@@ -17,7 +17,11 @@ final class Files
     /** @param string $what id in the group "argument" */
     public static function argument(string $what, Words $words): InputArgument
     {
-        return new InputArgument('file', InputArgument::REQUIRED | InputArgument::IS_ARRAY, $words->of("argument.$what"));
+        return new InputArgument(
+            'file',
+            InputArgument::REQUIRED | InputArgument::IS_ARRAY,
+            $words->of("argument.$what")
+        );
     }
 
     /**
@@ -56,6 +60,9 @@ final class Files
     {
         $place = $note->place($language);
 
-        return ($file === '' ? '' : $file . ($place === '' ? '' : ', ')) . $place . ($file . $place === '' ? '' : ': ') . $note->text($language);
+        return ($file === '' ? '' : $file . ($place === '' ? '' : ', '))
+            . $place
+            . ($file . $place === '' ? '' : ': ')
+            . $note->text($language);
     }
 }

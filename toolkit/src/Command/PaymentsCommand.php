@@ -137,7 +137,10 @@ abstract class PaymentsCommand extends TranslatedCommand
     {
         $value = $input->getOption($option);
         if ($value !== null && !in_array($value, $values, true)) {
-            throw new Failure('value', ['option' => "--$option", 'value' => $value, 'values' => implode(', ', $values)]);
+            throw new Failure(
+                'value',
+                ['option' => "--$option", 'value' => $value, 'values' => implode(', ', $values)]
+            );
         }
     }
 
@@ -270,7 +273,9 @@ abstract class PaymentsCommand extends TranslatedCommand
     {
         $found = [];
         foreach ($faults as $fault) {
-            $place = $fault->row === null ? 'party' : (Keys::form((string) $fault->key) === Keys::TEXT ? 'text' : 'row');
+            $place = $fault->row === null
+                ? 'party'
+                : (Keys::form((string) $fault->key) === Keys::TEXT ? 'text' : 'row');
             $found[$fault->code][$place][(string) $fault->key] = true;
         }
         $lacking = ($found['missing_column']['row'] ?? []) + ($found['missing_column']['text'] ?? []);

@@ -34,7 +34,9 @@ final class Progress
         $errors = $output instanceof ConsoleOutputInterface ? $output->getErrorOutput() : $output;
         if ($errors instanceof StreamOutput && !$errors->isQuiet() && stream_isatty($errors->getStream())) {
             $this->bar = new ProgressBar($errors, $size ?? 0);
-            $this->bar->setFormat($size === null ? '%message% rows, %elapsed%' : '[%bar%] %percent%%, %message% rows, %elapsed%');
+            $this->bar->setFormat(
+                $size === null ? '%message% rows, %elapsed%' : '[%bar%] %percent%%, %message% rows, %elapsed%'
+            );
             $this->bar->setMessage('0');
         }
     }

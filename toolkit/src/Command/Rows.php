@@ -176,7 +176,9 @@ final class Rows
             $written = @fwrite($output->getStream(), $text);
             if ($written === false || $written === 0) {
                 // A reader that has seen enough is no fault to tell.
-                throw SystemError::reason() === 'Broken pipe' ? new Failure('') : Failure::ofSystem('cannot_write_output');
+                throw SystemError::reason() === 'Broken pipe'
+                    ? new Failure('')
+                    : Failure::ofSystem('cannot_write_output');
             }
             $text = substr($text, $written);
         }

@@ -89,7 +89,12 @@ final class StatementCommand extends TranslatedCommand
             self::addRecords($this->rows, $statement, $this->progress);
             $this->tell(array_merge($statement->faults, $statement->hints), $statement->file);
             $off = self::isOff($statement) ? $this->off($statement) : '';
-            $off === '' || $this->errors->writeln(Rows::clean(trim("sepa: $statement->file") . ": $statement->account: $off"), OutputInterface::OUTPUT_RAW);
+            if ($off !== '') {
+                $this->errors->writeln(
+                    Rows::clean(trim("sepa: $statement->file") . ": $statement->account: $off"),
+                    OutputInterface::OUTPUT_RAW
+                );
+            }
         } else {
             $this->print($statement);
         }
@@ -165,8 +170,12 @@ final class StatementCommand extends TranslatedCommand
         if ($statement->file !== $this->file && $statement->file !== '-') {
             $this->line($this->file = $statement->file);
         }
-        $number = $statement->number === null ? '' : "$statement->number" . ($statement->page === null ? '' : "/$statement->page");
-        $this->line(trim($statement->account . ' ' . ($number === '' ? '' : $this->say('number', ['number' => $number]))));
+        $number = $statement->number === null
+            ? ''
+            : "$statement->number" . ($statement->page === null ? '' : "/$statement->page");
+        $this->line(
+            trim($statement->account . ' ' . ($number === '' ? '' : $this->say('number', ['number' => $number])))
+        );
         $statement->opening && $this->balance('opening', $statement->opening);
         $this->table($statement->bookings, $statement->opening ? $statement->opening->amount : null);
         $statement->closing && $this->balance('closing', $statement->closing);
@@ -177,7 +186,13 @@ final class StatementCommand extends TranslatedCommand
         if (self::isOff($statement)) {
             $this->line('  ' . $this->off($statement));
         }
-        foreach (['fault' => $statement->faults, 'note' => $statement->hints, 'mended' => $statement->mended] as $kind => $notes) {
+        foreach (
+            [
+            'fault' => $statement->faults,
+            'note' => $statement->hints,
+            'mended' => $statement->mended,
+            ] as $kind => $notes
+        ) {
             foreach ($notes as $note) {
                 $this->line($this->note($kind, $note));
             }

@@ -68,7 +68,9 @@ final class StatusCommand extends TranslatedCommand
         foreach (array_merge($reader->hints(), $reader->faults()) as $note) {
             $this->tell(Files::told($note, $note->file, $this->words->locale));
         }
-        $this->tell($this->text('summary', ['count' => $this->told, 'refused' => $this->refused, 'names' => $this->otherNames]));
+        $this->tell(
+            $this->text('summary', ['count' => $this->told, 'refused' => $this->refused, 'names' => $this->otherNames])
+        );
         foreach ($reader->faults() as $fault) {
             $isGood = false;
             if (!isset($read[$fault->file])) {
@@ -108,7 +110,9 @@ final class StatusCommand extends TranslatedCommand
     /** @param list<Report> $reports */
     private function showBeside(PaymentFile $sent, array $reports): void
     {
-        $about = array_values(array_filter($reports, static fn (Report $report): bool => $report->originalId === $sent->id));
+        $about = array_values(
+            array_filter($reports, static fn (Report $report): bool => $report->originalId === $sent->id)
+        );
         foreach ($reports as $report) {
             if ($report->originalId !== $sent->id) {
                 $this->tell($this->text('other_file', ['original' => $report->originalId, 'message' => $sent->id]));

@@ -12,8 +12,8 @@ final class Template
 {
     /** By key; of no account that somebody has. */
     private const PAYMENTS = [
-        ['name' => 'Beispiel GmbH', 'iban' => 'DE89 3704 0044 0532 0130 00', 'amount' => '1190.00', 'ref' => 'Rechnung 4711',
-            'mref' => 'M-0001', 'mdate' => '2025-03-31', 'seq' => 'FRST'],
+        ['name' => 'Beispiel GmbH', 'iban' => 'DE89 3704 0044 0532 0130 00', 'amount' => '1190.00',
+            'ref' => 'Rechnung 4711', 'mref' => 'M-0001', 'mdate' => '2025-03-31', 'seq' => 'FRST'],
         ['name' => 'Erika Mustermann', 'iban' => 'NL91 ABNA 0417 1643 00', 'amount' => '48.50', 'ref' => 'Beitrag 2026',
             'mref' => 'M-0002', 'mdate' => '2019-11-04', 'seq' => 'RCUR'],
     ];

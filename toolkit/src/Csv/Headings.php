@@ -12,7 +12,9 @@ final class Headings
     /** Those of what is no payment's, in the form of plain(); Payment\Keys has the others. */
     private const SYNONYMS = [
         'account' => ['konto', 'kontonummer', 'kontonr', 'ktonr', 'kto', 'accountnumber', 'accountno'],
-        'bank_code' => ['blz', 'bankleitzahl', 'bankid', 'sortcode', 'bicblz', 'blzbic', 'bankleitzahlbic', 'bicbankleitzahl'],
+        'bank_code' => [
+            'blz', 'bankleitzahl', 'bankid', 'sortcode', 'bicblz', 'blzbic', 'bankleitzahlbic', 'bicbankleitzahl',
+        ],
         'currency' => ['waehrung', 'whg', 'currencycode', 'ccy'],
         'query' => ['bic', 'swift', 'swiftcode', 'iban', 'blz', 'bankleitzahl', 'bankcode', 'bank'],
     ];
@@ -35,15 +37,18 @@ final class Headings
     private static array $words = [];
 
     /** Words for the other party, around which the rest of a heading stands: "IBAN des Empfängers", "Beneficiary name". */
-    private const PARTY = '/^(.*?)(?:des|der|vom|von|ofthe|of)?(?:zahlungsempfaenger|empfaenger|beguenstigte|zahlungspflichtige'
-        . '|zahler|schuldner|debitor|kreditor|kontoinhaber|kunde|lieferant|mitglied|recipient|payee|beneficiary|debtor|payer'
+    private const PARTY = '/^(.*?)(?:des|der|vom|von|ofthe|of)?(?:zahlungsempfaenger|empfaenger|beguenstigte'
+        . '|zahlungspflichtige|zahler|schuldner|debitor|kreditor|kontoinhaber|kunde'
+        . '|lieferant|mitglied|recipient|payee|beneficiary|debtor|payer'
         . '|creditor|customer|supplier|vendor|member)(?<rest>.*)$/';
 
     /** Endings of these words. */
     private const ENDINGS = ['', 's', 'n', 'r', 'er', 'en', 'ern', 'ers'];
 
     /** What can stand there. An id, for one, would be another thing. */
-    private const OF_PARTY = ['name', 'iban', 'bic', 'account', 'bank_code', 'addrStreet', 'addrNum', 'addrCode', 'addrTown', 'addrCC'];
+    private const OF_PARTY = [
+        'name', 'iban', 'bic', 'account', 'bank_code', 'addrStreet', 'addrNum', 'addrCode', 'addrTown', 'addrCC',
+    ];
 
     /**
      * The key that a heading means, of those that are wanted.
@@ -129,7 +134,10 @@ final class Headings
     /** Small ASCII letters and digits alone: "Fällig am:" is "faelligam". */
     public static function plain(string $heading): string
     {
-        $small = strtr(mb_strtolower($heading, 'UTF-8'), ['ä' => 'ae', 'ö' => 'oe', 'ü' => 'ue', 'ß' => 'ss', '€' => 'eur']);
+        $small = strtr(
+            mb_strtolower($heading, 'UTF-8'),
+            ['ä' => 'ae', 'ö' => 'oe', 'ü' => 'ue', 'ß' => 'ss', '€' => 'eur']
+        );
 
         return (string) preg_replace('/[^a-z0-9]/', '', $small);
     }

@@ -207,11 +207,15 @@ final class Reader implements \IteratorAggregate
         if (!preg_match('//u', $row)) {
             $row = mb_convert_encoding($row, 'UTF-8', 'Windows-1252');
         }
-        $cells = strpos($row, '"') === false ? explode($this->delimiter, $row) : str_getcsv($row, $this->delimiter, '"', '');
+        $cells = strpos($row, '"') === false
+            ? explode($this->delimiter, $row)
+            : str_getcsv($row, $this->delimiter, '"', '');
         foreach ($cells as &$cell) {
             // No-break spaces come with numbers copied from elsewhere.
             $cell = trim((string) $cell, " \t\n\r");
-            $cell = strpos($cell, "\u{A0}") === false ? $cell : (string) preg_replace('/^[\s\x{A0}]+|[\s\x{A0}]+$/uD', '', $cell);
+            $cell = strpos($cell, "\u{A0}") === false
+                ? $cell
+                : (string) preg_replace('/^[\s\x{A0}]+|[\s\x{A0}]+$/uD', '', $cell);
         }
 
         return $cells;

@@ -63,7 +63,11 @@ final class Archive
             }
         }
         // What tells an office document goes first.
-        uasort($names, static fn (string $a, string $b): int => [!in_array($a, self::OFFICE, true), $a] <=> [!in_array($b, self::OFFICE, true), $b]);
+        uasort(
+            $names,
+            static fn (string $a, string $b): int =>
+                [!in_array($a, self::OFFICE, true), $a] <=> [!in_array($b, self::OFFICE, true), $b]
+        );
 
         return $names;
     }
@@ -75,14 +79,23 @@ final class Archive
         $stat = $zip->statIndex($index) ?: [];
         // Of two members of one name the older releases of PHP open the first alone.
         $stream = ($stat['encryption_method'] ?? 0) === 0
-            ? (method_exists($zip, 'getStreamIndex') ? @$zip->getStreamIndex($index) : @$zip->getStream((string) $zip->getNameIndex($index)))
+            ? (
+                method_exists($zip, 'getStreamIndex')
+                    ? @$zip->getStreamIndex($index)
+                    : @$zip->getStream((string) $zip->getNameIndex($index))
+            )
             : false;
         if (!$stream) {
             $trouble->tell(($stat['encryption_method'] ?? 0) === 0 ? 'damaged' : 'encrypted');
 
             return self::unreadable($name, $trouble, true);
         }
-        $part = new Part($name, new Chunks(self::read($stream, (int) ($stat['size'] ?? 0), $trouble, $bytes)), $trouble, true);
+        $part = new Part(
+            $name,
+            new Chunks(self::read($stream, (int) ($stat['size'] ?? 0), $trouble, $bytes)),
+            $trouble,
+            true
+        );
         if ($part->kind === Kind::ZIP || $part->kind === Kind::GZIP) {
             $trouble->tell('nested');
         }

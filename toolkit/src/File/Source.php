@@ -74,7 +74,9 @@ final class Source
     {
         foreach ($paths as $path) {
             if (!is_string($path) || !is_dir($path)) {
-                yield $path instanceof self ? $path : (is_resource($path) ? self::stream($path, '-') : self::file($path));
+                yield $path instanceof self
+                    ? $path
+                    : (is_resource($path) ? self::stream($path, '-') : self::file($path));
                 continue;
             }
             foreach (@scandir($path) ?: [] as $name) {
@@ -106,7 +108,12 @@ final class Source
         if ($kind === Kind::ZIP) {
             yield from $this->members($chunks);
         } elseif ($kind === Kind::GZIP) {
-            $part = new Part($this->name, new Chunks(Gzip::unpack($chunks->all(), $trouble)), $trouble, $this->isMember);
+            $part = new Part(
+                $this->name,
+                new Chunks(Gzip::unpack($chunks->all(), $trouble)),
+                $trouble,
+                $this->isMember
+            );
             if ($part->kind === Kind::ZIP || $part->kind === Kind::GZIP) {
                 $trouble->tell('nested');
             }

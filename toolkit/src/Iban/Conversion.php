@@ -46,7 +46,10 @@ final class Conversion implements \JsonSerializable
         if (!$this->codes) {
             return null;
         }
-        $texts = array_map(static fn (string $code): string => Texts::of('banks', "conversion.$code", [], $locale), $this->codes);
+        $texts = array_map(
+            static fn (string $code): string => Texts::of('banks', "conversion.$code", [], $locale),
+            $this->codes
+        );
 
         return implode('; ', $texts);
     }

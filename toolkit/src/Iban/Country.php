@@ -29,7 +29,8 @@ final class Country
 
     private static function names(string $locale): \ResourceBundle
     {
-        return self::$names[$locale] ?? self::$names[$locale] = \ResourceBundle::create($locale, 'ICUDATA-region')->get('Countries');
+        return self::$names[$locale]
+            ?? self::$names[$locale] = \ResourceBundle::create($locale, 'ICUDATA-region')->get('Countries');
     }
 
     /** Why an IBAN of a country that the extension does not know is refused: a code of translations/faults. */
@@ -49,7 +50,9 @@ final class Country
     private static function exists(string $letters): bool
     {
         // Without ICU any two letters may be a country's.
-        return class_exists(\ResourceBundle::class) ? self::name($letters) !== null : preg_match('/^[A-Z]{2}$/D', $letters) === 1;
+        return class_exists(\ResourceBundle::class)
+            ? self::name($letters) !== null
+            : preg_match('/^[A-Z]{2}$/D', $letters) === 1;
     }
 
     /** Whether the check digits of ISO 13616 are right, whatever the country's own form. */

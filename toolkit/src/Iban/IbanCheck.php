@@ -65,7 +65,9 @@ final class IbanCheck implements \JsonSerializable
     {
         $code = $this->code === 'empty' ? 'missing' : $this->code;
 
-        return $code === null ? null : Texts::of('faults', "$code.$part", ['key' => 'iban', 'label' => 'IBAN'], $locale);
+        return $code === null
+            ? null
+            : Texts::of('faults', "$code.$part", ['key' => 'iban', 'label' => 'IBAN'], $locale);
     }
 
     /** @return array{iban: string, valid: bool, code: ?string, reason: ?string, bic: ?string, bank: ?string} */

@@ -45,7 +45,10 @@ final class Additions
      */
     public static function toTransfer(string $xml, string $packed): string
     {
-        [$id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1, $line2]
+        [
+            $id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1,
+            $line2,
+        ]
             = explode("\n", $packed);
         $start = "\t\t\t<CdtTrfTxInf>\n\t\t\t\t<PmtId>\n";
         $amount = "\t\t\t\t\t<EndToEndId>$id</EndToEndId>\n\t\t\t\t</PmtId>\n\t\t\t\t<Amt>\n"
@@ -75,8 +78,8 @@ final class Additions
      */
     public static function toDebit(string $xml, string $packed): string
     {
-        [$id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1, $line2,
-            $purpose, $oldName, $oldId] = explode("\n", $packed);
+        [$id, $amount, $name, $iban, $ref, $instruction, $debtor, $debtorId, $creditor, $creditorId, $rf, $line1,
+            $line2, $purpose, $oldName, $oldId] = explode("\n", $packed);
         $start = "\t\t\t<DrctDbtTxInf>\n\t\t\t\t<PmtId>\n";
         $amount = "\t\t\t\t\t<EndToEndId>$id</EndToEndId>\n\t\t\t\t</PmtId>\n"
             . "\t\t\t\t<InstdAmt Ccy=\"EUR\">$amount</InstdAmt>\n";

@@ -10,7 +10,8 @@ use Sepa\Toolkit\Iban\Ibans;
 final class Cells
 {
     /** What spreadsheets write in place of a value: errors, narrow columns, formulas. */
-    private const ERRORS = '~^(?:#(?:NAME\?|(?:REF|BEZUG|VALUE|WERT|DIV/0|NUM|ZAHL|NULL|SPILL|ÜBERLAUF|CALC|KALK|FIELD|FELD)!|N/A|NV)'
+    private const ERRORS = '~^(?:#(?:NAME\?'
+        . '|(?:REF|BEZUG|VALUE|WERT|DIV/0|NUM|ZAHL|NULL|SPILL|ÜBERLAUF|CALC|KALK|FIELD|FELD)!|N/A|NV)'
         . '|##+|Err:\d{3}|=.*)$~DuUs';
 
     private const EURO = ['EUR', 'EURO', '€'];

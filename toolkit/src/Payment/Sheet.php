@@ -217,7 +217,10 @@ final class Sheet
     private function lacking(Receiver $payments, int $number): array
     {
         if ($this->title) {
-            $texts = array_map(static fn (array $cells): string => implode(' ', array_filter($cells, 'strlen')), $this->title);
+            $texts = array_map(
+                static fn (array $cells): string => implode(' ', array_filter($cells, 'strlen')),
+                $this->title
+            );
             $payments->warn($number, null, 'title_lines', ['lines' => count($texts), 'text' => (string) reset($texts)]);
         }
         foreach ($this->columns->unknown() as $heading) {
@@ -275,7 +278,10 @@ final class Sheet
     public static function understood(string $key, string $cell): string
     {
         $form = Keys::form($key);
-        if ($form === Keys::AMOUNT && preg_match('/^(?:(?:€|EUR)\s*)?(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)) {
+        if (
+            $form === Keys::AMOUNT
+            && preg_match('/^(?:(?:€|EUR)\s*)?(\d+|\d{1,3}(?:\.\d{3})+)(,\d{1,2})?(?:\s*(?:€|EUR))?$/Du', $cell, $part)
+        ) {
             $cents = $part[2] ?? '';
             // Without cents, 1.190 could also be meant as 1.19.
             return $cents === '' && strpos($part[1], '.') !== false

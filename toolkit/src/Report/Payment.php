@@ -80,7 +80,10 @@ final class Payment implements \JsonSerializable
         $this->amount = Amount::decimal($text('amount'), $text('amount@'));
         $this->text = implode(' ', $values['text'] ?? []);
         $this->reasons = array_map(static fn (array $reason): Reason => new Reason($reason), $values['reasons'] ?? []);
-        $said = implode(' ', array_filter(array_map(static fn (Reason $reason): string => $reason->said(), $this->reasons)));
+        $said = implode(
+            ' ',
+            array_filter(array_map(static fn (Reason $reason): string => $reason->said(), $this->reasons))
+        );
         $this->nameAtBank = $this->status === Status::CLOSE_MATCH ? $said : '';
         $this->said = $this->nameAtBank === '' && $said !== '' ? $said : Words::joined($legend);
     }
@@ -99,7 +102,10 @@ final class Payment implements \JsonSerializable
     /** @return array<string, mixed> what is there */
     public function jsonSerialize(): array
     {
-        $told = array_filter(get_object_vars($this), static fn ($value): bool => $value !== '' && $value !== null && $value !== []);
+        $told = array_filter(
+            get_object_vars($this),
+            static fn ($value): bool => $value !== '' && $value !== null && $value !== []
+        );
         $told['meaning'] = Words::of('status', $this->status);
 
         return $told + ['currency' => $this->amount ? $this->amount->currency : null];

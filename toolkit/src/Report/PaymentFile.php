@@ -69,9 +69,14 @@ final class PaymentFile
         $places = $this->byId[$payment->eref] ?? [];
         $members = ['block', 'instrid', 'iban', 'amount'];
         foreach ($members as $member) {
-            $isNeeded = count($places) > 1 || ($payment->eref === self::NO_ID && $member !== 'instrid') || $member === 'block';
+            $isNeeded = count($places) > 1
+                || ($payment->eref === self::NO_ID && $member !== 'instrid')
+                || $member === 'block';
             if ($isNeeded && ($payment->$member ?? '') !== '') {
-                $places = array_filter($places, fn (int $place): bool => $this->payments[$place]->$member == $payment->$member);
+                $places = array_filter(
+                    $places,
+                    fn (int $place): bool => $this->payments[$place]->$member == $payment->$member
+                );
             }
         }
 

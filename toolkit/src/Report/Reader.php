@@ -107,7 +107,11 @@ final class Reader implements \IteratorAggregate
         if ($file->isMember) {
             $notes->hint('skipped', 0, ['kind' => $kind]);
         } else {
-            $notes->fault($kind === Kind::EMPTY ? 'empty' : 'no_report', 0, $kind === Kind::EMPTY ? [] : ['kind' => $kind, 'root' => $root]);
+            $notes->fault(
+                $kind === Kind::EMPTY ? 'empty' : 'no_report',
+                0,
+                $kind === Kind::EMPTY ? [] : ['kind' => $kind, 'root' => $root]
+            );
         }
     }
 }

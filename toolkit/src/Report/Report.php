@@ -44,7 +44,8 @@ final class Report implements \JsonSerializable
 
     /**
      * @param array<string, mixed> $values of a record
-     * @param list<array{array<string, mixed>, list<array<string, mixed>>}> $blocks records of blocks with those of their payments
+     * @param list<array{array<string, mixed>, list<array<string, mixed>>}> $blocks records of blocks with those
+     *     of their payments
      */
     public function __construct(array $values, array $blocks, string $form)
     {
@@ -56,10 +57,13 @@ final class Report implements \JsonSerializable
         $this->bank = $text('debtorBank') !== '' ? $text('debtorBank') : $text('creditorBank');
         $this->reasons = array_map(static fn (array $reason): Reason => new Reason($reason), $values['reasons'] ?? []);
         $this->counts = self::counts($values['counts'] ?? []);
-        $isDebit = strncmp($this->originalForm, 'pain.008', 8) === 0 || ($text('creditorBank') !== '' && $text('debtorBank') === '');
+        $isDebit = strncmp($this->originalForm, 'pain.008', 8) === 0
+            || ($text('creditorBank') !== '' && $text('debtorBank') === '');
         $this->blocks = [];
         foreach ($blocks as [$block, $payments]) {
-            $status = Status::ofEach(trim($block['status'] ?? '')) ?: (trim($block['status'] ?? '') === '' ? Status::ofEach($this->status) : '');
+            $status = Status::ofEach(trim($block['status'] ?? '')) ?: (
+                trim($block['status'] ?? '') === '' ? Status::ofEach($this->status) : ''
+            );
             $made = [];
             foreach ($payments as $payment) {
                 $legend = $this->legend(trim($payment['status'] ?? '') ?: $status);

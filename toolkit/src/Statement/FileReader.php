@@ -23,7 +23,12 @@ final class FileReader
     private const OLD = '/^BkToCstmr(?:AcctRpt|Stmt|DbtCdtNtfctn)V01$/D';
 
     /** Other messages that customers and banks exchange. */
-    private const OTHERS = ['CstmrCdtTrfInitn' => 'payments', 'CstmrDrctDbtInitn' => 'payments', 'CstmrPmtStsRpt' => 'report', 'html' => 'html'];
+    private const OTHERS = [
+        'CstmrCdtTrfInitn' => 'payments',
+        'CstmrDrctDbtInitn' => 'payments',
+        'CstmrPmtStsRpt' => 'report',
+        'html' => 'html',
+    ];
 
     private File $file;
 

@@ -78,7 +78,10 @@ final class Proof
             $this->sum = $this->plus($this->sum ?? new Amount(0, $page->sum->currency), $page->sum);
         }
         if ($page->reversals) {
-            $this->reversals = $this->plus($this->reversals ?? new Amount(0, $page->reversals->currency), $page->reversals);
+            $this->reversals = $this->plus(
+                $this->reversals ?? new Amount(0, $page->reversals->currency),
+                $page->reversals
+            );
         }
     }
 
@@ -107,7 +110,9 @@ final class Proof
                 $statement->difference = new Amount(0, $currency);
                 $notes->mended('reversals_turned', 0);
             }
-            $statement->balanced = $statement->difference && $statement->difference->units === 0 && !$notes->has(self::DOUBTS);
+            $statement->balanced = $statement->difference
+                && $statement->difference->units === 0
+                && !$notes->has(self::DOUBTS);
         }
         $this->compare($statement, $notes, $currency, $turns);
 

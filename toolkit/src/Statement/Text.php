@@ -35,6 +35,9 @@ final class Text
     /** How many more umlauts the text has in code page 850 than in Windows-1252. */
     public static function umlautsOfDos(string $text): int
     {
-        return (int) preg_match_all(self::UMLAUTS[self::DOS], $text) - (int) preg_match_all(self::UMLAUTS[self::WINDOWS], $text);
+        return (int) preg_match_all(self::UMLAUTS[self::DOS], $text) - (int) preg_match_all(
+            self::UMLAUTS[self::WINDOWS],
+            $text
+        );
     }
 }

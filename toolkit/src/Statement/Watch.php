@@ -30,7 +30,12 @@ final class Watch
     /** @param string $ids of its bookings, eight bytes each */
     public function look(Statement $statement, string $ids): void
     {
-        $identity = md5(json_encode(array_diff_key($statement->head(), ['file' => 1, 'mended' => 1, 'hints' => 1, 'faults' => 1])) . count($statement->bookings), true);
+        $identity = md5(
+            json_encode(
+                array_diff_key($statement->head(), ['file' => 1, 'mended' => 1, 'hints' => 1, 'faults' => 1])
+            ) . count($statement->bookings),
+            true
+        );
         if (isset($this->statements[$identity])) {
             $statement->hints[] = new Note('double_statement', $statement->line);
 
@@ -38,7 +43,11 @@ final class Watch
         }
         $this->statements[$identity] = true;
         $this->lookAtBookings($statement, $ids);
-        if ($statement->hasBalances() && $statement->closing->code !== 'ITBD' && strncmp($statement->form, 'camt.052', 8) !== 0) {
+        if (
+            $statement->hasBalances()
+            && $statement->closing->code !== 'ITBD'
+            && strncmp($statement->form, 'camt.052', 8) !== 0
+        ) {
             $this->lookBack($statement);
         }
     }

@@ -88,7 +88,8 @@ final class Bytes
 
     public function stream_eof(): bool
     {
-        return $this->asides > self::MOST_ASIDES || ($this->at === strlen($this->chunk) && !self::$open[$this->number]->valid());
+        return $this->asides > self::MOST_ASIDES
+            || ($this->at === strlen($this->chunk) && !self::$open[$this->number]->valid());
     }
 
     public function stream_close(): void

@@ -156,7 +156,10 @@ final class Records
             }
             $more = $reader->read();
             $type = $key === '' || $depth === $base ? 0 : $reader->nodeType;
-            if ($type !== self::TEXT && ($type < self::CDATA || $type === self::END_ELEMENT || $reader->depth <= $depth)) {
+            if (
+                $type !== self::TEXT
+                && ($type < self::CDATA || $type === self::END_ELEMENT || $reader->depth <= $depth)
+            ) {
                 continue;
             }
             $text = $type === self::TEXT || $type === self::CDATA ? $reader->value : '';

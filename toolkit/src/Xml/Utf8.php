@@ -14,7 +14,8 @@ final class Utf8
 {
     private const DECLARED = '/^(?:\xEF\xBB\xBF)?<\?xml[^>]*?\sencoding\s*=\s*["\']([A-Za-z0-9._-]+)["\']/';
 
-    private const CHARACTER = '[\xC2-\xDF][\x80-\xBF]|\xE0[\xA0-\xBF][\x80-\xBF]|[\xE1-\xEC\xEE\xEF][\x80-\xBF]{2}|\xED[\x80-\x9F][\x80-\xBF]'
+    private const CHARACTER = '[\xC2-\xDF][\x80-\xBF]|\xE0[\xA0-\xBF][\x80-\xBF]'
+        . '|[\xE1-\xEC\xEE\xEF][\x80-\xBF]{2}|\xED[\x80-\x9F][\x80-\xBF]'
         . '|\xF0[\x90-\xBF][\x80-\xBF]{2}|[\xF1-\xF3][\x80-\xBF]{3}|\xF4[\x80-\x8F][\x80-\xBF]{2}';
 
     /** The first bytes of a character that may go on in the next chunk. */
@@ -32,7 +33,9 @@ final class Utf8
     {
         $declared = preg_match(self::DECLARED, $head, $part) ? strtoupper($part[1]) : 'UTF-8';
 
-        return $declared === 'UTF-8' && !preg_match('/^(?:\xFF\xFE|\xFE\xFF|<\0|\0<)/', $head) ? $this->mend($chunks) : $chunks;
+        return $declared === 'UTF-8' && !preg_match('/^(?:\xFF\xFE|\xFE\xFF|<\0|\0<)/', $head)
+            ? $this->mend($chunks)
+            : $chunks;
     }
 
     /**
@@ -57,7 +60,9 @@ final class Utf8
     {
         $this->mended = true;
 
-        return (string) preg_replace_callback('/[\x00-\x7F]++(*SKIP)(*F)|(?:' . self::CHARACTER . ')(*SKIP)(*F)|[\x80-\xFF]/', static function (array $byte): string {
+        $foreign = '/[\x00-\x7F]++(*SKIP)(*F)|(?:' . self::CHARACTER . ')(*SKIP)(*F)|[\x80-\xFF]/';
+
+        return (string) preg_replace_callback($foreign, static function (array $byte): string {
             return mb_convert_encoding($byte[0], 'UTF-8', 'Windows-1252');
         }, $text);
     }

@@ -116,10 +116,12 @@ final class FaultsTest extends TestCase
         yield ['DE-3.7', ['name' => "a\0", 'date' => '2026-02-30'], ['name' => 'control_characters', 'date' => 'date']];
         yield ['DE-3.7', ['name' => "\xE4", 'date' => 'soon'], ['name' => 'utf8', 'date' => 'date']];
         // Their check digits are right, but for the last one's.
-        foreach ([
+        foreach (
+            [
             'DE98?ZZ09999999999', 'DE98zzz09999999999', 'DE18ZZZ0999999999', 'DE25ZZZ099999999999', 'DE03ZZZ0999999999A',
             'AT32ZZZ0123456789', 'NL17ZZZ12345678000', 'DE99ZZZ09999999999',
-        ] as $id) {
+            ] as $id
+        ) {
             yield ['DE-3.7', ['creditorId' => $id], ['creditorId' => 'creditor_id']];
         }
         yield ['DE-3.7', ['messageId' => str_repeat('x', 31)], ['messageId' => 'message_id']];

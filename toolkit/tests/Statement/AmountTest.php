@@ -49,11 +49,13 @@ final class AmountTest extends TestCase
 
     public function testAmountsOfXmlAreRoundedToTheCurrency(): void
     {
-        foreach ([
+        foreach (
+            [
             ['100.0000000000005', 'EUR', '100.00', true], ['1.005', 'EUR', '1.01', true], [' 000149.87 ', 'EUR', '149.87', false], ['1000.5', 'JPY', '1001', true],
             ['1.2345', 'BHD', '1.235', true], ['12.34', 'BHD', '12.340', false], ['.5', 'EUR', '0.50', false], ['7.', 'EUR', '7.00', false],
             ['-1', 'EUR', null, false], ['1,00', 'EUR', null, false], ['.', 'EUR', null, false], [str_repeat('9', 30), 'EUR', null, false],
-        ] as [$text, $currency, $expected, $isRounded]) {
+            ] as [$text, $currency, $expected, $isRounded]
+        ) {
             $rounded = false;
             $amount = Amount::decimal($text, $currency, $rounded);
             self::assertSame([$expected, $isRounded], [$amount ? $amount->text() : null, $rounded], $text);

@@ -43,7 +43,9 @@ final class Batch
         $this->own = $this->own ?: $values['own'] ?? [];
         foreach (self::AMOUNTS as $key) {
             $its = $values[$key . '@'] ?? $currency;
-            $amount = isset($values[$key]) && ($currency ?? $its) === $its ? Amount::decimal($values[$key], (string) $its) : null;
+            $amount = isset($values[$key]) && ($currency ?? $its) === $its
+                ? Amount::decimal($values[$key], (string) $its)
+                : null;
             if ($amount) {
                 $sign = trim($values['sign'] ?? '');
                 $this->sums[isset($this->sums[$sign]) ? $sign : ''] += $amount->units;

@@ -76,7 +76,10 @@ final class BookingReader
             return new Booking($values);
         }
 
-        return new Booking($values, new Parts($parts, $entry['parts'], fn (string $text): \Generator => $this->parts($entry, $text)));
+        return new Booking(
+            $values,
+            new Parts($parts, $entry['parts'], fn (string $text): \Generator => $this->parts($entry, $text))
+        );
     }
 
     /**
@@ -95,7 +98,9 @@ final class BookingReader
             $sign = trim($part['sign'] ?? '');
             $isDebit = $against || $sign === '' ? $mine === 'DBIT' : $sign === 'DBIT';
             $isDebit = $isDebit !== ($this->turnsReversals && $entry['reversal']);
-            $amount = $part['units'] === null ? null : new Amount($isDebit ? -$part['units'] : $part['units'], $currency);
+            $amount = $part['units'] === null
+                ? null
+                : new Amount($isDebit ? -$part['units'] : $part['units'], $currency);
             yield new Part(['amount' => $amount] + $details->values($part, $isDebit));
         }
     }

@@ -146,7 +146,11 @@ final class Builder
             $values['first'] = $batch->first;
         }
         $values['reversal'] = $isReversal;
-        $this->keep($isBooked ? 0 : 1, $values + ['number' => $this->number, 'parts' => $batch->count, 'bytes' => strlen($batch->text)], $batch->text);
+        $this->keep(
+            $isBooked ? 0 : 1,
+            $values + ['number' => $this->number, 'parts' => $batch->count, 'bytes' => strlen($batch->text)],
+            $batch->text
+        );
     }
 
     /**

@@ -27,7 +27,8 @@ final class Days
     {
         $day = substr(trim($text), 0, 10);
         if (!array_key_exists($day, $this->known)) {
-            $exists = preg_match('/^(\d{4})-(\d\d)-(\d\d)$/D', $day, $part) && checkdate((int) $part[2], (int) $part[3], (int) $part[1]);
+            $exists = preg_match('/^(\d{4})-(\d\d)-(\d\d)$/D', $day, $part)
+                && checkdate((int) $part[2], (int) $part[3], (int) $part[1]);
             $this->known[$day] = $exists ? new \DateTimeImmutable($day, $this->utc) : null;
         }
 

@@ -23,7 +23,9 @@ final class Details
     /** Issuers of the German codes. */
     private const GERMAN = ['DK', 'ZKA'];
 
-    private const PLAIN = ['eref', 'mref', 'instrid', 'txid', 'uetr', 'purp', 'reference', 'abwa', 'abwe', 'reason', 'rate'];
+    private const PLAIN = [
+        'eref', 'mref', 'instrid', 'txid', 'uetr', 'purp', 'reference', 'abwa', 'abwe', 'reason', 'rate',
+    ];
 
     /** @var string the own */
     private string $account;
@@ -59,7 +61,8 @@ final class Details
             }
         }
         $entry = $this->entry;
-        $values['bankref'] = self::reference($entry['bankref'] ?? null) ?? self::reference($transaction['bankref'] ?? null);
+        $values['bankref'] = self::reference($entry['bankref'] ?? null)
+            ?? self::reference($transaction['bankref'] ?? null);
         $values['msgid'] = self::reference($transaction['msgid'] ?? $entry['msgid'] ?? null);
         $values['kref'] = self::reference($transaction['kref'] ?? $entry['kref'] ?? null);
         $values['txtext'] = self::reference($entry['txtext'] ?? null);
@@ -94,7 +97,11 @@ final class Details
             $side = $account('d') === $own ? 'c' : 'd';
         }
         $other = $side === 'c' ? 'd' : 'c';
-        if (($transaction[$side . 'name'] ?? '') . $account($side) === '' && $account($other) !== '' && $account($other) !== $own) {
+        if (
+            ($transaction[$side . 'name'] ?? '') . $account($side) === ''
+            && $account($other) !== ''
+            && $account($other) !== $own
+        ) {
             $side = $other;
         }
 
@@ -119,7 +126,9 @@ final class Details
             $isFull = strlen($line) >= self::FULL && mb_strlen($line, 'UTF-8') >= self::FULL;
         }
         $why = isset($transaction['why']) ? implode(' ', $transaction['why']) : null;
-        $else = isset($transaction['structured']) ? implode(' ', $transaction['structured']) : $transaction['info'] ?? $why;
+        $else = isset($transaction['structured'])
+            ? implode(' ', $transaction['structured'])
+            : $transaction['info'] ?? $why;
 
         return ['svwz' => self::reference($text), 'purpose' => self::reference($else), 'reasonText' => $why];
     }
@@ -132,8 +141,14 @@ final class Details
      */
     private function kind(array $transaction): array
     {
-        $from = isset($transaction['code']) || isset($transaction['domain']) ? $transaction + $this->entry : $this->entry;
-        $values = ['domain' => isset($from['domain']) ? trim($from['domain'] . '/' . ($from['family'] ?? '') . '/' . ($from['subfamily'] ?? ''), '/') : null];
+        $from = isset($transaction['code']) || isset($transaction['domain'])
+            ? $transaction + $this->entry
+            : $this->entry;
+        $values = [
+            'domain' => isset($from['domain'])
+                ? trim($from['domain'] . '/' . ($from['family'] ?? '') . '/' . ($from['subfamily'] ?? ''), '/')
+                : null,
+        ];
         $code = self::reference($from['code'] ?? null);
         if ($code === null || !in_array(trim($from['issuer'] ?? ''), self::GERMAN, true)) {
             return $values + ['ownCode' => $code];
@@ -144,7 +159,11 @@ final class Details
             array_shift($groups);
         }
         if (preg_match('/^\d{3}$/D', $groups[0] ?? '')) {
-            $values += ['gvc' => (int) $groups[0], 'primanota' => self::reference($groups[1] ?? null), 'extcode' => (int) ($groups[2] ?? 0) ?: null];
+            $values += [
+                'gvc' => (int) $groups[0],
+                'primanota' => self::reference($groups[1] ?? null),
+                'extcode' => (int) ($groups[2] ?? 0) ?: null,
+            ];
         }
 
         return $values;
@@ -161,11 +180,16 @@ final class Details
         $currency = $from['instructed@'] ?? '';
         $instructed = isset($from['instructed']) ? Amount::decimal($from['instructed'], $currency) : null;
         $units = $transaction['units'] ?? abs($entry['units']);
-        if ($instructed && ($currency !== ($entry['amount@'] ?? '') || $instructed->units !== ($entry['parts'] > 1 ? $units : abs($entry['units'])))) {
+        $isOther = $instructed && ($currency !== ($entry['amount@'] ?? '')
+            || $instructed->units !== ($entry['parts'] > 1 ? $units : abs($entry['units'])));
+        if ($isOther) {
             $values = ['instructed' => $instructed, 'oamt' => $instructed->text()];
         }
 
-        return ($values ?? []) + ['rate' => self::reference($from['rate'] ?? null), 'charges' => self::charges($transaction['charges'] ?? $entry['charges'] ?? [])];
+        return ($values ?? []) + [
+            'rate' => self::reference($from['rate'] ?? null),
+            'charges' => self::charges($transaction['charges'] ?? $entry['charges'] ?? []),
+        ];
     }
 
     /**

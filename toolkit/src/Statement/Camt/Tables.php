@@ -21,7 +21,12 @@ final class Tables
         'BkToCstmrDbtCdtNtfctn' => 'camt.054',
     ];
 
-    private const ROOT = ['/GrpHdr' => '>header', '/Stmt' => '>statement', '/Rpt' => '>statement', '/Ntfctn' => '>statement'];
+    private const ROOT = [
+        '/GrpHdr' => '>header',
+        '/Stmt' => '>statement',
+        '/Rpt' => '>statement',
+        '/Ntfctn' => '>statement',
+    ];
 
     private const HEADER = ['/MsgPgntn/PgNb' => 'page', '/MsgPgntn/LastPgInd' => 'last'];
 

@@ -58,7 +58,10 @@ final class BookingReader
         $values['ref'] = $separator === false ? $references : substr($references, 0, $separator);
         $values['bankref'] = $separator === false ? '' : substr($references, $separator + 2);
         foreach (array_slice($kept, 9) as $details) {
-            $values = array_filter($this->details($details), static fn ($value): bool => $value !== '' && $value !== null) + $values;
+            $values = array_filter(
+                $this->details($details),
+                static fn ($value): bool => $value !== '' && $value !== null
+            ) + $values;
         }
         foreach (self::TEXTS as $key) {
             if (isset($values[$key])) {
@@ -91,10 +94,16 @@ final class BookingReader
         if (isset($values['account']) && strpos($values['account'], ' ') !== false) {
             // Lines that are padded to their width tear what goes on in the next.
             $whole = str_replace(' ', '', $values['account']);
-            $values['account'] = preg_match('/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D', $whole) ? $whole : trim($values['account']);
+            $values['account'] = preg_match('/^[A-Z]{2}\d{2}[A-Z0-9]{11,30}$/D', $whole)
+                ? $whole
+                : trim($values['account']);
         }
         // Some banks put the own account there, and the other party's where the primanota is.
-        if ($this->account !== '' && self::plain($values['account'] ?? '') === $this->account && preg_match('/^[A-Z]{0,4}\d{7,}[A-Z0-9]*$/D', $values['primanota'] ?? '')) {
+        if (
+            $this->account !== ''
+            && self::plain($values['account'] ?? '') === $this->account
+            && preg_match('/^[A-Z]{0,4}\d{7,}[A-Z0-9]*$/D', $values['primanota'] ?? '')
+        ) {
             $values['account'] = $values['primanota'];
             $values['primanota'] = null;
         }

@@ -194,7 +194,10 @@ final class Builder
         $statement->form = $this->interim ? 'mt942' : 'mt940';
         $this->tellMissing($isReport, $line);
         $encoding = $this->umlautsOfDos > 0 ? Text::DOS : Text::WINDOWS;
-        $this->foreign > 0 && $this->notes->mended($encoding === Text::DOS ? 'code_page' : 'encoding', $this->foreignLine, $this->foreign);
+        if ($this->foreign > 0) {
+            $code = $encoding === Text::DOS ? 'code_page' : 'encoding';
+            $this->notes->mended($code, $this->foreignLine, $this->foreign);
+        }
         $reader = new BookingReader($statement->currency, $statement->account, $encoding);
         $statement->bookings = new Bookings($this->pieces, $this->count, [$reader, 'each']);
         $this->proof->settle($statement, $this->notes);
@@ -322,7 +325,10 @@ final class Builder
         $amount = $entry->raises() ? $amount : $amount->negative();
         $this->proof->book($amount, false) || $this->notes->fault('currency', $this->fieldLine);
         ++$this->count;
-        $kept = [$this->fieldLine, $entry->valuta, $entry->booked, $entry->mark, $amount->units, $entry->type, $entry->code, $entry->references];
+        $kept = [
+            $this->fieldLine, $entry->valuta, $entry->booked, $entry->mark, $amount->units, $entry->type, $entry->code,
+            $entry->references,
+        ];
         $this->booking = implode("\r", $kept) . "\r";
         $this->hasDetails = false;
         $this->startField(self::ENTRY, '');
@@ -339,7 +345,9 @@ final class Builder
             $this->notes->mended('amount_form', $this->fieldLine);
         }
         $valuta = $this->dates->of($entry->valuta);
-        $valuta && substr($entry->valuta, -2) !== $valuta->format('d') && $this->notes->mended('last_day', $this->fieldLine);
+        $valuta
+            && substr($entry->valuta, -2) !== $valuta->format('d')
+            && $this->notes->mended('last_day', $this->fieldLine);
         if (!$valuta || ($entry->booked !== '' && !$this->dates->booked($entry->valuta, $entry->booked))) {
             $this->notes->fault('date', $this->fieldLine);
         } elseif ($entry->booked !== '' && Dates::turnsUnseen($entry->valuta, $entry->booked)) {

@@ -56,7 +56,8 @@ final class Dates
     /** Whether the booking date MMDD is of another year, and the months don't show it: only December and January do. */
     public static function turnsUnseen(string $valuta, string $date): bool
     {
-        return self::yearsApart($valuta, $date) !== 0 && abs((int) substr($date, 0, 2) - (int) substr($valuta, 2, 2)) !== 11;
+        return self::yearsApart($valuta, $date) !== 0
+            && abs((int) substr($date, 0, 2) - (int) substr($valuta, 2, 2)) !== 11;
     }
 
     private static function yearsApart(string $valuta, string $date): int

@@ -16,7 +16,8 @@ final class Details
 {
     /** Members of a booking by keyword. */
     private const KEYWORDS = [
-        'EREF+' => 'eref', 'KREF+' => 'kref', 'MREF+' => 'mref', 'CRED+' => 'cred', 'DEBT+' => 'debt', 'PURP+' => 'purp',
+        'EREF+' => 'eref', 'KREF+' => 'kref', 'MREF+' => 'mref', 'CRED+' => 'cred', 'DEBT+' => 'debt',
+        'PURP+' => 'purp',
         'COAM+' => 'coam', 'OAMT+' => 'oamt', 'SVWZ+' => 'svwz', 'ABWA+' => 'abwa', 'ABWE+' => 'abwe',
         'IBAN+' => 'account', 'BIC+' => 'bank',
     ];
@@ -76,14 +77,24 @@ final class Details
     {
         $fields = self::subfields($text);
         $values = self::purpose(self::parts(self::joined(self::purposeOf($fields))));
-        foreach (['00' => 'txtext', '10' => 'primanota', '30' => 'bank', '31' => 'account', '38' => 'account'] as $number => $member) {
+        foreach (
+            [
+            '00' => 'txtext',
+            '10' => 'primanota',
+            '30' => 'bank',
+            '31' => 'account',
+            '38' => 'account',
+            ] as $number => $member
+        ) {
             if (($fields[$number] ?? '') !== '') {
                 $values[$member] = $fields[$number];
             }
         }
         $name = $fields['32'] ?? '';
         $more = $fields['33'] ?? '';
-        $values['name'] = $more === '' || $name === '' ? $name . $more : $name . (self::length($name) < self::FULL ? ' ' : '') . $more;
+        $values['name'] = $more === '' || $name === ''
+            ? $name . $more
+            : $name . (self::length($name) < self::FULL ? ' ' : '') . $more;
         $values['extcode'] = (int) ($fields['34'] ?? 0) ?: null;
         $values['gvc'] = self::code($text);
 
@@ -118,7 +129,11 @@ final class Details
      */
     private static function purposeOf(array $fields): array
     {
-        $purpose = array_filter($fields, static fn ($number): bool => $number >= 20 && $number < 30 || $number >= 60, ARRAY_FILTER_USE_KEY);
+        $purpose = array_filter(
+            $fields,
+            static fn ($number): bool => $number >= 20 && $number < 30 || $number >= 60,
+            ARRAY_FILTER_USE_KEY
+        );
         ksort($purpose);
 
         return array_values($purpose);
@@ -142,7 +157,8 @@ final class Details
                 $texts[++$at] = $part;
                 $continues = preg_match(self::KEYWORD, $part) === 1;
             } else {
-                $isTorn = strpos($part, '+') !== false && preg_match(self::KEYWORD, substr($texts[$at], -4) . substr($part, 0, 4));
+                $isTorn = strpos($part, '+') !== false
+                    && preg_match(self::KEYWORD, substr($texts[$at], -4) . substr($part, 0, 4));
                 $texts[$at] .= ($isTorn || ($continues && $isFull) ? '' : ($continues ? ' ' : "\n")) . $part;
                 $continues = $continues || preg_match(self::KEYWORD, $texts[$at]);
             }

@@ -13,7 +13,8 @@ final class EntryLine
 {
     // The mark is C or D, after R in a reversal and after E in what is only expected;
     // the letter behind it is the third of the currency.
-    private const LINE = '/^:61:(\d{6})(\d{4})?\s*([RE]?[CD])([A-Za-z]?)\s*([\d.,]+)\s*(?:([NFS])([A-Za-z0-9 ]{3}))?(.*)$/s';
+    private const LINE = '/^:61:(\d{6})(\d{4})?\s*([RE]?[CD])([A-Za-z]?)\s*([\d.,]+)\s*'
+        . '(?:([NFS])([A-Za-z0-9 ]{3}))?(.*)$/s';
 
     /** @var string YYMMDD */
     public string $valuta;

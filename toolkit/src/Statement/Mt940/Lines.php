@@ -73,7 +73,13 @@ final class Lines
     /** What was mended so far that no line shows. */
     public function tell(Notes $notes, int $line): void
     {
-        foreach (['byte_order_mark' => $this->byteOrderMark, 'line_ends' => $this->mixedEnds, 'nul_bytes' => $this->nulBytes] as $code => $seen) {
+        foreach (
+            [
+            'byte_order_mark' => $this->byteOrderMark,
+            'line_ends' => $this->mixedEnds,
+            'nul_bytes' => $this->nulBytes,
+            ] as $code => $seen
+        ) {
             if ($seen) {
                 $notes->mended($code, $line);
             }
@@ -119,7 +125,9 @@ final class Lines
             }
             // The LF of a CR may come with the next chunk.
             $this->atSigns = $this->atSigns || ($first && preg_match('/(?:^\s*|@@):20:[^\r\n]*?@@:/', $chunk));
-            $held = substr($chunk, -1) === "\r" || ($this->atSigns && substr($chunk, -1) === '@') ? substr($chunk, -1) : '';
+            $held = substr($chunk, -1) === "\r" || ($this->atSigns && substr($chunk, -1) === '@')
+                ? substr($chunk, -1)
+                : '';
             if ($held !== '') {
                 $chunk = substr($chunk, 0, -1);
             }

@@ -12,11 +12,14 @@ namespace Sepa\Toolkit\Statement\Mt940;
  */
 final class Tagged
 {
-    private const TAG = '~/(EREF|IREF|KREF|PREF|MARF|CSID|TRTP|TRCD|IBAN|BIC|NAME|REMI|CNTP|ORDP|BENM|PURP|RTRN|ULTD|ULTB|ULTC|ADDR|ISDT|SVCL|OCMT|CHGS|EXCH)/~';
+    private const TAG = '~/(EREF|IREF|KREF|PREF|MARF|CSID|TRTP|TRCD|IBAN|BIC|NAME|REMI|CNTP|ORDP'
+        . '|BENM|PURP|RTRN|ULTD|ULTB|ULTC|ADDR|ISDT|SVCL|OCMT|CHGS|EXCH)/~';
 
     private const MEMBERS = [
-        'EREF' => 'eref', 'KREF' => 'kref', 'PREF' => 'kref', 'MARF' => 'mref', 'CSID' => 'cred', 'TRTP' => 'txtext', 'PURP' => 'purp',
-        'IBAN' => 'account', 'BIC' => 'bank', 'NAME' => 'name', 'ORDP' => 'name', 'BENM' => 'name', 'REMI' => 'svwz', 'RTRN' => 'reason',
+        'EREF' => 'eref', 'KREF' => 'kref', 'PREF' => 'kref', 'MARF' => 'mref', 'CSID' => 'cred', 'TRTP' => 'txtext',
+        'PURP' => 'purp',
+        'IBAN' => 'account', 'BIC' => 'bank', 'NAME' => 'name', 'ORDP' => 'name', 'BENM' => 'name', 'REMI' => 'svwz',
+        'RTRN' => 'reason',
         'ULTD' => 'abwa', 'ULTC' => 'abwe', 'ULTB' => 'abwe',
     ];
 
@@ -31,7 +34,10 @@ final class Tagged
         for ($i = 1; count($pieces) > 3 && isset($pieces[$i]); $i += 2) {
             $value = trim($pieces[$i + 1], '/ ');
             if ($pieces[$i] === 'CNTP') {
-                $values += array_filter(array_combine(self::PARTY, array_slice(array_pad(explode('/', $pieces[$i + 1]), 3, ''), 0, 3)), 'strlen');
+                $values += array_filter(
+                    array_combine(self::PARTY, array_slice(array_pad(explode('/', $pieces[$i + 1]), 3, ''), 0, 3)),
+                    'strlen'
+                );
             } elseif ($value !== '' && isset(self::MEMBERS[$pieces[$i]])) {
                 $values += [self::MEMBERS[$pieces[$i]] => self::value($pieces[$i], $value)];
             }
