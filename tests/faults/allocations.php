@@ -149,7 +149,7 @@ file_put_contents($file, str_repeat("\r\n" . file_get_contents(__DIR__ . '/../da
 each_allocation('load', $new_parser, function (SEPAStatementParser $parser) use ($file) {
     return $parser->load(SEPA_STMT_FORMAT_MT940, $file);
 }, [
-    'SEPAException 0: Error while allocating 8 bytes: Cannot allocate memory',
+    'SEPAException 0: Error while allocating ' . PHP_INT_SIZE . ' bytes: Cannot allocate memory',
     'SEPAException 0: Failed to allocate ' . filesize($file) . ' bytes',
     'SEPAException 0: ',
 ]);
