@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "sepa/message/sepa.h"
+#include "sepa/text/scan.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/message_snapshot.h"
-#include "sepa/text/scan.h"
 
 using sepa_internal::begins_with;
 

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <cstring>
 
+#include "sepa/text/field_check.h"
 #include "tests/unit/posix_pattern.h"
 #include "tests/unit/test_files.h"
-#include "sepa/text/field_check.h"
 
 namespace {
 

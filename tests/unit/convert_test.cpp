@@ -7,9 +7,9 @@
 #include "sepa/account/account_check.h"
 #include "sepa/directory/bank_directory.h"
 #include "sepa/iban/iban.h"
+#include "sepa/text/mod97.h"
 #include "tests/unit/fixed_clock.h"
 #include "tests/unit/test_files.h"
-#include "sepa/text/mod97.h"
 
 // Runs on the lists of tests/data/rule_banks: bank code 900000nn has rule nn.
 

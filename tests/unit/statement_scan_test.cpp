@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "sepa/statement/text_search.h"
-#include "tests/unit/test_files.h"
 #include "sepa/text/scan.h"
 #include "sepa/text/utf8.h"
+#include "tests/unit/test_files.h"
 
 using namespace sepa_internal;
 

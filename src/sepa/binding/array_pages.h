@@ -15,17 +15,17 @@ public:
     // has grown so far yet.
     void reach(const void* block) {
         uintptr_t window = reinterpret_cast<uintptr_t>(block) / window_size;
-        for (uintptr_t prepared : latest)
+        for (uintptr_t prepared : latest_)
             if (window == prepared) return;
-        bool first = !next;
-        latest[next++ % std::size(latest)] = window;
-        if (chunks && !first) sepa_internal::prepare_pages(reinterpret_cast<void*>(window * window_size), window_size);
+        bool first = !next_;
+        latest_[next_++ % std::size(latest_)] = window;
+        if (chunks_ && !first) sepa_internal::prepare_pages(reinterpret_cast<void*>(window * window_size), window_size);
     }
 
 private:
     static constexpr size_t window_size = 256 * 1024;
     static_assert(ZEND_MM_CHUNK_SIZE % window_size == 0);
-    bool chunks = is_zend_mm();
-    uintptr_t latest[4] = {};  // arrays, lists and texts of several sizes grow side by side
-    size_t next = 0;
+    bool chunks_ = is_zend_mm();
+    uintptr_t latest_[4] = {};  // arrays, lists and texts of several sizes grow side by side
+    size_t next_ = 0;
 };

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 static bool reserve(key_list_t* list, uint32_t count) {
-    if (count <= SMALL_LIST) {
+    if (count <= small_list) {
         list->pairs = list->small_pairs;
         list->made = list->small_made;
         list->number_keys = list->small_number_keys;
@@ -12,7 +12,7 @@ static bool reserve(key_list_t* list, uint32_t count) {
     }
     list->pairs = static_cast<sepa_pair_t*>(malloc(count * sizeof(sepa_pair_t)));
     list->made = static_cast<zend_string**>(malloc(count * sizeof(zend_string*)));
-    list->number_keys = static_cast<char(*)[NUMBER_KEY_SIZE]>(malloc(count * size_t{NUMBER_KEY_SIZE}));
+    list->number_keys = static_cast<char(*)[number_key_size]>(malloc(count * size_t{number_key_size}));
     return list->pairs && list->made && list->number_keys;
 }
 
@@ -71,7 +71,7 @@ static void add_pair(key_list_t* list, zend_ulong number, zend_string* key, zval
         pair->key_length = ZSTR_LEN(key);
     } else {
         char* digits = list->number_keys[list->count];
-        ap_php_snprintf(digits, NUMBER_KEY_LIMIT, "%ld", static_cast<long>(number));
+        ap_php_snprintf(digits, number_key_limit, "%ld", static_cast<long>(number));
         pair->key = digits;
         pair->key_length = strlen(digits);
     }
@@ -105,26 +105,26 @@ static bool fill(key_list_t* list, zend_array* array) {
     return filled;
 }
 
-enum taken_t { TAKEN, NOT_PLAIN, NO_MEMORY };
+enum taken_t { all_taken, not_plain, no_memory };
 
 static taken_t take(key_list_t* list, zend_array* array) {
     list->count = list->made_count = 0;
-    if (!reserve(list, zend_hash_num_elements(array))) return NO_MEMORY;
+    if (!reserve(list, zend_hash_num_elements(array))) return no_memory;
     bool filled = list->pairs == list->small_pairs ? fill(list, array) : fill_or_free(list, array);
-    return filled ? TAKEN : NOT_PLAIN;
+    return filled ? all_taken : not_plain;
 }
 
 bool key_list_from_array(key_list_t* list, zend_array* array) {
     list->owned_array = nullptr;
     taken_t taken = take(list, array);
-    if (taken == NOT_PLAIN) {
+    if (taken == not_plain) {
         key_list_free(list);
         list->made_count = 0;
         list->pairs = list->small_pairs;
         list->owned_array = with_texts(array);
         if (!EG(exception)) taken = take(list, list->owned_array);
     }
-    if (taken == TAKEN && !EG(exception)) return true;
+    if (taken == all_taken && !EG(exception)) return true;
     key_list_free(list);
     return false;
 }

@@ -4,11 +4,11 @@
 #include "sepa/binding/php_engine.h"
 #include "sepa/message/sepa.h"
 
-constexpr uint32_t SMALL_LIST = 32;  // entries that need no allocation
+constexpr uint32_t small_list = 32;  // entries that need no allocation
 
 // A number key as text. It is cut to 8 characters, sign included: no key of the
 // library is a number, but a refusal quotes it, and scripts compare that.
-constexpr size_t NUMBER_KEY_SIZE = 10, NUMBER_KEY_LIMIT = 9;
+constexpr size_t number_key_size = 10, number_key_limit = 9;
 
 // The list, and what its texts live in. Plain storage on the caller's frame.
 struct key_list_t {
@@ -16,11 +16,11 @@ struct key_list_t {
     uint32_t count;
     zend_string** made;  // texts made of values that were none, one reference each
     uint32_t made_count;
-    char (*number_keys)[NUMBER_KEY_SIZE];
+    char (*number_keys)[number_key_size];
     zend_array* owned_array;  // the copy that was walked, or null
-    sepa_pair_t small_pairs[SMALL_LIST];
-    zend_string* small_made[SMALL_LIST];
-    char small_number_keys[SMALL_LIST][NUMBER_KEY_SIZE];
+    sepa_pair_t small_pairs[small_list];
+    zend_string* small_made[small_list];
+    char small_number_keys[small_list][number_key_size];
 };
 
 // Fills `list` from `array`, in the array's order, by the engine's rules of

@@ -14,10 +14,11 @@ static sepa_t* checked_handle(zval* self) {
 
 // true on success, else the exception with the library's reason.
 static void return_result(zval* return_value, sepa_t* handle, int result) {
-    if (result == 1)
+    if (result == 1) {
         ZVAL_TRUE(return_value);
-    else
+    } else {
         sepa_throw(handle->last_error, 0);
+    }
 }
 
 ZEND_METHOD(SEPA, __construct) {
@@ -114,10 +115,11 @@ ZEND_METHOD(SEPA, toXML) {
     sepa_free(held);  // which it may have constructed
     held = handle;
     if (room.left) zend_bailout();
-    if (written)
+    if (written) {
         RETVAL_STR(room.text);
-    else if (!room.refused)
+    } else if (!room.refused) {
         sepa_throw(handle->last_error, 0);
+    }
 }
 
 // clang-format off

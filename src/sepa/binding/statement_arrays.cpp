@@ -67,19 +67,19 @@ static zend_string* date_text(const struct tm* date, latest_t* latest) {
 template <const auto& Rows, size_t I>
 static bool is_shown(const void* record) {
     constexpr const field_row_t& row = Rows[I];
-    if constexpr (row.shown == shown_t::ALWAYS) return true;
-    if constexpr (row.member.type == member_type_t::TEXT) return *row.member.in<const char*>(record);
-    if constexpr (row.member.type == member_type_t::INTEGER) return *row.member.in<uint32_t>(record);
-    if constexpr (row.member.type == member_type_t::DATE) return row.member.in<struct tm>(record)->tm_year > 0;
+    if constexpr (row.shown == shown_t::always) return true;
+    if constexpr (row.member.type == member_type_t::text) return *row.member.in<const char*>(record);
+    if constexpr (row.member.type == member_type_t::integer) return *row.member.in<uint32_t>(record);
+    if constexpr (row.member.type == member_type_t::date) return row.member.in<struct tm>(record)->tm_year > 0;
     return true;
 }
 
 template <const auto& Rows, size_t I>
 static zend_string* string_of(const void* record, latest_t* latest) {
     constexpr const member_t& member = Rows[I].member;
-    if constexpr (member.type == member_type_t::DATE) return date_text(member.in<struct tm>(record), latest);
-    if constexpr (member.type == member_type_t::COPY) return text_of(member.in<char>(record), latest);
-    if constexpr (member.type == member_type_t::TEXT) return text_of(*member.in<const char*>(record), latest);
+    if constexpr (member.type == member_type_t::date) return date_text(member.in<struct tm>(record), latest);
+    if constexpr (member.type == member_type_t::copy) return text_of(member.in<char>(record), latest);
+    if constexpr (member.type == member_type_t::text) return text_of(*member.in<const char*>(record), latest);
     return nullptr;
 }
 
@@ -98,9 +98,9 @@ static void add_field(HashTable* array, zend_string* key, const void* record, la
     if (!is_shown<Rows, I>(record)) return;
     constexpr const member_t& member = Rows[I].member;
     zval value;
-    if constexpr (member.type == member_type_t::INTEGER) {
+    if constexpr (member.type == member_type_t::integer) {
         set_number(&value, *member.in<uint32_t>(record));
-    } else if constexpr (member.type == member_type_t::AMOUNT) {
+    } else if constexpr (member.type == member_type_t::amount) {
         ZVAL_DOUBLE(&value, *member.in<double>(record));
     } else {
         zend_string* string = string_of<Rows, I>(record, latest);

@@ -74,13 +74,14 @@ static void write_debtor_agent(Out& out, const rulebook_t& rulebook, const ddi_t
     out.put(
         "\t\t\t\t<DbtrAgt>\n"
         "\t\t\t\t\t<FinInstnId>\n"sv);
-    if (tx.bic)
+    if (tx.bic) {
         write_bic(out, 6, rulebook, record_text(tx, &ddi_tx_t::bic));
-    else
+    } else {
         out.put(
             "\t\t\t\t\t\t<Othr>\n"
             "\t\t\t\t\t\t\t<Id>NOTPROVIDED</Id>\n"
             "\t\t\t\t\t\t</Othr>\n"sv);
+    }
     out.put(
         "\t\t\t\t\t</FinInstnId>\n"
         "\t\t\t\t</DbtrAgt>\n"sv);
@@ -115,13 +116,14 @@ static constexpr auto write_transaction = [](auto& out, const rulebook_t& rulebo
     out.put(
         "\t\t\t\t\t</Id>\n"
         "\t\t\t\t</DbtrAcct>\n"sv);
-    if (tx.ref)  // a transfer has RmtInf all the same, empty
+    if (tx.ref) {  // a transfer has RmtInf all the same, empty
         put_all(out,
                 "\t\t\t\t<RmtInf>\n"
                 "\t\t\t\t\t<Ustrd>"sv,
                 record_text(tx, &ddi_tx_t::ref),
                 "</Ustrd>\n"
                 "\t\t\t\t</RmtInf>\n"sv);
+    }
     out.put("\t\t\t</DrctDbtTxInf>\n"sv);
 };
 

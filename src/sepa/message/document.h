@@ -167,10 +167,11 @@ void write_date(Out& out, std::string_view name, const payment_block_t& block) {
 
 template <typename Out, typename Text>
 void write_bic(Out& out, unsigned tabs, const rulebook_t& rulebook, const Text& bic) {
-    if (rulebook.bic_element == element_bicfi)
+    if (rulebook.bic_element == element_bicfi) {
         xml_text(out, tabs, "BICFI", bic);
-    else
+    } else {
         xml_text(out, tabs, "BIC", bic);
+    }
 }
 
 // The elements of the message's own party: "Dbtr" or "Cdtr" and those after it.
@@ -228,10 +229,11 @@ template <typename Out>
 void write_postal_address(Out& out, const rulebook_t& rulebook, const sepa_party_t& party) {
     if (!party.addrCC && !party.addrTown && !party.addrLine1 && !party.addrLine2) return;
     xml_open(out, 5, "PstlAdr");
-    if (rulebook.address == address_of_parts)
+    if (rulebook.address == address_of_parts) {
         write_structured_address(out, party);
-    else
+    } else {
         write_address_lines(out, party);
+    }
     xml_close(out, 5, "PstlAdr");
 }
 
@@ -241,10 +243,11 @@ void write_payment_id(Out& out, const sepa_party_t& party) {
     out.put(
         "\t\t\t\t<PmtId>\n"
         "\t\t\t\t\t<EndToEndId>"sv);
-    if (party.id)
+    if (party.id) {
         out.put(record_text(party, &sepa_party_t::id));
-    else
+    } else {
         out.put("NOTPROVIDED"sv);
+    }
     out.put(
         "</EndToEndId>\n"
         "\t\t\t\t</PmtId>\n"sv);

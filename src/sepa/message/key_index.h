@@ -58,9 +58,10 @@ constexpr key_index_t try_key_index(const Row (&rows)[Count], key_multipliers_t 
 // there are none.
 template <typename Row, size_t Count>
 constexpr key_index_t make_key_index(const Row (&rows)[Count]) {
-    for (size_t middle = 1; middle < key_cell_count; ++middle)
+    for (size_t middle = 1; middle < key_cell_count; ++middle) {
         for (size_t last = 1; last < key_cell_count; ++last)
             if (key_index_t index = try_key_index(rows, {middle, last}); index.good) return index;
+    }
     return {};
 }
 

@@ -104,12 +104,12 @@ static void continue_name(sepa_stmt_tx_t* tx, const char* text, size_t length) {
 }
 
 static void read_member(sepa_stmt_tx_t* tx, const member_t& member, char* text, char* end) {
-    if (member.type == member_type_t::TEXT) {
+    if (member.type == member_type_t::text) {
         *member.in<const char*>(tx) = text;
         *end = '\0';
-    } else if (member.type == member_type_t::COPY) {
+    } else if (member.type == member_type_t::copy) {
         store_cut(member.in<char>(tx), member.size, 0, text, static_cast<size_t>(end - text));
-    } else if (member.type == member_type_t::INTEGER) {
+    } else if (member.type == member_type_t::integer) {
         const char* at = text;
         scan_number(&at, 3, member.in<int32_t>(tx));
     }

@@ -14,7 +14,7 @@ namespace sepa_internal {
 
 // What a member is: a place in the file's text, a copy of fixed size, a number
 // of 32 bits, an amount or a date.
-enum class member_type_t : uint8_t { TEXT, COPY, INTEGER, AMOUNT, DATE };
+enum class member_type_t : uint8_t { text, copy, integer, amount, date };
 
 template <typename Member, typename... Types>
 constexpr bool is_one_of = (std::is_same_v<Member, Types> || ...);
@@ -22,11 +22,11 @@ constexpr bool is_one_of = (std::is_same_v<Member, Types> || ...);
 template <typename Member>
 constexpr member_type_t type_of() {
     static_assert(std::is_array_v<Member> || is_one_of<Member, const char*, double, struct tm, int32_t, uint32_t>);
-    if (std::is_same_v<Member, const char*>) return member_type_t::TEXT;
-    if (std::is_array_v<Member>) return member_type_t::COPY;
-    if (std::is_same_v<Member, double>) return member_type_t::AMOUNT;
-    if (std::is_same_v<Member, struct tm>) return member_type_t::DATE;
-    return member_type_t::INTEGER;
+    if (std::is_same_v<Member, const char*>) return member_type_t::text;
+    if (std::is_array_v<Member>) return member_type_t::copy;
+    if (std::is_same_v<Member, double>) return member_type_t::amount;
+    if (std::is_same_v<Member, struct tm>) return member_type_t::date;
+    return member_type_t::integer;
 }
 
 struct member_t {
@@ -45,7 +45,7 @@ struct member_t {
 
 // Whether an array has the field's key: always, or unless the member is null,
 // 0 or a date that was never read.
-enum class shown_t : uint8_t { ALWAYS, IF_SET };
+enum class shown_t : uint8_t { always, if_set };
 
 // Where a field comes from: read by code of its own, or from a subfield
 // of ":86:" by its number, a text within the purpose subfields by its keyword.
@@ -73,46 +73,46 @@ struct field_row_t {
     { type_of<decltype(record::member)>(), offsetof(record, member), sizeof(record::member) }
 #define MEMBER(member) SEPA_MEMBER(sepa_statement_t, member)
 constexpr field_row_t statement_fields[] = {
-    {"ref", MEMBER(ref), shown_t::IF_SET, own_code},
-    {"account", MEMBER(account), shown_t::IF_SET, own_code},
-    {"number", MEMBER(number), shown_t::IF_SET, own_code},
-    {"page", MEMBER(page), shown_t::IF_SET, own_code},
-    {"openSaldo", MEMBER(open_saldo), shown_t::ALWAYS, own_code},
-    {"openCurrency", MEMBER(open_currency), shown_t::ALWAYS, own_code},
-    {"openDate", MEMBER(open_date), shown_t::ALWAYS, own_code},
-    {"closeSaldo", MEMBER(close_saldo), shown_t::ALWAYS, own_code},
-    {"closeCurrency", MEMBER(close_currency), shown_t::ALWAYS, own_code},
-    {"closeDate", MEMBER(close_date), shown_t::ALWAYS, own_code},
+    {"ref", MEMBER(ref), shown_t::if_set, own_code},
+    {"account", MEMBER(account), shown_t::if_set, own_code},
+    {"number", MEMBER(number), shown_t::if_set, own_code},
+    {"page", MEMBER(page), shown_t::if_set, own_code},
+    {"openSaldo", MEMBER(open_saldo), shown_t::always, own_code},
+    {"openCurrency", MEMBER(open_currency), shown_t::always, own_code},
+    {"openDate", MEMBER(open_date), shown_t::always, own_code},
+    {"closeSaldo", MEMBER(close_saldo), shown_t::always, own_code},
+    {"closeCurrency", MEMBER(close_currency), shown_t::always, own_code},
+    {"closeDate", MEMBER(close_date), shown_t::always, own_code},
 };
 #undef MEMBER
 
 #define MEMBER(member) SEPA_MEMBER(sepa_stmt_tx_t, member)
 constexpr field_row_t transaction_fields[] = {
-    {"valuta", MEMBER(valuta), shown_t::ALWAYS, own_code},
-    {"booked", MEMBER(booked), shown_t::IF_SET, own_code},
-    {"amount", MEMBER(amount), shown_t::ALWAYS, own_code},
-    {"code", MEMBER(code), shown_t::ALWAYS, own_code},
-    {"ref", MEMBER(ref), shown_t::IF_SET, own_code},
-    {"bankref", MEMBER(bankref), shown_t::IF_SET, own_code},
-    {"gvc", MEMBER(gvc), shown_t::ALWAYS, own_code},
-    {"extcode", MEMBER(extcode), shown_t::IF_SET, subfield(34)},
-    {"txtext", MEMBER(txtext), shown_t::IF_SET, subfield(0)},
-    {"primanota", MEMBER(primanota), shown_t::IF_SET, subfield(10)},
-    {"bank", MEMBER(bank), shown_t::ALWAYS, subfield(30)},
-    {"account", MEMBER(account), shown_t::ALWAYS, subfield(31)},
-    {"name", MEMBER(name), shown_t::ALWAYS, subfield(32)},    // and what subfield 33 adds
-    {"purpose", MEMBER(purpose), shown_t::IF_SET, own_code},  // purpose subfields without a keyword
-    {"eref", MEMBER(eref), shown_t::IF_SET, keyword("EREF+")},
-    {"kref", MEMBER(kref), shown_t::IF_SET, keyword("KREF+")},
-    {"mref", MEMBER(mref), shown_t::IF_SET, keyword("MREF+")},
-    {"cred", MEMBER(cred), shown_t::IF_SET, keyword("CRED+")},
-    {"debt", MEMBER(debt), shown_t::IF_SET, keyword("DEBT+")},
-    {"purp", MEMBER(purp), shown_t::IF_SET, keyword("PURP+")},
-    {"coam", MEMBER(coam), shown_t::IF_SET, keyword("COAM+", true)},
-    {"oamt", MEMBER(oamt), shown_t::IF_SET, keyword("OAMT+", true)},
-    {"svwz", MEMBER(svwz), shown_t::IF_SET, keyword("SVWZ+")},
-    {"abwa", MEMBER(abwa), shown_t::IF_SET, keyword("ABWA+")},
-    {"abwe", MEMBER(abwe), shown_t::IF_SET, keyword("ABWE+")},
+    {"valuta", MEMBER(valuta), shown_t::always, own_code},
+    {"booked", MEMBER(booked), shown_t::if_set, own_code},
+    {"amount", MEMBER(amount), shown_t::always, own_code},
+    {"code", MEMBER(code), shown_t::always, own_code},
+    {"ref", MEMBER(ref), shown_t::if_set, own_code},
+    {"bankref", MEMBER(bankref), shown_t::if_set, own_code},
+    {"gvc", MEMBER(gvc), shown_t::always, own_code},
+    {"extcode", MEMBER(extcode), shown_t::if_set, subfield(34)},
+    {"txtext", MEMBER(txtext), shown_t::if_set, subfield(0)},
+    {"primanota", MEMBER(primanota), shown_t::if_set, subfield(10)},
+    {"bank", MEMBER(bank), shown_t::always, subfield(30)},
+    {"account", MEMBER(account), shown_t::always, subfield(31)},
+    {"name", MEMBER(name), shown_t::always, subfield(32)},    // and what subfield 33 adds
+    {"purpose", MEMBER(purpose), shown_t::if_set, own_code},  // purpose subfields without a keyword
+    {"eref", MEMBER(eref), shown_t::if_set, keyword("EREF+")},
+    {"kref", MEMBER(kref), shown_t::if_set, keyword("KREF+")},
+    {"mref", MEMBER(mref), shown_t::if_set, keyword("MREF+")},
+    {"cred", MEMBER(cred), shown_t::if_set, keyword("CRED+")},
+    {"debt", MEMBER(debt), shown_t::if_set, keyword("DEBT+")},
+    {"purp", MEMBER(purp), shown_t::if_set, keyword("PURP+")},
+    {"coam", MEMBER(coam), shown_t::if_set, keyword("COAM+", true)},
+    {"oamt", MEMBER(oamt), shown_t::if_set, keyword("OAMT+", true)},
+    {"svwz", MEMBER(svwz), shown_t::if_set, keyword("SVWZ+")},
+    {"abwa", MEMBER(abwa), shown_t::if_set, keyword("ABWA+")},
+    {"abwe", MEMBER(abwe), shown_t::if_set, keyword("ABWE+")},
 };
 #undef MEMBER
 #undef SEPA_MEMBER

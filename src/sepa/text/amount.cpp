@@ -90,11 +90,12 @@ double parse_amount(const char* text, const char** end) {
     bool negative = take_minus(&at);
     mantissa_t mantissa = take_mantissa(&at);
     double value = 0;
-    if (mantissa.digits)
+    if (mantissa.digits) {
         value =
             scaled(mantissa.value, mantissa.before_point - std::min(mantissa.digits, max_digits) + take_exponent(&at));
-    else
+    } else {
         at = text;
+    }
     if (end) *end = at;
     return negative ? -value : value;
 }
