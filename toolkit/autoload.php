@@ -10,6 +10,11 @@
 
 declare(strict_types=1);
 
+// Cents are integers: with 32 bits they would end at 21 million euro.
+if (PHP_INT_SIZE < 8) {
+    throw new RuntimeException('the toolkit needs a PHP with integers of 64 bits');
+}
+
 foreach ([__DIR__ . '/vendor', dirname(__DIR__, 2)] as $vendor) {
     if (is_file("$vendor/composer/ClassLoader.php")) {
         require_once "$vendor/autoload.php";

@@ -130,10 +130,10 @@ final class Batches implements Receiver
     {
         $cents = 0;
         foreach ($this->messages() as $message) {
-            $cents += Cents::of($message->sum());
+            $cents += (int) str_replace('.', '', $message->sum());
         }
 
-        return Cents::text($cents);
+        return substr_replace(str_pad((string) $cents, 3, '0', STR_PAD_LEFT), '.', -2, 0);
     }
 
     /**

@@ -41,8 +41,8 @@ final class Document
     /** @var list<string> what is finished, in pieces: appending to a text of many megabytes copies it */
     private array $done = [];
 
-    /** @var int|float cents of the blocks so far */
-    private $cents = 0;
+    /** @var int cents of the blocks so far */
+    private int $cents = 0;
 
     /** @param int $kind SEPA_MSGTYPE_CTI or SEPA_MSGTYPE_DDI */
     public function __construct(string $xml, int $kind)
@@ -56,11 +56,11 @@ final class Document
 
     /**
      * @param int $count of all payments
-     * @param int|float $cents of all payments
+     * @param int $cents of all payments
      * @throws Misplaced if something cannot be added where it belongs
      * @throws \RangeException if the sums are not those of the payments
      */
-    public function complete(Blocks $blocks, Head $head, int $count, $cents): string
+    public function complete(Blocks $blocks, Head $head, int $count, int $cents): string
     {
         $this->done[] = $start = substr($this->xml, 0, $this->place);
         self::demand($start, $count, $cents);
@@ -167,23 +167,20 @@ final class Document
         }
     }
 
-    /**
-     * @param int|float $cents
-     * @throws \RangeException
-     */
-    private static function demand(string $head, int $count, $cents): void
+    /** @throws \RangeException */
+    private static function demand(string $head, int $count, int $cents): void
     {
         if (strpos($head, "\t\t\t<NbOfTxs>$count</NbOfTxs>\n") === false || self::sum($head) !== $cents) {
             throw new \RangeException('the sums of the document are not those of the payments');
         }
     }
 
-    /** @return int|float the control sum in cents */
-    private static function sum(string $head)
+    /** @return int the control sum in cents */
+    private static function sum(string $head): int
     {
         $from = (int) strpos($head, '<CtrlSum>') + strlen('<CtrlSum>');
         $sum = substr($head, $from, (int) strpos($head, '<', $from) - $from);
 
-        return is_numeric($sum) ? Cents::of($sum) : -1;
+        return (int) str_replace('.', '', $sum);
     }
 }

@@ -50,10 +50,9 @@ final class Oddities
 
     /**
      * @param array<string, string> $values of a good payment
-     * @param int|float $cents
      * @param string $date its own or that of the message
      */
-    public function payment(array $values, $cents, string $date, int $row, ?string $label): void
+    public function payment(array $values, int $cents, string $date, int $row, ?string $label): void
     {
         $this->again($values, $cents, $row, $label);
         $isOwn = isset($values['date']);
@@ -95,11 +94,8 @@ final class Oddities
         $this->notes->warnings->add($row, $label, $key, $code, $facts);
     }
 
-    /**
-     * @param array<string, string> $values
-     * @param int|float $cents
-     */
-    private function again(array $values, $cents, int $row, ?string $label): void
+    /** @param array<string, string> $values */
+    private function again(array $values, int $cents, int $row, ?string $label): void
     {
         $id = $values['id'] ?? null;
         if ($id !== null && isset($this->ids[$id])) {

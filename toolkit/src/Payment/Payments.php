@@ -58,8 +58,8 @@ abstract class Payments implements Receiver
 
     private int $count = 0;
 
-    /** @var int|float sum of the good payments */
-    private $cents = 0;
+    /** @var int sum of the good payments */
+    private int $cents = 0;
 
     /** @param Notes|null $notes of several messages */
     protected function __construct(Party $party, Options $options, ?Notes $notes)
@@ -206,7 +206,7 @@ abstract class Payments implements Receiver
     /** Sum of the good payments in euro, with two decimals. */
     public function sum(): string
     {
-        return Cents::text($this->cents);
+        return self::euro($this->cents);
     }
 
     public function add(array $payment, ?string $label = null, ?int $row = null, array $known = []): bool
@@ -364,10 +364,10 @@ abstract class Payments implements Receiver
      */
     private function remember(array $values, array $added, int $row, ?string $label): void
     {
-        $cents = Cents::of($values['amount']);
+        $cents = self::cents($values['amount']);
         $this->cents += $cents;
         $date = $values['date'] ?? $this->date;
-        $addition = $added ? Additions::pack($values, $added, Cents::text($cents)) : '';
+        $addition = $added ? Additions::pack($values, $added, self::euro($cents)) : '';
         $this->blocks->add($date, $values['seq'] ?? '', $addition);
         $this->oddities->payment($values, $cents, $date, $row, $label);
         foreach (array_intersect_key($values, $this->address) as $key => $text) {
@@ -376,5 +376,20 @@ abstract class Payments implements Receiver
                 $this->notes->warnings->add($row, $label, $key, 'characters', ['characters' => $unusual]);
             }
         }
+    }
+
+    /** @param string $amount by Rules */
+    private static function cents(string $amount): int
+    {
+        $decimals = strlen($amount) - (int) strpos($amount . '.', '.') - 1;
+
+        return (int) str_replace('.', '', $amount) * ($decimals === 2 ? 1 : ($decimals === 1 ? 10 : 100));
+    }
+
+    private static function euro(int $cents): string
+    {
+        $digits = str_pad((string) $cents, 3, '0', STR_PAD_LEFT);
+
+        return substr($digits, 0, -2) . '.' . substr($digits, -2);
     }
 }

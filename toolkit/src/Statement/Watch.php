@@ -97,6 +97,6 @@ final class Watch
     /** @return array<int, int> */
     private static function numbers(string $ids): array
     {
-        return $ids === '' || PHP_INT_SIZE < 8 ? [] : unpack('q*', $ids);
+        return $ids === '' ? [] : unpack('q*', $ids);
     }
 }
