@@ -74,24 +74,53 @@ final class Result
      */
     public static function beside(PaymentFile $sent, array $reports): array
     {
-        $found = $lost = $results = [];
+        $found = $lost = $others = $results = [];
         foreach ($reports as $report) {
             foreach ($report->payments() as $payment) {
                 $place = $sent->find($payment);
                 if ($place === null) {
                     $lost[] = self::ofPayment($report, $payment);
-                } else {
+                } elseif (self::counts($payment->status, isset($found[$place]) ? $found[$place][1]->status : '')) {
                     $found[$place] = [$report, $payment];
                 }
             }
         }
         foreach ($sent->payments as $place => $payment) {
-            [$report, $told] = $found[$place] ?? [end($reports) ?: null, null];
-            $status = $told ? $told->status : ($report ? $report->statusOfOthers($payment->block) : '');
-            $results[] = new self($report, $told, $payment, $payment->block, $status, $told ? $told->reasons : []);
+            $block = $payment->block;
+            $others[$block] = $others[$block] ?? self::ofOthers($reports, $block);
+            [$report, $status] = $others[$block];
+            [$by, $told] = $found[$place] ?? [null, null];
+            if ($told && ($by === $report || Status::weight($status) <= Status::weight($told->status))) {
+                $results[] = new self($by, $told, $payment, $block, $told->status, $told->reasons);
+            } else {
+                $results[] = new self($report, null, $payment, $block, $status, []);
+            }
         }
 
         return array_merge($results, $lost);
+    }
+
+    /** Whether what a later report says counts more than, or as much as, what an earlier one did. */
+    private static function counts(string $later, string $earlier): bool
+    {
+        return Status::weight($later) >= Status::weight($earlier);
+    }
+
+    /**
+     * What counts of all that reports say of the payments of a block that they do not list.
+     *
+     * @param list<Report> $reports
+     * @return array{Report|null, string} report and status
+     */
+    private static function ofOthers(array $reports, string $block): array
+    {
+        $counting = [null, ''];
+        foreach ($reports as $report) {
+            $status = $report->statusOfOthers($block);
+            $counting = self::counts($status, $counting[1]) ? [$report, $status] : $counting;
+        }
+
+        return $counting;
     }
 
     public function isRefused(): bool

@@ -29,6 +29,12 @@ final class Status
         return in_array($status, [self::CLOSE_MATCH, self::NO_MATCH, 'RVCM'], true);
     }
 
+    /** What counts most where several reports speak of one payment: a refusal, a name, whatever is told. */
+    public static function weight(string $status): int
+    {
+        return self::isRefused($status) ? 3 : (self::isOtherName($status) ? 2 : ($status === '' ? 0 : 1));
+    }
+
     /** What a status of many says of each. */
     public static function ofEach(string $status): string
     {

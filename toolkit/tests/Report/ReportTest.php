@@ -9,6 +9,9 @@ use Sepa\Toolkit\Command\Application;
 use Sepa\Toolkit\Report\Payment;
 use Sepa\Toolkit\Report\Reader;
 use Sepa\Toolkit\Report\Report;
+use Sepa\Toolkit\File\Source;
+use Sepa\Toolkit\Report\PaymentFile;
+use Sepa\Toolkit\Report\Result;
 use Symfony\Component\Console\Tester\ApplicationTester;
 
 final class ReportTest extends TestCase
@@ -120,5 +123,22 @@ final class ReportTest extends TestCase
         );
         self::assertStringContainsString('without doubt: 1', $told);
         self::assertSame([0, 2, 1], [$ask([], self::report(self::payment('A', 'ACSC')))[0], $ask([], '<Document/>')[0], $ask([], substr($report, 0, -20))[0]]);
+    }
+
+    /** @testWith ["R2", ""]
+     *            ["", "<GrpSts>RJCT</GrpSts>"]
+     */
+    public function testARefusalIsNotHiddenByALaterReport(string $named, string $group): void
+    {
+        $file = '<Document><CstmrCdtTrfInitn><GrpHdr><MsgId>M1</MsgId></GrpHdr><PmtInf><PmtInfId>P1</PmtInfId><CdtTrfTxInf><PmtId>'
+            . '<EndToEndId>E1</EndToEndId></PmtId></CdtTrfTxInf></PmtInf></CstmrCdtTrfInitn></Document>';
+        [$sent] = iterator_to_array(PaymentFile::in(Source::string($file)), false);
+        $refusal = self::read(self::report($named === '' ? '' : self::payment('E1', 'RJCT'), $group));
+        foreach ([self::read(self::report(self::payment('E1', 'RCVC'))), self::read(self::report('', '<GrpSts>ACTC</GrpSts>'))] as $other) {
+            self::assertSame('RJCT', Result::beside($sent, [$refusal, $other])[0]->status);
+            self::assertSame('RJCT', Result::beside($sent, [$other, $refusal])[0]->status);
+        }
+        $accepted = self::read(self::report(self::payment('E1', 'ACSC')));
+        self::assertSame('ACSC', Result::beside($sent, [self::read(self::report(self::payment('E1', 'PDNG'))), $accepted])[0]->status);
     }
 }
