@@ -133,7 +133,7 @@ final class Batches implements Receiver
             $cents += (int) str_replace('.', '', $message->sum());
         }
 
-        return substr_replace(str_pad((string) $cents, 3, '0', STR_PAD_LEFT), '.', -2, 0);
+        return Payments::euro($cents);
     }
 
     /**

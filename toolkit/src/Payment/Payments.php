@@ -386,7 +386,8 @@ abstract class Payments implements Receiver
         return (int) str_replace('.', '', $amount) * ($decimals === 2 ? 1 : ($decimals === 1 ? 10 : 100));
     }
 
-    private static function euro(int $cents): string
+    /** Cents as euro with two decimals. */
+    public static function euro(int $cents): string
     {
         $digits = str_pad((string) $cents, 3, '0', STR_PAD_LEFT);
 
